@@ -1,0 +1,52 @@
+# SPDX-License-Identifier: MIT
+# The few rules that every target of the tree obeys.
+
+# veldron_allow(<target> [<lower target>...]): the only edges that may ever be drawn from it.
+macro(veldron_allow target)
+    set(VELDRON_EDGES_${target} ${ARGN})
+    list(APPEND VELDRON_TARGETS ${target})
+endmacro()
+
+function(veldron_check_edges target)
+    if(NOT target IN_LIST VELDRON_TARGETS)
+        message(FATAL_ERROR "${target} has no row in the table of allowed edges")
+    endif()
+    foreach(lower IN LISTS ARGN)
+        if(NOT lower IN_LIST VELDRON_EDGES_${target})
+            message(FATAL_ERROR "${target} may not use ${lower}")
+        endif()
+    endforeach()
+endfunction()
+
+function(veldron_compile_rules target)
+    target_include_directories(${target} PUBLIC ${PROJECT_SOURCE_DIR})
+    target_compile_definitions(${target} PRIVATE QT_NO_KEYWORDS QT_NO_CAST_FROM_BYTEARRAY
+        QT_NO_NARROWING_CONVERSIONS_IN_CONNECT QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+    target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
+        -Wsign-conversion -Wnon-virtual-dtor -Wold-style-cast -Wcast-qual -Woverloaded-virtual
+        -Wformat=2 -Werror)
+    if(VELDRON_SANITIZE)
+        target_compile_options(${target} PRIVATE -fsanitize=address,undefined
+            -fno-sanitize-recover=all -fno-omit-frame-pointer)
+        target_link_options(${target} PRIVATE -fsanitize=address,undefined)
+    endif()
+    if(VELDRON_COVERAGE)
+        target_compile_options(${target} PRIVATE --coverage)
+        target_link_options(${target} PRIVATE --coverage)
+    endif()
+endfunction()
+
+# veldron_library(<target> SOURCES ... USES <lower targets> QT <modules>)
+function(veldron_library target)
+    cmake_parse_arguments(ARG "" "" "SOURCES;USES;QT" ${ARGN})
+    veldron_check_edges(${target} ${ARG_USES})
+    add_library(veldron_${target} STATIC ${ARG_SOURCES})
+    add_library(veldron::${target} ALIAS veldron_${target})
+    veldron_compile_rules(veldron_${target})
+    foreach(lower IN LISTS ARG_USES)
+        target_link_libraries(veldron_${target} PUBLIC veldron::${lower})
+    endforeach()
+    foreach(module IN LISTS ARG_QT)
+        target_link_libraries(veldron_${target} PUBLIC Qt6::${module})
+    endforeach()
+endfunction()

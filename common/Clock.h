@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QDateTime>
+
+namespace veldron {
+
+/// The one source of time. The program's reads the machine, a test's is moved by hand.
+class Clock {
+  public:
+    Clock() = default;
+    Clock(const Clock &) = delete;
+    Clock &operator=(const Clock &) = delete;
+    virtual ~Clock() = default;
+
+    /// Local time of day in seconds since midnight, from 0 up to 86400, in single precision
+    /// (steps of 1/128 s in the evening).
+    [[nodiscard]] virtual float timeOfDay() = 0;
+    /// Local date and time of day of one and the same moment, to the millisecond.
+    [[nodiscard]] virtual QDateTime now() = 0;
+    /// Rests the thread for about \a milliseconds, without turning the event loop.
+    virtual void rest(int milliseconds) = 0;
+};
+
+} // namespace veldron

@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QChar>
+#include <QString>
+#include <QtGlobal>
+
+#include <compare>
+#include <optional>
+
+namespace veldron {
+
+/// A frequency, or a difference of two, in hertz: signed 64-bit fixed point with four decimals.
+///
+/// The range is about +-9.2e14 Hz; sums and products that leave it are not guarded, conversions
+/// from floating point saturate. Comparison is exact.
+class Hertz {
+  public:
+    /// Units of the fixed-point number in one hertz.
+    static constexpr qint64 kUnitsPerHertz = 10000;
+
+    constexpr Hertz() = default;
+    [[nodiscard]] static constexpr Hertz fromUnits(qint64 units) {
+        Hertz value;
+        value.m_units = units;
+        return value;
+    }
+    /// \a hertz is a whole number of hertz.
+    [[nodiscard]] static constexpr Hertz fromWhole(qint64 hertz) {
+        return fromUnits(hertz * kUnitsPerHertz);
+    }
+    /// Nearest to \a hertz, ties to even, saturated; NaN gives 0.
+    [[nodiscard]] static Hertz fromDouble(double hertz);
+    /// Strict reading of plain decimal text: optional sign, digits, at most one \a decimalMark,
+    /// blanks around allowed, decimals past the fourth rounded half to even. Nothing on any other
+    /// text or out of range.
+    [[nodiscard]] static std::optional<Hertz> fromText(const QString &text, QChar decimalMark);
+
+    [[nodiscard]] constexpr qint64 units() const { return m_units; }
+    [[nodiscard]] double toDouble() const;
+    /// Nearest whole hertz, ties to even.
+    [[nodiscard]] qint64 rounded() const;
+    /// Nearest whole hertz, ties to even, saturated to 32 bits.
+    [[nodiscard]] qint32 roundedTo32() const;
+    /// A part of it: nearest unit, ties to even. \a divisor is not 0.
+    [[nodiscard]] Hertz dividedBy(qint64 divisor) const;
+    /// Shortest decimal text in hertz: no trailing zeros, no thousands mark, "-" in front.
+    [[nodiscard]] QString toText(QChar decimalMark = QLatin1Char('.')) const;
+
+    constexpr Hertz &operator+=(Hertz other) {
+        m_units += other.m_units;
+        return *this;
+    }
+    constexpr Hertz &operator-=(Hertz other) {
+        m_units -= other.m_units;
+        return *this;
+    }
+    friend constexpr Hertz operator+(Hertz a, Hertz b) { return a += b; }
+    friend constexpr Hertz operator-(Hertz a, Hertz b) { return a -= b; }
+    friend constexpr Hertz operator-(Hertz a) { return fromUnits(-a.m_units); }
+    friend constexpr Hertz operator*(Hertz a, qint64 factor) {
+        return fromUnits(a.m_units * factor);
+    }
+    friend constexpr Hertz operator*(qint64 factor, Hertz a) { return a * factor; }
+    friend constexpr auto operator<=>(Hertz a, Hertz b) = default;
+
+  private:
+    qint64 m_units = 0;
+};
+
+} // namespace veldron

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#include "common/ProgramFolder.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+namespace veldron::ProgramFolder {
+
+QString path() {
+    return choose(QCoreApplication::applicationDirPath(),
+                  QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
+}
+
+QString choose(const QString &executableFolder, const QString &userFolder) {
+    if (QFileInfo(executableFolder).isWritable()) {
+        return executableFolder;
+    }
+    QDir().mkpath(userFolder);
+    return userFolder;
+}
+
+} // namespace veldron::ProgramFolder

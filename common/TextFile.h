@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: MIT
+// Text files as bytes: Latin-1, so that every byte value survives, and line ends written and read
+// by hand. Every failure is an UntrappedError of the kind File.
+#pragma once
+
+#include <QByteArray>
+#include <QFile>
+#include <QSaveFile>
+#include <QString>
+
+#include <memory>
+
+namespace veldron {
+
+/// Takes whole lines of text, one after the other.
+class LineSink {
+  public:
+    LineSink() = default;
+    LineSink(const LineSink &) = delete;
+    LineSink &operator=(const LineSink &) = delete;
+    virtual ~LineSink() = default;
+
+    /// Writes \a line, as Latin-1, and CR LF.
+    virtual void writeLine(const QString &line) = 0;
+};
+
+/// Reads a text file strictly forward, with memory that does not grow with the file.
+///
+/// CR LF, a lone CR and a lone LF each end a line; a last line without an end counts.
+class TextFileReader {
+  public:
+    /// Of a longer line only this many bytes are kept; its true length is still told.
+    static constexpr qsizetype kLongestLine = 65536;
+
+    /// Opens \a path for reading.
+    explicit TextFileReader(const QString &path);
+    /// Reads from \a source, which is open; for tests.
+    explicit TextFileReader(std::unique_ptr<QIODevice> source);
+
+    [[nodiscard]] bool atEnd();
+    /// The next line without its end. Reading at the end of the file is an error.
+    [[nodiscard]] QString readLine();
+    /// Length in characters of the last line read, without its end.
+    [[nodiscard]] qint64 lastLineLength() const { return m_lastLineLength; }
+    /// Number of the last line read, counted from 1.
+    [[nodiscard]] qint64 lineNumber() const { return m_lineNumber; }
+    /// Size of the file in bytes at this moment.
+    [[nodiscard]] qint64 size() const;
+    [[nodiscard]] QString path() const { return m_path; }
+    /// Further reads are errors; a second close does nothing.
+    void close();
+
+  private:
+    bool fill();
+    void takeLineEnd(char end);
+
+    QString m_path;
+    std::unique_ptr<QIODevice> m_source;
+    QByteArray m_buffer;
+    qsizetype m_position = 0;
+    qint64 m_lastLineLength = 0;
+    qint64 m_lineNumber = 0;
+};
+
+/// Appends lines to a new file, each with one unbuffered write, so that a program that is killed
+/// loses the line in hand at most. A line that can't be written whole is taken back.
+class TextFileWriter : public LineSink {
+  public:
+    /// Makes \a path anew, replacing what stood there.
+    explicit TextFileWriter(const QString &path);
+
+    void writeLine(const QString &line) override;
+    [[nodiscard]] QString path() const { return m_file.fileName(); }
+    /// A second close does nothing.
+    void close();
+
+  private:
+    QFile m_file;
+};
+
+/// Writes a file that replaces the old one only when it is whole.
+class ReplacingTextFileWriter : public LineSink {
+  public:
+    explicit ReplacingTextFileWriter(const QString &path);
+
+    void writeLine(const QString &line) override;
+    /// Puts the new file in the old one's place. Without it the old file stays as it was.
+    void commit();
+
+  private:
+    QSaveFile m_file;
+};
+
+} // namespace veldron

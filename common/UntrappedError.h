@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+#include <exception>
+#include <functional>
+#include <utility>
+
+namespace veldron {
+
+/// An error that nobody on the spot may swallow: it ends the program through the error report.
+///
+/// Where a routine traps errors it catches this type right there; everywhere else it travels up to
+/// the ErrorGuard around the slot.
+class UntrappedError : public std::exception {
+  public:
+    enum class Kind {
+        Overflow,     ///< a number left the range of its type
+        OutOfRange,   ///< an index or an array bound that does not exist
+        DivideByZero, ///< a quotient that has no value
+        BadValue,     ///< a text that can't be converted
+        File,         ///< a file that can't be opened, read or written
+    };
+
+    /// \a message says in plain words what happened and where, for the user.
+    UntrappedError(Kind kind, QString message)
+        : m_kind(kind), m_message(std::move(message)), m_bytes(m_message.toUtf8()) {}
+
+    [[nodiscard]] Kind kind() const { return m_kind; }
+    [[nodiscard]] const QString &message() const { return m_message; }
+    [[nodiscard]] const char *what() const noexcept override { return m_bytes.constData(); }
+
+  private:
+    Kind m_kind;
+    QString m_message;
+    QByteArray m_bytes;
+};
+
+/// Stands around the body of a slot, so that no error runs through the toolkit's frames.
+class ErrorGuard {
+  public:
+    using Report = std::function<void(const UntrappedError &)>;
+
+    /// \a report ends the program (or, in a test, notes the error).
+    explicit ErrorGuard(Report report) : m_report(std::move(report)) {}
+
+    /// Runs \a body; an UntrappedError out of it goes to the report.
+    template <typename Body>
+    void run(Body &&body) const {
+        try {
+            std::forward<Body>(body)();
+        } catch (const UntrappedError &error) {
+            m_report(error);
+        }
+    }
+
+  private:
+    Report m_report;
+};
+
+} // namespace veldron

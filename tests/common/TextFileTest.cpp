@@ -1,0 +1,160 @@
+// SPDX-License-Identifier: MIT
+#include "common/TextFile.h"
+
+#include "common/UntrappedError.h"
+
+#include <QBuffer>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace veldron {
+namespace {
+
+class TextFileTest : public testing::Test {
+  protected:
+    static TextFileReader reading(const QByteArray &bytes) {
+        auto buffer = std::make_unique<QBuffer>();
+        buffer->setData(bytes);
+        buffer->open(QIODevice::ReadOnly);
+        return TextFileReader(std::move(buffer));
+    }
+    static QStringList linesOf(const QByteArray &bytes) {
+        TextFileReader reader = reading(bytes);
+        QStringList lines;
+        while (!reader.atEnd()) {
+            lines += reader.readLine();
+        }
+        return lines;
+    }
+    [[nodiscard]] QString path(const char *name) const {
+        return m_folder.filePath(QString::fromLatin1(name));
+    }
+    static QByteArray bytesOf(const QString &path) {
+        QFile file(path);
+        file.open(QIODevice::ReadOnly);
+        return file.readAll();
+    }
+
+    QTemporaryDir m_folder;
+};
+
+TEST_F(TextFileTest, eachKindOfLineEnd_endsALine) {
+    const struct {
+        QByteArray bytes;
+        QStringList lines;
+    } cases[] = {{"a\r\nb\r\n", {"a", "b"}},
+                 {"a\rb\r", {"a", "b"}},
+                 {"a\nb\n", {"a", "b"}},
+                 {"a\n\rb", {"a", "", "b"}},
+                 {"a\r\n\r\nb", {"a", "", "b"}},
+                 {"a", {"a"}},
+                 {"\r\n", {""}},
+                 {"", {}}};
+    for (const auto &item : cases) {
+        EXPECT_EQ(linesOf(item.bytes), item.lines) << item.bytes.toStdString();
+    }
+}
+
+TEST_F(TextFileTest, lineEndSplitByTheReadBuffer_isOneLineEnd) {
+    QByteArray bytes(32767, 'x');
+    bytes += "\r\nlast";
+    EXPECT_EQ(linesOf(bytes).size(), 2);
+    EXPECT_EQ(linesOf(bytes)[1], QStringLiteral("last"));
+}
+
+TEST_F(TextFileTest, everyByteValueButLineEnds_survivesWritingAndReading) {
+    QString line;
+    for (int value = 0; value < 256; ++value) {
+        if (value != '\r' && value != '\n') {
+            line += QLatin1Char(static_cast<char>(value));
+        }
+    }
+    {
+        TextFileWriter writer(path("bytes.txt"));
+        writer.writeLine(line);
+    }
+    TextFileReader reader(path("bytes.txt"));
+    EXPECT_EQ(reader.readLine(), line);
+    EXPECT_EQ(reader.lastLineLength(), 254);
+    EXPECT_TRUE(reader.atEnd());
+}
+
+TEST_F(TextFileTest, veryLongLine_keepsItsStartAndTellsItsLength) {
+    TextFileReader reader = reading(QByteArray(200000, 'y') + "\r\nnext");
+    EXPECT_EQ(reader.readLine().size(), TextFileReader::kLongestLine);
+    EXPECT_EQ(reader.lastLineLength(), 200000);
+    EXPECT_EQ(reader.readLine(), QStringLiteral("next"));
+    EXPECT_EQ(reader.lineNumber(), 2);
+}
+
+TEST_F(TextFileTest, readingAtTheEnd_isAFileError) {
+    TextFileReader reader = reading("only");
+    EXPECT_EQ(reader.readLine(), QStringLiteral("only"));
+    EXPECT_THROW((void)reader.readLine(), UntrappedError);
+}
+
+TEST_F(TextFileTest, closedTwice_isAtItsEnd) {
+    TextFileReader reader = reading("a\r\nb");
+    reader.close();
+    reader.close();
+    EXPECT_TRUE(reader.atEnd());
+    EXPECT_THROW((void)reader.readLine(), UntrappedError);
+}
+
+TEST_F(TextFileTest, missingFile_isAFileErrorThatNamesIt) {
+    try {
+        const TextFileReader reader(path("absent"));
+        FAIL();
+    } catch (const UntrappedError &error) {
+        EXPECT_EQ(error.kind(), UntrappedError::Kind::File);
+        EXPECT_TRUE(error.message().contains(QStringLiteral("absent")));
+    }
+}
+
+TEST_F(TextFileTest, writer_replacesWhatStoodThereAndWritesEachLineAtOnce) {
+    { TextFileWriter(path("w.txt")).writeLine(QStringLiteral("an older and longer line")); }
+    TextFileWriter writer(path("w.txt"));
+    writer.writeLine(QStringLiteral("one"));
+    EXPECT_EQ(bytesOf(path("w.txt")), "one\r\n");
+    writer.writeLine(QStringLiteral("two"));
+    EXPECT_EQ(bytesOf(path("w.txt")), "one\r\ntwo\r\n");
+}
+
+TEST_F(TextFileTest, writerClosedTwice_refusesFurtherLines) {
+    TextFileWriter writer(path("w.txt"));
+    writer.close();
+    writer.close();
+    EXPECT_THROW(writer.writeLine(QStringLiteral("x")), UntrappedError);
+}
+
+TEST_F(TextFileTest, writerOnAFullDevice_isAFileError) {
+    TextFileWriter writer(QStringLiteral("/dev/full"));
+    EXPECT_THROW(writer.writeLine(QStringLiteral("x")), UntrappedError);
+}
+
+TEST_F(TextFileTest, writerIntoAMissingFolder_isAFileError) {
+    EXPECT_THROW(TextFileWriter(path("no/such/folder.txt")), UntrappedError);
+}
+
+TEST_F(TextFileTest, replacingWriter_keepsTheOldFileUntilTheCommit) {
+    { TextFileWriter(path("s.set")).writeLine(QStringLiteral("old")); }
+    {
+        ReplacingTextFileWriter writer(path("s.set"));
+        writer.writeLine(QStringLiteral("half"));
+        EXPECT_EQ(bytesOf(path("s.set")), "old\r\n");
+    }
+    EXPECT_EQ(bytesOf(path("s.set")), "old\r\n");
+    ReplacingTextFileWriter writer(path("s.set"));
+    writer.writeLine(QStringLiteral("new"));
+    writer.commit();
+    EXPECT_EQ(bytesOf(path("s.set")), "new\r\n");
+}
+
+TEST_F(TextFileTest, replacingWriterIntoAMissingFolder_isAFileError) {
+    EXPECT_THROW(ReplacingTextFileWriter(path("no/such.set")), UntrappedError);
+}
+
+} // namespace
+} // namespace veldron
