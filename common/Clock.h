@@ -7,7 +7,7 @@ namespace veldron {
 
 /// The one source of time. The program's reads the machine, a test's is moved by hand.
 class Clock {
-  public:
+public:
     Clock() = default;
     Clock(const Clock &) = delete;
     Clock &operator=(const Clock &) = delete;

@@ -111,6 +111,9 @@ std::optional<QTime> DateTimeText::readTime(const QString &text) const {
 
 QString DateTimeText::percentText(double share) const {
     QString text = QString::number(share * 100.0, 'f', 2);
+    if (text == QLatin1String("-0.00")) {
+        text.remove(0, 1); // nothing has no sign
+    }
     text.replace(QLatin1Char('.'), m_decimalMark);
     return text + QLatin1Char('%');
 }

@@ -17,7 +17,7 @@ namespace veldron {
 /// name (which can't be read back). Where such a text would hold anything but printable ASCII, or
 /// would not read back as it was written, the plain forms yyyy-MM-dd and HH:mm:ss stand in for it.
 class DateTimeText {
-  public:
+public:
     explicit DateTimeText(const QLocale &locale);
 
     [[nodiscard]] QString dateText(QDate date) const;
@@ -31,7 +31,7 @@ class DateTimeText {
     /// \a share (1 is the whole) in percent with two decimals and no blank: "39.06%".
     [[nodiscard]] QString percentText(double share) const;
 
-  private:
+private:
     QLocale m_locale;
     QString m_dateFormat;
     QString m_timeFormat;

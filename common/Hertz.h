@@ -6,16 +6,17 @@
 #include <QtGlobal>
 
 #include <compare>
+#include <limits>
 #include <optional>
 
 namespace veldron {
 
 /// A frequency, or a difference of two, in hertz: signed 64-bit fixed point with four decimals.
 ///
-/// The range is about +-9.2e14 Hz; sums and products that leave it are not guarded, conversions
-/// from floating point saturate. Comparison is exact.
+/// The range is about +-9.2e14 Hz; sums, products and conversions from floating point that leave it
+/// saturate. Comparison is exact.
 class Hertz {
-  public:
+public:
     /// Units of the fixed-point number in one hertz.
     static constexpr qint64 kUnitsPerHertz = 10000;
 
@@ -27,7 +28,7 @@ class Hertz {
     }
     /// \a hertz is a whole number of hertz.
     [[nodiscard]] static constexpr Hertz fromWhole(qint64 hertz) {
-        return fromUnits(hertz * kUnitsPerHertz);
+        return fromUnits(product(hertz, kUnitsPerHertz));
     }
     /// Nearest to \a hertz, ties to even, saturated; NaN gives 0.
     [[nodiscard]] static Hertz fromDouble(double hertz);
@@ -48,23 +49,36 @@ class Hertz {
     [[nodiscard]] QString toText(QChar decimalMark = QLatin1Char('.')) const;
 
     constexpr Hertz &operator+=(Hertz other) {
-        m_units += other.m_units;
+        if (__builtin_add_overflow(m_units, other.m_units, &m_units)) {
+            m_units = limit(other.m_units < 0);
+        }
         return *this;
     }
     constexpr Hertz &operator-=(Hertz other) {
-        m_units -= other.m_units;
+        if (__builtin_sub_overflow(m_units, other.m_units, &m_units)) {
+            m_units = limit(other.m_units > 0);
+        }
         return *this;
     }
     friend constexpr Hertz operator+(Hertz a, Hertz b) { return a += b; }
     friend constexpr Hertz operator-(Hertz a, Hertz b) { return a -= b; }
-    friend constexpr Hertz operator-(Hertz a) { return fromUnits(-a.m_units); }
+    friend constexpr Hertz operator-(Hertz a) { return Hertz() - a; }
     friend constexpr Hertz operator*(Hertz a, qint64 factor) {
-        return fromUnits(a.m_units * factor);
+        return fromUnits(product(a.m_units, factor));
     }
     friend constexpr Hertz operator*(qint64 factor, Hertz a) { return a * factor; }
     friend constexpr auto operator<=>(Hertz a, Hertz b) = default;
 
-  private:
+private:
+    /// The end of the range on the side of the sign.
+    [[nodiscard]] static constexpr qint64 limit(bool negative) {
+        return negative ? std::numeric_limits<qint64>::min() : std::numeric_limits<qint64>::max();
+    }
+    [[nodiscard]] static constexpr qint64 product(qint64 a, qint64 b) {
+        qint64 result = 0;
+        return __builtin_mul_overflow(a, b, &result) ? limit((a < 0) != (b < 0)) : result;
+    }
+
     qint64 m_units = 0;
 };
 

@@ -116,7 +116,13 @@ void TextFileWriter::writeLine(const QString &line) {
 }
 
 void TextFileWriter::close() {
+    if (!m_file.isOpen()) {
+        return;
+    }
     m_file.close();
+    if (m_file.error() != QFileDevice::NoError) {
+        fail(QStringLiteral("Can't close the file"), m_file.fileName(), m_file.errorString());
+    }
 }
 
 ReplacingTextFileWriter::ReplacingTextFileWriter(const QString &path) : m_file(path) {

@@ -14,7 +14,7 @@ namespace veldron {
 
 /// Takes whole lines of text, one after the other.
 class LineSink {
-  public:
+public:
     LineSink() = default;
     LineSink(const LineSink &) = delete;
     LineSink &operator=(const LineSink &) = delete;
@@ -28,7 +28,7 @@ class LineSink {
 ///
 /// CR LF, a lone CR and a lone LF each end a line; a last line without an end counts.
 class TextFileReader {
-  public:
+public:
     /// Of a longer line only this many bytes are kept; its true length is still told.
     static constexpr qsizetype kLongestLine = 65536;
 
@@ -50,7 +50,7 @@ class TextFileReader {
     /// Further reads are errors; a second close does nothing.
     void close();
 
-  private:
+private:
     bool fill();
     void takeLineEnd(char end);
 
@@ -65,29 +65,30 @@ class TextFileReader {
 /// Appends lines to a new file, each with one unbuffered write, so that a program that is killed
 /// loses the line in hand at most. A line that can't be written whole is taken back.
 class TextFileWriter : public LineSink {
-  public:
+public:
     /// Makes \a path anew, replacing what stood there.
     explicit TextFileWriter(const QString &path);
 
     void writeLine(const QString &line) override;
     [[nodiscard]] QString path() const { return m_file.fileName(); }
-    /// A second close does nothing.
+    /// An error here is a file error too, but the file is closed all the same; a second close does
+    /// nothing.
     void close();
 
-  private:
+private:
     QFile m_file;
 };
 
 /// Writes a file that replaces the old one only when it is whole.
 class ReplacingTextFileWriter : public LineSink {
-  public:
+public:
     explicit ReplacingTextFileWriter(const QString &path);
 
     void writeLine(const QString &line) override;
     /// Puts the new file in the old one's place. Without it the old file stays as it was.
     void commit();
 
-  private:
+private:
     QSaveFile m_file;
 };
 

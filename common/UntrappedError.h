@@ -14,7 +14,7 @@ namespace veldron {
 /// Where a routine traps errors it catches this type right there; everywhere else it travels up to
 /// the ErrorGuard around the slot.
 class UntrappedError : public std::exception {
-  public:
+public:
     enum class Kind {
         Overflow,     ///< a number left the range of its type
         OutOfRange,   ///< an index or an array bound that does not exist
@@ -31,7 +31,7 @@ class UntrappedError : public std::exception {
     [[nodiscard]] const QString &message() const { return m_message; }
     [[nodiscard]] const char *what() const noexcept override { return m_bytes.constData(); }
 
-  private:
+private:
     Kind m_kind;
     QString m_message;
     QByteArray m_bytes;
@@ -39,7 +39,7 @@ class UntrappedError : public std::exception {
 
 /// Stands around the body of a slot, so that no error runs through the toolkit's frames.
 class ErrorGuard {
-  public:
+public:
     using Report = std::function<void(const UntrappedError &)>;
 
     /// \a report ends the program (or, in a test, notes the error).
@@ -55,7 +55,7 @@ class ErrorGuard {
         }
     }
 
-  private:
+private:
     Report m_report;
 };
 

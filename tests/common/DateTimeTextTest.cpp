@@ -35,6 +35,8 @@ TEST(DateTimeText, percent_twoDecimalsNoBlank) {
     EXPECT_EQ(texts.percentText(0.3906), QStringLiteral("39.06%"));
     EXPECT_EQ(texts.percentText(1.0), QStringLiteral("100.00%"));
     EXPECT_EQ(texts.percentText(0.0), QStringLiteral("0.00%"));
+    EXPECT_EQ(texts.percentText(-0.25), QStringLiteral("-25.00%"));
+    EXPECT_EQ(texts.percentText(-0.00001), QStringLiteral("0.00%"));
 }
 
 TEST(DateTimeText, everyLocale_writesPlainAsciiThatReadsBack) {

@@ -41,6 +41,20 @@ TEST(Hertz, arithmeticAndOrder) {
     EXPECT_LT(b, a);
 }
 
+TEST(Hertz, sumsAndProductsPastTheRange_saturate) {
+    constexpr Hertz highest = Hertz::fromUnits(std::numeric_limits<qint64>::max());
+    constexpr Hertz lowest = Hertz::fromUnits(std::numeric_limits<qint64>::min());
+    constexpr Hertz one = Hertz::fromWhole(1);
+    EXPECT_EQ(highest + one, highest);
+    EXPECT_EQ(lowest + -one, lowest);
+    EXPECT_EQ(lowest - one, lowest);
+    EXPECT_EQ(highest - -one, highest);
+    EXPECT_EQ(-lowest, highest);
+    EXPECT_EQ(highest * -2, lowest);
+    EXPECT_EQ(lowest * -2, highest);
+    EXPECT_EQ(Hertz::fromWhole(std::numeric_limits<qint64>::min()), lowest);
+}
+
 TEST(Hertz, toText_shortestForm) {
     const struct {
         qint64 units;

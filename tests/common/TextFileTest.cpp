@@ -13,7 +13,7 @@ namespace veldron {
 namespace {
 
 class TextFileTest : public testing::Test {
-  protected:
+protected:
     static TextFileReader reading(const QByteArray &bytes) {
         auto buffer = std::make_unique<QBuffer>();
         buffer->setData(bytes);

@@ -10,7 +10,7 @@ namespace veldron {
 /// A clock that moves only when it is told to: by hand, by a fixed amount at each reading (for the
 /// loops that wait on the time of day), or by what a rest asks for.
 class ManualClock : public Clock {
-  public:
+public:
     ManualClock() = default;
     explicit ManualClock(double secondsOfDay, QDate date = QDate(2026, 3, 14))
         : m_date(date), m_seconds(secondsOfDay) {}
@@ -46,7 +46,7 @@ class ManualClock : public Clock {
     [[nodiscard]] int readings() const { return m_readings; }
     [[nodiscard]] const std::vector<int> &rests() const { return m_rests; }
 
-  private:
+private:
     QDate m_date = QDate(2026, 3, 14);
     double m_seconds = 0.0;
     double m_stepPerReading = 0.0;
