@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: MIT
+#include "panels/PanelGrid.h"
+
+#include <QFontMetrics>
+#include <QLineEdit>
+
+namespace veldron {
+
+namespace {
+
+/// Beyond the font's height: frame and inner distances of an entry or a list.
+constexpr int kControlPadding = 10;
+constexpr int kLinesPerRow = 2;
+
+} // namespace
+
+PanelGrid::PanelGrid(QFrame &panel) : m_panel(panel), m_layout(new QGridLayout(&panel)) {
+    constexpr int sideMargin = 8;
+    constexpr int topMargin = 3;
+    constexpr int bottomMargin = 5;
+    constexpr int columnDistance = 8;
+    constexpr int lineDistance = 1;
+    panel.setFrameStyle(QFrame::StyledPanel | QFrame::Plain);
+    panel.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    m_layout->setContentsMargins(sideMargin, topMargin, sideMargin, bottomMargin);
+    m_layout->setHorizontalSpacing(columnDistance);
+    m_layout->setVerticalSpacing(lineDistance);
+}
+
+QLabel *PanelGrid::add(Cell cell, const QString &labelName, const QString &labelText,
+                       const QString &controlName, QWidget *control) {
+    addControl(cell, controlName, control);
+    return addLabel(cell, labelName, labelText, control);
+}
+
+QLabel *PanelGrid::addLabel(Cell cell, const QString &labelName, const QString &labelText,
+                            QWidget *buddy) {
+    auto *label = new QLabel(&m_panel);
+    label->setObjectName(labelName);
+    label->setBuddy(buddy);
+    label->setFixedHeight(label->fontMetrics().height() + 2);
+    label->setAlignment(Qt::AlignLeft | Qt::AlignBottom);
+    keepPlaceWhenHidden(*label);
+    m_layout->addWidget(label, cell.row * kLinesPerRow, cell.column, 1, cell.columns);
+    rename(*label, labelText);
+    return label;
+}
+
+void PanelGrid::addControl(Cell cell, const QString &controlName, QWidget *control) {
+    control->setObjectName(controlName);
+    control->setFixedHeight(controlHeight(*control));
+    keepPlaceWhenHidden(*control);
+    m_layout->addWidget(control, cell.row * kLinesPerRow + 1, cell.column, 1, cell.columns);
+}
+
+void PanelGrid::rename(QLabel &label, const QString &text) {
+    label.setText(text);
+    if (QWidget *control = label.buddy()) {
+        control->setAccessibleName(text);
+    }
+}
+
+void PanelGrid::keepPlaceWhenHidden(QWidget &widget) {
+    QSizePolicy policy = widget.sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    widget.setSizePolicy(policy);
+}
+
+int PanelGrid::boxWidth(const QWidget &box, const QString &text) {
+    constexpr int padding = 16;
+    return box.fontMetrics().horizontalAdvance(text) + padding;
+}
+
+int PanelGrid::controlHeight(const QWidget &control) {
+    return control.fontMetrics().height() + kControlPadding;
+}
+
+} // namespace veldron

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QFrame>
+#include <QGridLayout>
+#include <QLabel>
+#include <QString>
+
+namespace veldron {
+
+/// The common face of the panels: a thin frame, two rows of cells, each cell a control under its
+/// label. Heights, margins and distances follow from the font alone, so that panels side by side
+/// stand on common base lines.
+class PanelGrid {
+public:
+    /// Lays \a panel out; it owns what is added. The grid itself may go after the last cell.
+    explicit PanelGrid(QFrame &panel);
+
+    struct Cell {
+        int row;    ///< 0 or 1
+        int column; ///< from 0
+        int columns = 1;
+    };
+
+    /// Puts \a control under a new label. Both get their object names, the label becomes the
+    /// control's buddy and gives it its accessible name.
+    QLabel *add(Cell cell, const QString &labelName, const QString &labelText,
+                const QString &controlName, QWidget *control);
+    /// A label alone: for \a buddy, which stands in a cell together with other controls.
+    QLabel *addLabel(Cell cell, const QString &labelName, const QString &labelText, QWidget *buddy);
+    /// Puts a control without a label onto the line of the controls.
+    void addControl(Cell cell, const QString &controlName, QWidget *control);
+
+    /// A new text for a label that is already there, and with it for its control.
+    static void rename(QLabel &label, const QString &text);
+    /// A hidden control leaves its place empty, so that nothing else moves.
+    static void keepPlaceWhenHidden(QWidget &widget);
+    /// Width of a box that shows \a text without cutting it off.
+    [[nodiscard]] static int boxWidth(const QWidget &box, const QString &text);
+    /// Height of every control, in pixels.
+    [[nodiscard]] static int controlHeight(const QWidget &control);
+
+private:
+    QFrame &m_panel;
+    QGridLayout *m_layout;
+};
+
+} // namespace veldron

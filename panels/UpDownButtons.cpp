@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#include "panels/UpDownButtons.h"
+
+#include "common/Numbers.h"
+#include "panels/EntryBox.h"
+#include "panels/GeneralUtilities.h"
+
+#include <QToolButton>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace veldron {
+
+UpDownButtons::UpDownButtons(EntryBox &partner, const QString &name, QWidget *parent)
+    : QWidget(parent), m_partner(partner) {
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(addButton(Qt::UpArrow, name + QStringLiteral(" up"), kIncrement));
+    column->addWidget(addButton(Qt::DownArrow, name + QStringLiteral(" down"), -kIncrement));
+}
+
+QToolButton *UpDownButtons::addButton(Qt::ArrowType arrow, const QString &name, int change) {
+    constexpr int width = 18;
+    auto *button = new QToolButton(this);
+    button->setObjectName(arrow == Qt::UpArrow ? QStringLiteral("udSamplesUp")
+                                               : QStringLiteral("udSamplesDown"));
+    button->setArrowType(arrow);
+    button->setAccessibleName(name);
+    button->setAutoRepeat(true);
+    button->setFocusPolicy(Qt::StrongFocus);
+    button->setFixedWidth(width);
+    button->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Ignored);
+    connect(button, &QToolButton::clicked, this, [this, change] { step(change); });
+    return button;
+}
+
+void UpDownButtons::step(int change) {
+    const int present = Numbers::roundTo<qint16>(GeneralUtilities::LeadingNumber(m_partner.text()));
+    m_partner.showText(QString::number(std::clamp(present + change, kLower, m_upper)));
+}
+
+} // namespace veldron

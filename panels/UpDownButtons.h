@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QWidget>
+
+class QToolButton;
+
+namespace veldron {
+
+class EntryBox;
+
+/// A pair of small buttons, up over down, that write the next whole number into the text of their
+/// partner. Whatever stands there, a press leaves a number within the limits.
+class UpDownButtons : public QWidget {
+    Q_OBJECT
+
+public:
+    static constexpr int kLower = 2;
+    static constexpr int kIncrement = 1;
+
+    /// \a partner outlives the buttons. \a name is what the buttons count, for their accessible
+    /// names.
+    UpDownButtons(EntryBox &partner, const QString &name, QWidget *parent);
+
+    [[nodiscard]] int upper() const { return m_upper; }
+    void setUpper(int upper) { m_upper = upper; }
+
+private:
+    QToolButton *addButton(Qt::ArrowType arrow, const QString &name, int change);
+    void step(int change);
+
+    EntryBox &m_partner;
+    int m_upper = 31;
+};
+
+} // namespace veldron

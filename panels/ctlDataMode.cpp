@@ -1,0 +1,243 @@
+// SPDX-License-Identifier: MIT
+#include "panels/ctlDataMode.h"
+
+#include "common/Numbers.h"
+#include "panels/EntryBox.h"
+#include "panels/FixedList.h"
+#include "panels/GeneralUtilities.h"
+#include "panels/PanelGrid.h"
+#include "panels/UpDownButtons.h"
+#include "panels/UpdatingScope.h"
+
+#include <QHBoxLayout>
+#include <QPushButton>
+
+namespace veldron {
+
+namespace {
+
+constexpr qint32 kRBWChanged = 1;
+constexpr qint32 kAmpChanged = 2;
+constexpr qint32 kDataModeChanged = 4;
+constexpr qint32 kSamplesChanged = 8;
+constexpr qint32 kResetPressed = 16;
+
+constexpr qint16 kNormalMode = 1;
+constexpr qint16 kAverageMode = 2;
+constexpr qint16 kMaximumMode = 3;
+constexpr qint16 kLowestAmp = -30;
+
+} // namespace
+
+ctlDataMode::ctlDataMode(QWidget *parent) : QFrame(parent) {
+    PanelGrid grid(*this);
+    makeInputRow(grid);
+    makeDataRow(grid);
+    reactToRBW();
+    reactToAmp();
+    reactToDataMode();
+    wireControls();
+}
+
+void ctlDataMode::makeInputRow(PanelGrid &grid) {
+    cboRBW = new FixedList(this);
+    // The item values are the bandwidths in hertz; RBW itself is the row.
+    cboRBW->addItem(QStringLiteral("4 kHz"), 4'000);
+    cboRBW->addItem(QStringLiteral("32 kHz"), 32'000);
+    cboRBW->addItem(QStringLiteral("64 kHz"), 64'000);
+    cboRBW->addItem(QStringLiteral("128 kHz"), 128'000);
+    grid.add({0, 0}, QStringLiteral("Label1"), QStringLiteral("RBW"), QStringLiteral("cboRBW"),
+             cboRBW);
+    cboAmp = new FixedList(this);
+    cboAmp->addItem(QStringLiteral("0 dB"), 0);
+    cboAmp->addItem(QStringLiteral("-10 dB"), -10);
+    cboAmp->addItem(QStringLiteral("-20 dB"), -20);
+    cboAmp->addItem(QStringLiteral("-30 dB"), -30);
+    grid.add({0, 1}, QStringLiteral("Label2"), QStringLiteral("Amp"), QStringLiteral("cboAmp"),
+             cboAmp);
+}
+
+void ctlDataMode::makeDataRow(PanelGrid &grid) {
+    cboDataMode = new FixedList(this);
+    cboDataMode->addItems({QStringLiteral("Normal"), QStringLiteral("Avg"), QStringLiteral("Max"),
+                           QStringLiteral("Med")});
+    grid.add({1, 0}, QStringLiteral("Label3"), QStringLiteral("Data mode"),
+             QStringLiteral("cboDataMode"), cboDataMode);
+    grid.addControl({1, 1}, QStringLiteral("samplesPair"), makeSamplesPair());
+    lblSamples =
+        grid.addLabel({1, 1}, QStringLiteral("lblSamples"), QStringLiteral("Samples"), txtSamples);
+    // In the same place, and made later so that it lies above the pair.
+    cmdReset = new QPushButton(QStringLiteral("Reset"), this);
+    cmdReset->setToolTip(QStringLiteral("Reset levels to zero"));
+    cmdReset->setAccessibleName(QStringLiteral("Reset"));
+    grid.addControl({1, 1}, QStringLiteral("cmdReset"), cmdReset);
+    cmdReset->hide();
+}
+
+QWidget *ctlDataMode::makeSamplesPair() {
+    auto *pair = new QWidget(this);
+    auto *line = new QHBoxLayout(pair);
+    line->setContentsMargins(0, 0, 0, 0);
+    line->setSpacing(1);
+    txtSamples = new EntryBox(pair);
+    txtSamples->setObjectName(QStringLiteral("txtSamples"));
+    txtSamples->setText(QStringLiteral("3"));
+    txtSamples->setTypingLimit(1);
+    txtSamples->setMinimumWidth(PanelGrid::boxWidth(*txtSamples, QStringLiteral("-9999")));
+    txtSamples->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
+    udSamples = new UpDownButtons(*txtSamples, QStringLiteral("Samples"), pair);
+    udSamples->setObjectName(QStringLiteral("udSamples"));
+    PanelGrid::keepPlaceWhenHidden(*txtSamples);
+    PanelGrid::keepPlaceWhenHidden(*udSamples);
+    line->addWidget(txtSamples);
+    line->addWidget(udSamples);
+    return pair;
+}
+
+void ctlDataMode::wireControls() {
+    connect(cboRBW, &QComboBox::activated, this, &ctlDataMode::reactToRBW);
+    connect(cboAmp, &QComboBox::activated, this, &ctlDataMode::reactToAmp);
+    connect(cboDataMode, &QComboBox::activated, this, &ctlDataMode::reactToDataMode);
+    connect(txtSamples, &EntryBox::focusLost, this, &ctlDataMode::leaveSamples);
+    connect(txtSamples, &EntryBox::textChanged, this, &ctlDataMode::noteSamplesText);
+    // Raised whatever Updating says: it asks the unit for something and holds no value.
+    connect(cmdReset, &QPushButton::clicked, this, [this] { Q_EMIT Changed(kResetPressed); });
+    txtSamples->setKeyFilter([this](char16_t key) { return lookAtKey(key); });
+}
+
+void ctlDataMode::setEnabled(bool value) {
+    m_Enabled = value;
+    cboRBW->setEnabled(value);
+    cboAmp->setEnabled(value);
+    cboDataMode->setEnabled(value);
+    txtSamples->setEnabled(value);
+    udSamples->setEnabled(value);
+}
+
+void ctlDataMode::setRBW(qint16 value) {
+    if (value < 0 || value > cboRBW->count()) {
+        return;
+    }
+    const UpdatingScope updating(m_Updating);
+    cboRBW->setCurrentIndex(value - 1);
+    m_RBW = value;
+}
+
+void ctlDataMode::setAmp(qint16 value) {
+    constexpr double rowDistance = 10.0;
+    if (value < kLowestAmp || value > 0) {
+        return;
+    }
+    const UpdatingScope updating(m_Updating);
+    cboAmp->setCurrentIndex(Numbers::roundTo<int>(-value / rowDistance));
+    m_Amp = value;
+}
+
+void ctlDataMode::setDataMode(qint16 &Value) {
+    if (Value < 1 || Value > cboDataMode->count()) {
+        Value = kNormalMode;
+    }
+    const UpdatingScope updating(m_Updating);
+    if (cboDataMode->currentIndex() != Value - 1) {
+        cboDataMode->setCurrentIndex(Value - 1);
+        reactToDataMode();
+    }
+    ShowSamplesControls();
+    m_Samples = samplesInText();
+}
+
+void ctlDataMode::setSamples(qint16 value) {
+    const UpdatingScope updating(m_Updating);
+    txtSamples->showText(QString::number(value));
+    m_Samples = value;
+}
+
+void ctlDataMode::reactToRBW() {
+    m_RBW = static_cast<qint16>(cboRBW->currentIndex() + 1);
+    raiseChange(kRBWChanged);
+}
+
+void ctlDataMode::reactToAmp() {
+    m_Amp = static_cast<qint16>(cboAmp->currentData().toInt());
+    raiseChange(kAmpChanged);
+}
+
+void ctlDataMode::reactToDataMode() {
+    m_DataMode = static_cast<qint16>(cboDataMode->currentIndex() + 1);
+    // First of all: whoever listens still sees the old number of samples and its old limits.
+    raiseChange(kDataModeChanged);
+    ShowSamplesControls();
+    m_Samples = samplesInText();
+}
+
+void ctlDataMode::ShowSamplesControls() {
+    constexpr int averageUpper = 31;
+    constexpr int medianUpper = 4;
+    const bool hasSamples = m_DataMode != kNormalMode && m_DataMode != kMaximumMode;
+    txtSamples->setVisible(hasSamples);
+    udSamples->setVisible(hasSamples);
+    lblSamples->setVisible(hasSamples);
+    cmdReset->setVisible(m_DataMode == kMaximumMode);
+    if (!hasSamples) {
+        return;
+    }
+    udSamples->setUpper(m_DataMode == kAverageMode ? averageUpper : medianUpper);
+    txtSamples->setTypingLimit(m_DataMode == kAverageMode ? 2 : 1);
+    CheckSamples();
+}
+
+void ctlDataMode::CheckSamples() {
+    const double number = GeneralUtilities::LeadingNumber(txtSamples->text());
+    if (number < UpDownButtons::kLower) {
+        txtSamples->showText(QString::number(UpDownButtons::kLower));
+    }
+    if (number > udSamples->upper()) {
+        txtSamples->showText(QString::number(udSamples->upper()));
+    }
+}
+
+bool ctlDataMode::lookAtKey(char16_t key) {
+    if ((key >= u'0' && key <= u'9') || key == FrequencyEntry::kBackspace) {
+        if (!m_Editing) {
+            m_Editing = true;
+            txtSamples->clearField();
+        }
+    } else {
+        endEntry();
+    }
+    return false;
+}
+
+void ctlDataMode::endEntry() {
+    CheckSamples();
+    m_Samples = samplesInText();
+    m_Editing = false;
+    raiseChange(kSamplesChanged);
+}
+
+void ctlDataMode::leaveSamples() {
+    if (m_Editing) {
+        endEntry();
+    }
+}
+
+void ctlDataMode::noteSamplesText() {
+    // Single digits of an entry go unnoticed until it ends.
+    if (m_Editing) {
+        return;
+    }
+    m_Samples = samplesInText();
+    raiseChange(kSamplesChanged);
+}
+
+qint16 ctlDataMode::samplesInText() const {
+    return Numbers::roundTo<qint16>(GeneralUtilities::LeadingNumber(txtSamples->text()));
+}
+
+void ctlDataMode::raiseChange(qint32 what) {
+    if (!m_Updating) {
+        Q_EMIT Changed(what);
+    }
+}
+
+} // namespace veldron

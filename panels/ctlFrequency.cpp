@@ -1,0 +1,339 @@
+// SPDX-License-Identifier: MIT
+#include "panels/ctlFrequency.h"
+
+#include "common/Numbers.h"
+#include "panels/EditableList.h"
+#include "panels/EntryBox.h"
+#include "panels/FixedList.h"
+#include "panels/GeneralUtilities.h"
+#include "panels/PanelGrid.h"
+#include "panels/UpdatingScope.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QMenu>
+#include <QTimer>
+
+#include <algorithm>
+
+namespace veldron {
+
+namespace {
+
+constexpr qint32 kFrequencyChanged = 1;
+constexpr qint32 kReceiverChanged = 2;
+constexpr qint32 kStepChanged = 4;
+constexpr qint32 kModeChanged = 8;
+constexpr qint32 kAttenChanged = 16;
+
+/// Entered steps stay below it.
+constexpr Hertz kStepLimit = Hertz::fromWhole(2'000'000'000);
+/// The first receiver whose mode and step can be set.
+constexpr qint16 kFirstTunable = 3;
+
+QString noReceiverText() {
+    return QStringLiteral("None");
+}
+
+} // namespace
+
+ctlFrequency::ctlFrequency(QWidget *parent) : QFrame(parent) {
+    // In this order the Tab key visits them.
+    makeFocusHolder();
+    PanelGrid grid(*this);
+    makeReceiverRow(grid);
+    makeSettingsRow(grid);
+    makeMenu();
+    Timer1 = new QTimer(this);
+    Timer1->setObjectName(QStringLiteral("Timer1"));
+    FillReceiverControls();
+    wireControls();
+    wireFields();
+}
+
+void ctlFrequency::makeFocusHolder() {
+    Picture1 = new QWidget(this);
+    Picture1->setObjectName(QStringLiteral("Picture1"));
+    Picture1->setAccessibleName(QStringLiteral("Receiver panel"));
+    Picture1->setFocusPolicy(Qt::StrongFocus);
+    Picture1->setFixedSize(1, 1);
+    lblFreq = new QLabel(QStringLiteral("0123.456.789"), Picture1);
+    lblFreq->setObjectName(QStringLiteral("lblFreq"));
+}
+
+void ctlFrequency::makeReceiverRow(PanelGrid &grid) {
+    cboRX = new EditableList(this);
+    for (qint16 code = 1;; ++code) {
+        const QString name = GeneralUtilities::ReceiverTable(code).constFirst().toString();
+        if (name == QLatin1String("ERR")) {
+            break;
+        }
+        cboRX->addItem(name);
+    }
+    cboRX->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    cboRX->showRow(-1, noReceiverText());
+    grid.add({0, 0}, QStringLiteral("Label2"), QStringLiteral("Receiver"), QStringLiteral("cboRX"),
+             cboRX);
+    txtFreq = new EntryBox(this);
+    txtFreq->setText(QStringLiteral("0123.45678"));
+    txtFreq->setMinimumWidth(PanelGrid::boxWidth(*txtFreq, QStringLiteral("-1000.00000")));
+    grid.add({0, 1, 2}, QStringLiteral("Label1"), QStringLiteral("RX Frequency"),
+             QStringLiteral("txtFreq"), txtFreq);
+}
+
+void ctlFrequency::makeSettingsRow(PanelGrid &grid) {
+    constexpr int longestMode = 5;
+    cboStep = new EditableList(this);
+    cboStep->addItems({QStringLiteral("1.000"), QStringLiteral("2.500"), QStringLiteral("5.000"),
+                       QStringLiteral("9.000"), QStringLiteral("10.000"), QStringLiteral("25.000"),
+                       QStringLiteral("50.000"), QStringLiteral("100.000")});
+    cboStep->showValue(QStringLiteral("10.000"), Hertz::fromWhole(10'000));
+    lblStep = grid.add({1, 0}, QStringLiteral("lblStep"), QStringLiteral("RX Step"),
+                       QStringLiteral("cboStep"), cboStep);
+    cboMode = new FixedList(this);
+    cboMode->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    cboMode->setMinimumContentsLength(longestMode);
+    lblMode = grid.add({1, 1}, QStringLiteral("lblMode"), QStringLiteral("RX Mode"),
+                       QStringLiteral("cboMode"), cboMode);
+    chkAtten = new QCheckBox(this);
+    lblAtten = grid.add({1, 2}, QStringLiteral("lblAtten"), QStringLiteral("RX Atten"),
+                        QStringLiteral("chkAtten"), chkAtten);
+}
+
+void ctlFrequency::makeMenu() {
+    // A part of the panel that nothing opens: frequencies are never rounded to a step.
+    auto *menu = new QMenu(QStringLiteral("Rounding"), this);
+    menu->setObjectName(QStringLiteral("mnuRounding"));
+    menu->addAction(QStringLiteral("No rounding"))->setObjectName(QStringLiteral("mnuNoRound"));
+    menu->addAction(QStringLiteral("Round to Channel step"))
+        ->setObjectName(QStringLiteral("mnuRound"));
+    menu->addAction(QStringLiteral("Round to half Channel Step"))
+        ->setObjectName(QStringLiteral("mnuRoundHalf"));
+}
+
+void ctlFrequency::wireControls() {
+    connect(cboRX, &QComboBox::activated, this, &ctlFrequency::pickReceiver);
+    connect(cboStep, &QComboBox::activated, this, &ctlFrequency::pickStep);
+    connect(cboMode, &QComboBox::activated, this, &ctlFrequency::pickMode);
+    connect(chkAtten, &QCheckBox::clicked, this, &ctlFrequency::clickAtten);
+    connect(txtFreq, &EntryBox::focusLost, this, &ctlFrequency::ApplyFrequency);
+    connect(cboStep, &EditableList::focusLost, this, &ctlFrequency::ApplyStepText);
+    connect(Timer1, &QTimer::timeout, this, &ctlFrequency::tune);
+    // The field that loses the focus hears of it before the application announces the change.
+    connect(qApp, &QApplication::focusChanged, this, &ctlFrequency::noteFocus);
+}
+
+void ctlFrequency::wireFields() {
+    txtFreq->setKeyFilter([this](char16_t key) {
+        return FieldProtocol::takeKey(m_entry, key,
+                                      {FrequencyEntry::Unit::M, [this] { txtFreq->clearField(); },
+                                       [this](Hertz value) {
+                                           m_Frequency = value;
+                                           ApplyFrequency();
+                                       }});
+    });
+    cboStep->setKeyFilter([this](char16_t key) {
+        return FieldProtocol::takeKey(m_entry, key,
+                                      {FrequencyEntry::Unit::K, [this] { cboStep->clearField(); },
+                                       [this](Hertz value) {
+                                           storeStep(value);
+                                       }});
+    });
+}
+
+void ctlFrequency::setEnabled(bool value) {
+    m_Enabled = value;
+    cboRX->setEnabled(value);
+    cboStep->setEnabled(value);
+    cboMode->setEnabled(value);
+    chkAtten->setEnabled(value);
+    txtFreq->setEnabled(value);
+}
+
+bool ctlFrequency::Atten() const {
+    return chkAtten->isChecked();
+}
+
+void ctlFrequency::setAtten(bool value) {
+    const UpdatingScope updating(m_Updating);
+    chkAtten->setChecked(value);
+}
+
+void ctlFrequency::setAttenEn(bool value) {
+    chkAtten->setEnabled(value);
+}
+
+void ctlFrequency::setFrequency(Hertz value) {
+    const UpdatingScope updating(m_Updating);
+    m_Frequency = value;
+    ApplyFrequency();
+}
+
+void ctlFrequency::setRX(qint16 value) {
+    // One short of the list on purpose: the highest code can be picked, but is not taken here.
+    if (value < 0 || value >= cboRX->count()) {
+        return;
+    }
+    const UpdatingScope updating(m_Updating);
+    m_RX = value;
+    cboRX->showRow(value - 1, noReceiverText());
+    FillReceiverControls();
+}
+
+void ctlFrequency::setStep(qint32 value) {
+    const UpdatingScope updating(m_Updating);
+    m_Step = value;
+    cboStep->showValue(GeneralUtilities::FormatKHz(Hertz::fromWhole(m_Step)),
+                       Hertz::fromWhole(m_Step));
+}
+
+void ctlFrequency::setStepEn(bool value) {
+    cboStep->setEnabled(value);
+}
+
+void ctlFrequency::setMode(qint16 value) {
+    const QVariantList table = GeneralUtilities::ReceiverTable(m_RX);
+    for (int i = 1; i < table.size(); ++i) {
+        if (table[i].toInt() != value) {
+            continue;
+        }
+        const UpdatingScope updating(m_Updating);
+        // A receiver that was picked but not taken has a longer table than the list has rows.
+        if (i <= cboMode->count()) {
+            cboMode->setCurrentIndex(i - 1);
+        }
+        m_Mode = value;
+    }
+}
+
+void ctlFrequency::setModeEn(bool value) {
+    cboMode->setEnabled(value);
+}
+
+void ctlFrequency::SetFocus() {
+    Picture1->setFocus();
+}
+
+void ctlFrequency::showUnconfigured() {
+    constexpr int firstRow = 10;
+    constexpr qint32 firstStep = 25'000;
+    const UpdatingScope updating(m_Updating);
+    cboMode->clear();
+    QString name = GeneralUtilities::ModeName(1);
+    for (qint16 code = 1; name != QLatin1String("ERR");) {
+        cboMode->addItem(name);
+        name = GeneralUtilities::ModeName(++code);
+    }
+    cboMode->setCurrentIndex(firstRow);
+    m_Mode = GeneralUtilities::ModeCode(cboMode->currentText());
+    setStep(firstStep);
+}
+
+void ctlFrequency::focusInEvent(QFocusEvent *event) {
+    QFrame::focusInEvent(event);
+    SetFocus();
+}
+
+void ctlFrequency::resizeEvent(QResizeEvent *event) {
+    QFrame::resizeEvent(event);
+    Picture1->move(0, height() - Picture1->height());
+}
+
+void ctlFrequency::ApplyFrequency() {
+    txtFreq->showText(GeneralUtilities::FormatMHz(m_Frequency));
+    raiseEntry(kFrequencyChanged);
+}
+
+void ctlFrequency::ApplyStepText() {
+    const Hertz step = Hertz::fromWhole(m_Step);
+    cboStep->showValue(GeneralUtilities::FormatKHz(step), step);
+    raiseEntry(kStepChanged);
+}
+
+void ctlFrequency::FillReceiverControls() {
+    cboMode->clear();
+    const QVariantList table = GeneralUtilities::ReceiverTable(m_RX);
+    for (int i = 1; i < table.size(); ++i) {
+        cboMode->addItem(GeneralUtilities::ModeName(table[i].value<qint16>()));
+    }
+    // The list picks its first row by itself; the next write of the mode has to.
+    cboMode->setCurrentIndex(-1);
+    const bool tunable = m_RX >= kFirstTunable;
+    cboMode->setVisible(tunable);
+    cboStep->setVisible(tunable);
+    lblMode->setVisible(tunable);
+    lblStep->setVisible(tunable);
+    chkAtten->setVisible(GeneralUtilities::HasAttenuator(m_RX));
+    lblAtten->setVisible(GeneralUtilities::HasAttenuator(m_RX));
+}
+
+void ctlFrequency::storeStep(Hertz value) {
+    // The event comes in either case, with the old step where the new one is too large.
+    if (value < kStepLimit) {
+        m_Step = value.roundedTo32();
+    }
+    ApplyStepText();
+}
+
+void ctlFrequency::pickReceiver(int row) {
+    const auto code = static_cast<qint16>(row + 1);
+    if (code == m_RX) {
+        return;
+    }
+    // The controls are refilled only when the confirmed receiver is written back.
+    m_RX = code;
+    raiseChange(kReceiverChanged);
+}
+
+void ctlFrequency::pickStep(int row) {
+    const qint32 step = cboStep->rowHertz(row).roundedTo32();
+    if (step == m_Step) {
+        return;
+    }
+    m_Step = step;
+    raiseChange(kStepChanged);
+}
+
+void ctlFrequency::pickMode() {
+    m_Mode = GeneralUtilities::ModeCode(cboMode->currentText());
+    raiseChange(kModeChanged);
+}
+
+void ctlFrequency::clickAtten() {
+    raiseChange(kAttenChanged);
+}
+
+void ctlFrequency::tune() {
+    constexpr double speedUp = 0.75;
+    constexpr int shortest = 10;
+    m_Frequency += Hertz::fromWhole(m_TuneStep);
+    lblFreq->setText(GeneralUtilities::FrequencyText(m_Frequency));
+    Q_EMIT Changed(kFrequencyChanged);
+    Timer1->setInterval(std::max(shortest, Numbers::roundTo<int>(Timer1->interval() * speedUp)));
+}
+
+void ctlFrequency::noteFocus(QWidget *old, QWidget *now) {
+    const auto isInside = [this](const QWidget *widget) {
+        return widget == this || isAncestorOf(widget);
+    };
+    if (old != nullptr && now != nullptr && now->window() == window() && isInside(old) &&
+        !isInside(now)) {
+        m_TuneStep = 0;
+        m_entry.setEditing(false);
+    }
+}
+
+void ctlFrequency::raiseChange(qint32 what) {
+    if (!m_Updating) {
+        Q_EMIT Changed(what);
+    }
+}
+
+void ctlFrequency::raiseEntry(qint32 what) {
+    if (!m_Updating && m_entry.Editing()) {
+        Q_EMIT Changed(what);
+        m_entry.setEditing(false);
+    }
+}
+
+} // namespace veldron

@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QFrame>
+
+#include "panels/FrequencyEntry.h"
+
+class QCheckBox;
+class QLabel;
+class QTimer;
+
+namespace veldron {
+
+class EditableList;
+class EntryBox;
+class FixedList;
+class PanelGrid;
+
+/// The panel of the radio receiver: its type, frequency, step, mode and attenuator.
+///
+/// It holds the values, shows them and raises Changed for what the user does; it speaks to no
+/// unit. Writing a property raises nothing. No value is checked against the receiver's range, and
+/// what a write can't take leaves the panel as it was, without a message.
+class ctlFrequency : public QFrame {
+    Q_OBJECT
+
+public:
+    explicit ctlFrequency(QWidget *parent = nullptr);
+
+    /// The panel's own property, not the widget's state: it switches the controls, never the panel
+    /// as a whole. Hides the widget's setter on purpose.
+    [[nodiscard]] bool Enabled() const { return m_Enabled; }
+    void setEnabled(bool value);
+    [[nodiscard]] bool Atten() const;
+    void setAtten(bool value);
+    void setAttenEn(bool value);
+    /// The receiver's frequency; 0 until it is first written.
+    [[nodiscard]] Hertz Frequency() const { return m_Frequency; }
+    void setFrequency(Hertz value);
+    /// Receiver code, 0 while none is chosen. A write takes 0 to 10: the highest code, 11, can be
+    /// picked and read, but writing it changes nothing. A write refills the lists.
+    [[nodiscard]] qint16 RX() const { return m_RX; }
+    void setRX(qint16 value);
+    /// Hertz; 0 until it is first written. It need not be a row of the list.
+    [[nodiscard]] qint32 Step() const { return m_Step; }
+    void setStep(qint32 value);
+    void setStepEn(bool value);
+    /// Mode code, 0 while none is chosen. A mode that the receiver hasn't got is not taken; the
+    /// mode stays the old one when the receiver changes, until it is written again.
+    [[nodiscard]] qint16 Mode() const { return m_Mode; }
+    void setMode(qint16 value);
+    void setModeEn(bool value);
+    /// Gives the keyboard focus to Picture1, where keys do nothing.
+    void SetFocus();
+
+    /// What a panel shows that has never been set up: all modes, "AMW" chosen, a step of 25 kHz.
+    void showUnconfigured();
+    /// Hertz that each tick of Timer1 adds. Nothing starts that timer; leaving the panel sets the
+    /// step back to 0.
+    [[nodiscard]] qint32 TuneStep() const { return m_TuneStep; }
+    void setTuneStep(qint32 hertz) { m_TuneStep = hertz; }
+
+Q_SIGNALS:
+    /// The user has changed something: 1 Frequency, 2 RX, 4 Step, 8 Mode, 16 Atten; always exactly
+    /// one of them. An entry that is abandoned or refused for its size raises it with the old
+    /// value.
+    void Changed(qint32 What);
+
+protected:
+    void focusInEvent(QFocusEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    void makeFocusHolder();
+    void makeReceiverRow(PanelGrid &grid);
+    void makeSettingsRow(PanelGrid &grid);
+    void makeMenu();
+    void wireControls();
+    void wireFields();
+
+    void ApplyFrequency();
+    void ApplyStepText();
+    void FillReceiverControls();
+    void storeStep(Hertz value);
+    void pickReceiver(int row);
+    void pickStep(int row);
+    void pickMode();
+    void clickAtten();
+    void tune();
+    void noteFocus(QWidget *old, QWidget *now);
+    void raiseChange(qint32 what);
+    void raiseEntry(qint32 what);
+
+    Hertz m_Frequency;
+    qint32 m_Step = 0;
+    qint16 m_RX = 0;
+    qint16 m_Mode = 0;
+    qint32 m_TuneStep = 0;
+    bool m_Enabled = true;
+    bool m_Updating = false;
+    FrequencyEntry m_entry;
+
+    QWidget *Picture1 = nullptr;
+    QLabel *lblFreq = nullptr;
+    EditableList *cboRX = nullptr;
+    EntryBox *txtFreq = nullptr;
+    QLabel *lblStep = nullptr;
+    EditableList *cboStep = nullptr;
+    QLabel *lblMode = nullptr;
+    FixedList *cboMode = nullptr;
+    QLabel *lblAtten = nullptr;
+    QCheckBox *chkAtten = nullptr;
+    QTimer *Timer1 = nullptr;
+};
+
+} // namespace veldron

@@ -1,0 +1,339 @@
+// SPDX-License-Identifier: MIT
+#include "panels/ctlMonitorMode.h"
+
+#include "common/Numbers.h"
+#include "panels/EditableList.h"
+#include "panels/EntryBox.h"
+#include "panels/FixedList.h"
+#include "panels/GeneralUtilities.h"
+#include "panels/PanelGrid.h"
+#include "panels/UpdatingScope.h"
+
+#include <limits>
+
+namespace veldron {
+
+namespace {
+
+constexpr qint32 kModeChanged = 0;
+constexpr qint32 kWindowChanged = 1;
+constexpr qint32 kStepChanged = 2;
+constexpr qint32 kSpanChanged = 3;
+constexpr qint32 kChannelChanged = 4;
+
+constexpr qint16 kChannelMode = 3;
+/// Points across a scan.
+constexpr qint64 kPoints = 320;
+/// Entered spans and steps stay below these.
+constexpr Hertz kSpanLimit = Hertz::fromWhole(2'000'000'000);
+constexpr Hertz kStepLimit = Hertz::fromWhole(100'000);
+
+qint32 stepOfSpan(Hertz span) {
+    constexpr qint64 lowest = std::numeric_limits<qint32>::min();
+    constexpr qint64 highest = std::numeric_limits<qint32>::max();
+    const qint64 step = Numbers::divideHalfEven(span.units(), kPoints * Hertz::kUnitsPerHertz);
+    return static_cast<qint32>(qBound(lowest, step, highest));
+}
+
+Hertz spanOfStep(qint32 step) {
+    const qint64 span = step * kPoints;
+    if (span < std::numeric_limits<qint32>::min() || span > std::numeric_limits<qint32>::max()) {
+        throw UntrappedError(UntrappedError::Kind::Overflow,
+                             QStringLiteral("The span of a step of %1 Hz is too large.").arg(step));
+    }
+    return Hertz::fromWhole(span);
+}
+
+} // namespace
+
+ctlMonitorMode::ctlMonitorMode(QWidget *parent)
+    : QFrame(parent), m_guard([](const UntrappedError &error) { qFatal("%s", error.what()); }) {
+    PanelGrid grid(*this);
+    makeScanRow(grid);
+    makeWindowRow(grid);
+    reactToMode();
+    {
+        const UpdatingScope updating(m_Updating);
+        ApplySpan();
+    }
+    wireControls();
+    wireFields();
+}
+
+void ctlMonitorMode::makeScanRow(PanelGrid &grid) {
+    constexpr int longestStep = 9;
+    cboMonitorMode = new FixedList(this);
+    cboMonitorMode->addItems(
+        {QStringLiteral("Spectrum"), QStringLiteral("Step"), QStringLiteral("Channel")});
+    grid.add({0, 0}, QStringLiteral("Label1"), QStringLiteral("Monitor mode"),
+             QStringLiteral("cboMonitorMode"), cboMonitorMode);
+    cboSpan = new EditableList(this);
+    cboSpan->addItems({QStringLiteral("10.000.000"), QStringLiteral("5.000.000"),
+                       QStringLiteral("2.000.000"), QStringLiteral("1.000.000"),
+                       QStringLiteral("160.000")});
+    cboSpan->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    grid.add({0, 1}, QStringLiteral("Label2"), QStringLiteral("Span"), QStringLiteral("cboSpan"),
+             cboSpan);
+    cboStep = new EditableList(this);
+    cboStep->addItems({QStringLiteral("0.500"), QStringLiteral("5.000"), QStringLiteral("6.250"),
+                       QStringLiteral("9.000"), QStringLiteral("10.000"), QStringLiteral("12.500"),
+                       QStringLiteral("20.000"), QStringLiteral("25.000"),
+                       QStringLiteral("31.250")});
+    cboStep->setMinimumContentsLength(longestStep);
+    grid.add({0, 2}, QStringLiteral("Label3"), QStringLiteral("Step"), QStringLiteral("cboStep"),
+             cboStep);
+}
+
+EntryBox *ctlMonitorMode::makeBox() {
+    auto *box = new EntryBox(this);
+    box->setMinimumWidth(PanelGrid::boxWidth(*box, QStringLiteral("-1000.00000")));
+    return box;
+}
+
+void ctlMonitorMode::makeWindowRow(PanelGrid &grid) {
+    txtStart = makeBox();
+    lblStart = grid.add({1, 0}, QStringLiteral("lblStart"), QStringLiteral("Start"),
+                        QStringLiteral("txtStart"), txtStart);
+    txtCentre = makeBox();
+    lblCentre = grid.add({1, 1}, QStringLiteral("lblCentre"), QStringLiteral("Centre"),
+                         QStringLiteral("txtCentre"), txtCentre);
+    txtEnd = makeBox();
+    lblEnd = grid.add({1, 2}, QStringLiteral("lblEnd"), QStringLiteral("End"),
+                      QStringLiteral("txtEnd"), txtEnd);
+}
+
+void ctlMonitorMode::wireControls() {
+    connect(cboMonitorMode, &QComboBox::activated, this, &ctlMonitorMode::reactToMode);
+    connect(cboSpan, &QComboBox::activated, this, &ctlMonitorMode::pickSpan);
+    connect(cboStep, &QComboBox::activated, this, &ctlMonitorMode::pickStep);
+    connect(cboSpan, &EditableList::focusLost, this, &ctlMonitorMode::ApplySpan);
+    connect(cboStep, &EditableList::focusLost, this, &ctlMonitorMode::applyStepByUser);
+    connect(txtStart, &EntryBox::focusLost, this, &ctlMonitorMode::ApplyStart);
+    connect(txtCentre, &EntryBox::focusLost, this, &ctlMonitorMode::ApplyCentre);
+    connect(txtEnd, &EntryBox::focusLost, this, &ctlMonitorMode::ApplyEnd);
+}
+
+void ctlMonitorMode::wireFields() {
+    using Unit = FrequencyEntry::Unit;
+    const auto wire = [this](auto *field, auto defaultUnit, auto accept) {
+        field->setKeyFilter([this, field, defaultUnit, accept](char16_t key) {
+            return FieldProtocol::takeKey(
+                m_entry, key, {defaultUnit(), [field] { field->clearField(); }, accept});
+        });
+    };
+    const auto mega = [] {
+        return Unit::M;
+    };
+    const auto kilo = [] {
+        return Unit::K;
+    };
+    const auto byMode = [this] {
+        return isChannelMode() ? Unit::K : Unit::M;
+    };
+    wire(txtStart, mega, [this](Hertz value) {
+        m_fStart = value;
+        ApplyStart();
+    });
+    wire(txtEnd, mega, [this](Hertz value) {
+        m_fEnd = value;
+        ApplyEnd();
+    });
+    wire(txtCentre, byMode, [this](Hertz value) {
+        m_fCentre = value;
+        ApplyCentre();
+    });
+    // Too large a span or step is dropped; the old one is shown and raised all the same.
+    wire(cboSpan, mega, [this](Hertz value) {
+        m_fSpan = value < kSpanLimit ? value : m_fSpan;
+        ApplySpan();
+    });
+    wire(cboStep, kilo, [this](Hertz value) {
+        m_fStep = value < kStepLimit ? value.roundedTo32() : m_fStep;
+        applyStepByUser();
+    });
+}
+
+void ctlMonitorMode::setEnabled(bool value) {
+    m_Enabled = value;
+    cboMonitorMode->setEnabled(value);
+    cboSpan->setEnabled(value);
+    cboStep->setEnabled(value);
+    txtStart->setEnabled(value);
+    txtCentre->setEnabled(value);
+    txtEnd->setEnabled(value);
+}
+
+void ctlMonitorMode::setMonitorMode(qint16 value) {
+    if (value < 0 || value > cboMonitorMode->count()) {
+        return;
+    }
+    const UpdatingScope updating(m_Updating);
+    cboMonitorMode->setCurrentIndex(value - 1);
+    reactToMode();
+}
+
+void ctlMonitorMode::setfSpan(Hertz value) {
+    if (value == m_fSpan) {
+        return;
+    }
+    const UpdatingScope updating(m_Updating);
+    m_fSpan = value;
+    if (isChannelMode()) {
+        showSpanText();
+    } else {
+        ApplySpan();
+    }
+}
+
+void ctlMonitorMode::setfStep(Hertz value) {
+    const UpdatingScope updating(m_Updating);
+    m_fStep = value.roundedTo32();
+    if (isChannelMode()) {
+        showStepText(value);
+    } else {
+        ApplyStep();
+    }
+}
+
+void ctlMonitorMode::setfStart(Hertz value) {
+    const UpdatingScope updating(m_Updating);
+    m_fStart = value;
+    ApplyStart();
+}
+
+void ctlMonitorMode::setfCentre(Hertz value) {
+    const UpdatingScope updating(m_Updating);
+    m_fCentre = value;
+    ApplyCentre();
+}
+
+void ctlMonitorMode::setfEnd(Hertz value) {
+    const UpdatingScope updating(m_Updating);
+    m_fEnd = value;
+    ApplyEnd();
+}
+
+void ctlMonitorMode::ApplySpan() {
+    const bool wasUpdating = m_Updating;
+    showSpanText();
+    m_Updating = true;
+    m_fStep = stepOfSpan(m_fSpan);
+    showStepText(fStep());
+    m_fStart = m_fCentre - halfSpan();
+    m_fEnd = m_fCentre + halfSpan();
+    showWindow();
+    finishApply(wasUpdating, kSpanChanged);
+}
+
+void ctlMonitorMode::ApplyStep() {
+    const bool wasUpdating = m_Updating;
+    showStepText(fStep());
+    m_fSpan = spanOfStep(m_fStep);
+    m_Updating = true;
+    showSpanText();
+    m_fStart = m_fCentre - halfSpan();
+    m_fEnd = m_fCentre + halfSpan();
+    txtStart->showText(GeneralUtilities::FormatMHz(m_fStart));
+    txtEnd->showText(GeneralUtilities::FormatMHz(m_fEnd));
+    finishApply(wasUpdating, kStepChanged);
+}
+
+void ctlMonitorMode::ApplyCentre() {
+    const bool wasUpdating = m_Updating;
+    if (isChannelMode()) {
+        txtCentre->showText(GeneralUtilities::FormatKHz(m_fCentre));
+    } else {
+        m_Updating = true;
+        m_fStart = m_fCentre - halfSpan();
+        m_fEnd = m_fCentre + halfSpan();
+        showWindow();
+    }
+    finishApply(wasUpdating, windowChange());
+}
+
+void ctlMonitorMode::ApplyStart() {
+    const bool wasUpdating = m_Updating;
+    if (isChannelMode()) {
+        txtStart->showText(GeneralUtilities::FormatMHz(m_fStart));
+    } else {
+        m_Updating = true;
+        m_fCentre = m_fStart + halfSpan();
+        m_fEnd = m_fStart + m_fSpan;
+        showWindow();
+    }
+    finishApply(wasUpdating, windowChange());
+}
+
+void ctlMonitorMode::ApplyEnd() {
+    const bool wasUpdating = m_Updating;
+    if (isChannelMode()) {
+        txtEnd->showText(GeneralUtilities::FormatMHz(m_fEnd));
+    } else {
+        m_Updating = true;
+        m_fCentre = m_fEnd - halfSpan();
+        m_fStart = m_fEnd - m_fSpan;
+        showWindow();
+    }
+    finishApply(wasUpdating, windowChange());
+}
+
+void ctlMonitorMode::finishApply(bool wasUpdating, qint32 what) {
+    m_Updating = wasUpdating;
+    if (!m_Updating && m_entry.Editing()) {
+        Q_EMIT Changed(what);
+        m_entry.setEditing(false);
+    }
+}
+
+void ctlMonitorMode::reactToMode() {
+    m_MonitorMode = static_cast<qint16>(cboMonitorMode->currentIndex() + 1);
+    const bool channel = isChannelMode();
+    cboSpan->setEnabled(!channel && m_Enabled);
+    cboStep->setEnabled(!channel && m_Enabled);
+    PanelGrid::rename(*lblStart, channel ? QStringLiteral("Ch. Start") : QStringLiteral("Start"));
+    PanelGrid::rename(*lblCentre, channel ? QStringLiteral("Ch. Step") : QStringLiteral("Centre"));
+    PanelGrid::rename(*lblEnd, channel ? QStringLiteral("Ch. End") : QStringLiteral("End"));
+    if (!m_Updating) {
+        Q_EMIT Changed(kModeChanged);
+    }
+}
+
+void ctlMonitorMode::pickSpan(int row) {
+    m_fSpan = cboSpan->rowHertz(row);
+    m_entry.setEditing(true);
+    ApplySpan();
+}
+
+void ctlMonitorMode::pickStep(int row) {
+    m_fStep = cboStep->rowHertz(row).roundedTo32();
+    m_entry.setEditing(true);
+    applyStepByUser();
+}
+
+void ctlMonitorMode::applyStepByUser() {
+    m_guard.run([this] { ApplyStep(); });
+}
+
+void ctlMonitorMode::showSpanText() {
+    cboSpan->showValue(GeneralUtilities::FormatMHz(m_fSpan), m_fSpan);
+}
+
+void ctlMonitorMode::showStepText(Hertz value) {
+    cboStep->showValue(GeneralUtilities::FormatKHz(value), value);
+}
+
+void ctlMonitorMode::showWindow() {
+    txtStart->showText(GeneralUtilities::FormatMHz(m_fStart));
+    txtCentre->showText(GeneralUtilities::FormatMHz(m_fCentre));
+    txtEnd->showText(GeneralUtilities::FormatMHz(m_fEnd));
+}
+
+bool ctlMonitorMode::isChannelMode() const {
+    return m_MonitorMode >= kChannelMode;
+}
+
+qint32 ctlMonitorMode::windowChange() const {
+    return isChannelMode() ? kChannelChanged : kWindowChanged;
+}
+
+} // namespace veldron

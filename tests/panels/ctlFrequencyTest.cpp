@@ -1,0 +1,531 @@
+// SPDX-License-Identifier: MIT
+#include "panels/ctlFrequency.h"
+#include "tests/panels/PanelFixture.h"
+
+#include <QAbstractItemView>
+#include <QAction>
+#include <QCheckBox>
+#include <QMenu>
+#include <QTimer>
+
+namespace veldron {
+namespace {
+
+class CtlFrequency : public PanelFixture<ctlFrequency> {
+protected:
+    CtlFrequency() {
+        panel->setFrequency(Hertz::fromWhole(100'000'000));
+        panel->setRX(7);
+        panel->setStep(10'000);
+        panel->setMode(2);
+    }
+    qint64 hertz() const { return panel->Frequency().rounded(); }
+};
+
+TEST(CtlFrequencyMade, freshPanel_showsReceiverAndFrequencyAlone) {
+    const ctlFrequency panel;
+    const auto isHidden = [&panel](const char *name) {
+        return panel.findChild<QWidget *>(QString::fromLatin1(name))->isHidden();
+    };
+    for (const char *name : {"cboStep", "lblStep", "cboMode", "lblMode", "chkAtten", "lblAtten"}) {
+        EXPECT_TRUE(isHidden(name)) << name;
+    }
+    for (const char *name : {"Label2", "cboRX", "Label1", "txtFreq", "Picture1", "lblFreq"}) {
+        EXPECT_FALSE(isHidden(name)) << name;
+    }
+    EXPECT_TRUE(panel.Enabled());
+    EXPECT_EQ(panel.Frequency(), Hertz());
+    EXPECT_EQ(panel.Step(), 0);
+    EXPECT_EQ(panel.RX(), 0);
+    EXPECT_EQ(panel.Mode(), 0);
+    EXPECT_EQ(panel.TuneStep(), 0);
+    EXPECT_FALSE(panel.Atten());
+}
+
+TEST(CtlFrequencyMade, freshPanel_hasItsTextsAndRows) {
+    const ctlFrequency panel;
+    const auto *receivers = panel.findChild<QComboBox *>("cboRX");
+    EXPECT_EQ(receivers->count(), 11);
+    EXPECT_EQ(receivers->itemText(0), "Other (10M)");
+    EXPECT_EQ(receivers->itemText(10), "VKF2700");
+    EXPECT_EQ(receivers->currentText(), "None");
+    EXPECT_EQ(receivers->currentIndex(), -1);
+    EXPECT_EQ(panel.findChild<QLineEdit *>("txtFreq")->text(), "0123.45678");
+    EXPECT_EQ(panel.findChild<QLabel *>("lblFreq")->text(), "0123.456.789");
+    EXPECT_EQ(panel.findChild<QComboBox *>("cboStep")->currentText(), "10.000");
+    EXPECT_EQ(panel.findChild<QComboBox *>("cboMode")->count(), 0);
+}
+
+TEST(CtlFrequencyMade, unconfiguredPanel_offersAllModesAndAStepOf25kHz) {
+    ctlFrequency panel;
+    panel.showUnconfigured();
+    const auto *modes = panel.findChild<QComboBox *>("cboMode");
+    EXPECT_EQ(modes->count(), 17);
+    EXPECT_EQ(modes->currentIndex(), 10);
+    EXPECT_EQ(modes->currentText(), "AMW");
+    EXPECT_EQ(panel.Step(), 25'000);
+}
+
+TEST_F(CtlFrequency, controls_haveTheirLabelsAndRows) {
+    EXPECT_EQ(label("Label2"), "Receiver");
+    EXPECT_EQ(label("Label1"), "RX Frequency");
+    EXPECT_EQ(label("lblStep"), "RX Step");
+    EXPECT_EQ(label("lblMode"), "RX Mode");
+    EXPECT_EQ(label("lblAtten"), "RX Atten");
+    EXPECT_EQ(child<QCheckBox>("chkAtten")->text(), "");
+    EXPECT_EQ(rows("cboStep"), QStringList({"1.000", "2.500", "5.000", "9.000", "10.000", "25.000",
+                                            "50.000", "100.000"}));
+}
+
+TEST_F(CtlFrequency, roundingMenu_existsAndDoesNothing) {
+    const auto *menu = child<QMenu>("mnuRounding");
+    EXPECT_EQ(menu->title(), "Rounding");
+    EXPECT_EQ(child<QAction>("mnuNoRound")->text(), "No rounding");
+    EXPECT_EQ(child<QAction>("mnuRound")->text(), "Round to Channel step");
+    EXPECT_EQ(child<QAction>("mnuRoundHalf")->text(), "Round to half Channel Step");
+    EXPECT_FALSE(menu->isVisible());
+}
+
+TEST_F(CtlFrequency, entryInFrequency_storesShowsAndRaises1) {
+    struct Case {
+        const char *keys;
+        qint64 hertz;
+        const char *text;
+    };
+    const Case cases[] = {
+        {"145.5\r", 145'500'000, "145.50000"},  {"145.5k", 145'500, "0.14550"},
+        {"145,5\r", 145'500'000, "145.50000"},  {"145500K", 145'500'000, "145.50000"},
+        {"14 5\r", 145'000'000, "145.00000"},   {"145\x1b", 145'000'000, "145.00000"},
+        {"145x", 145'000'000, "145.00000"},     {"146\b5M", 145'000'000, "145.00000"},
+        {"3600\r", 3'500'000'000, "3500.00000"}};
+    for (const Case &example : cases) {
+        events.clear();
+        typeInto("txtFreq", example.keys);
+        EXPECT_EQ(hertz(), example.hertz) << example.keys;
+        EXPECT_EQ(text("txtFreq"), example.text) << example.keys;
+        EXPECT_EQ(events, Events{1}) << example.keys;
+    }
+}
+
+TEST_F(CtlFrequency, keysOfAnEntry_areShownAsTyped) {
+    typeInto("txtFreq", "145.");
+    EXPECT_EQ(text("txtFreq"), "145.");
+    type("\b\b");
+    EXPECT_EQ(text("txtFreq"), "14");
+    EXPECT_EQ(events, Events{});
+}
+
+TEST_F(CtlFrequency, zeroThenEnter_changesNothingAndStaysUntilTheFocusMoves) {
+    typeInto("txtFreq", "0\r");
+    EXPECT_EQ(text("txtFreq"), "0");
+    EXPECT_EQ(hertz(), 100'000'000);
+    leave();
+    EXPECT_EQ(text("txtFreq"), "100.00000");
+    EXPECT_EQ(events, Events{});
+}
+
+TEST_F(CtlFrequency, strayLetter_endsTheEntryAndStaysUntilTheNextKey) {
+    typeInto("txtFreq", "x");
+    EXPECT_EQ(text("txtFreq"), "x");
+    type("7");
+    EXPECT_EQ(text("txtFreq"), "7");
+    type("\r");
+    EXPECT_EQ(hertz(), 7'000'000);
+    EXPECT_EQ(events, Events{1});
+}
+
+TEST_F(CtlFrequency, focusLostDuringAnEntry_showsTheOldFrequencyAndRaises1) {
+    typeInto("txtFreq", "145");
+    leave();
+    EXPECT_EQ(text("txtFreq"), "100.00000");
+    EXPECT_EQ(hertz(), 100'000'000);
+    EXPECT_EQ(events, Events{1});
+}
+
+TEST_F(CtlFrequency, focusLostWithoutAnEntry_raisesNothing) {
+    click("txtFreq");
+    leave();
+    EXPECT_EQ(events, Events{});
+}
+
+TEST_F(CtlFrequency, frequencyWrittenDuringAnEntry_letsTheEntryGoOn) {
+    typeInto("txtFreq", "14");
+    panel->setFrequency(Hertz::fromWhole(88'000'000));
+    EXPECT_EQ(text("txtFreq"), "88.00000");
+    type("5\r");
+    EXPECT_EQ(hertz(), 145'000'000);
+    EXPECT_EQ(events, Events{1});
+}
+
+TEST_F(CtlFrequency, arrowsFunctionKeysAndCombinations_areNoKeysOfAnEntry) {
+    typeInto("txtFreq", "14");
+    for (const Qt::Key code : {Qt::Key_Left, Qt::Key_Right, Qt::Key_Up, Qt::Key_End, Qt::Key_Shift,
+                               Qt::Key_F5, Qt::Key_Delete, Qt::Key_CapsLock}) {
+        key(code);
+    }
+    key(Qt::Key_K, Qt::ControlModifier);
+    key(Qt::Key_K, Qt::AltModifier);
+    type("5\r");
+    EXPECT_EQ(hertz(), 145'000'000);
+    EXPECT_EQ(events, Events{1});
+}
+
+TEST_F(CtlFrequency, tabDuringAnEntry_isALossOfFocus) {
+    typeInto("txtFreq", "145");
+    key(Qt::Key_Tab);
+    EXPECT_EQ(text("txtFreq"), "100.00000");
+    EXPECT_EQ(events, Events{1});
+}
+
+TEST_F(CtlFrequency, menuDuringAnEntry_isNoLossOfFocus) {
+    typeInto("txtFreq", "14");
+    QMenu menu;
+    menu.addAction("One");
+    menu.popup(QPoint(0, 0));
+    menu.close();
+    EXPECT_EQ(events, Events{});
+    type("5\r");
+    EXPECT_EQ(hertz(), 145'000'000);
+}
+
+TEST_F(CtlFrequency, otherWindowDuringAnEntry_isNoLossOfFocus) {
+    typeInto("txtFreq", "14");
+    QLineEdit other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    EXPECT_EQ(events, Events{});
+    other.close();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    type("5\r");
+    EXPECT_EQ(hertz(), 145'000'000);
+}
+
+TEST_F(CtlFrequency, disabledDuringAnEntry_isNoLossOfFocus) {
+    typeInto("txtFreq", "145");
+    panel->setEnabled(false);
+    EXPECT_EQ(events, Events{});
+    EXPECT_EQ(text("txtFreq"), "145");
+}
+
+TEST_F(CtlFrequency, entryInStep_storesShowsAndRaises4) {
+    struct Case {
+        const char *keys;
+        qint32 step;
+        const char *text;
+    };
+    const Case cases[] = {
+        {"12.5\r", 12'500, "12.500"},   {"1M", 1'000'000, "1000.000"},
+        {"0.0006\r", 1, "0.001"},       {"25.000\r", 25'000, "25.000"},
+        {"25.000\r", 25'000, "25.000"}, {"1999999.99K", 1'999'999'990, "1999999.990"}};
+    for (const Case &example : cases) {
+        events.clear();
+        typeInto("cboStep", example.keys);
+        EXPECT_EQ(panel->Step(), example.step) << example.keys;
+        EXPECT_EQ(text("cboStep"), example.text) << example.keys;
+        EXPECT_EQ(events, Events{4}) << example.keys;
+    }
+}
+
+TEST_F(CtlFrequency, stepOf2000000K_isDroppedShownAsOldAndRaised) {
+    typeInto("cboStep", "2000000K");
+    EXPECT_EQ(panel->Step(), 10'000);
+    EXPECT_EQ(text("cboStep"), "10.000");
+    EXPECT_EQ(events, Events{4});
+}
+
+TEST_F(CtlFrequency, stepTypedAsARow_picksNothingUntilItsKeyEndsIt) {
+    typeInto("cboStep", "25.000");
+    EXPECT_EQ(panel->Step(), 10'000);
+    leave();
+    EXPECT_EQ(panel->Step(), 10'000);
+    EXPECT_EQ(text("cboStep"), "10.000");
+    EXPECT_EQ(events, Events{4});
+    EXPECT_EQ(rows("cboStep").size(), 8);
+}
+
+TEST_F(CtlFrequency, zeroStep_isRefusedAndStaysUntilTheFocusMoves) {
+    typeInto("cboStep", "0\r");
+    EXPECT_EQ(text("cboStep"), "0");
+    leave();
+    EXPECT_EQ(text("cboStep"), "10.000");
+    EXPECT_EQ(events, Events{});
+}
+
+TEST_F(CtlFrequency, stepWritten12500_isShownAndALaterPickOf25Raises4) {
+    panel->setStep(12'500);
+    EXPECT_EQ(text("cboStep"), "12.500");
+    pick("cboStep", 5);
+    EXPECT_EQ(panel->Step(), 25'000);
+    EXPECT_EQ(text("cboStep"), "25.000");
+    EXPECT_EQ(events, Events{4});
+}
+
+TEST_F(CtlFrequency, stepRowThatEqualsTheStep_raisesNothing) {
+    pick("cboStep", 4);
+    EXPECT_EQ(events, Events{});
+    EXPECT_EQ(text("cboStep"), "10.000");
+}
+
+TEST_F(CtlFrequency, rowPickedByMouse_acts) {
+    list("cboStep")->setFocus();
+    key(Qt::Key_Down, Qt::AltModifier);
+    QAbstractItemView *view = list("cboStep")->view();
+    const QModelIndex index = view->model()->index(6, 0);
+    view->scrollTo(index);
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier,
+                      view->visualRect(index).center());
+    EXPECT_EQ(panel->Step(), 50'000);
+    EXPECT_EQ(events, Events{4});
+}
+
+TEST_F(CtlFrequency, arrowOnTheClosedStepList_goesOnFromTheShownStep) {
+    click("cboStep");
+    key(Qt::Key_Down);
+    EXPECT_EQ(panel->Step(), 25'000);
+    EXPECT_EQ(events, Events{4});
+}
+
+TEST_F(CtlFrequency, wheelOverClosedLists_doesNothing) {
+    for (const char *name : {"cboRX", "cboStep", "cboMode"}) {
+        list(name)->setFocus();
+        QWheelEvent wheel(QPointF(5, 5), list(name)->mapToGlobal(QPointF(5, 5)), QPoint(),
+                          QPoint(0, -120), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(list(name), &wheel);
+    }
+    EXPECT_EQ(events, Events{});
+    EXPECT_EQ(panel->RX(), 7);
+}
+
+TEST_F(CtlFrequency, receiverPicked_isStoredAndRaised2WithoutRefilling) {
+    pick("cboRX", 2);
+    EXPECT_EQ(panel->RX(), 3);
+    EXPECT_EQ(events, Events{2});
+    EXPECT_EQ(list("cboMode")->count(), 10) << "the modes of the receiver before";
+}
+
+TEST_F(CtlFrequency, receiverPickedAgain_raisesNothing) {
+    pick("cboRX", 6);
+    EXPECT_EQ(events, Events{});
+}
+
+TEST_F(CtlFrequency, receiverTypedOver_hasNoEffect) {
+    typeInto("cboRX", "VK1100\r");
+    leave();
+    EXPECT_EQ(panel->RX(), 7);
+    EXPECT_EQ(events, Events{});
+    EXPECT_EQ(list("cboRX")->count(), 11);
+}
+
+TEST_F(CtlFrequency, eachReceiverWritten_showsItsControlsAndModes) {
+    for (qint16 code = 0; code <= 10; ++code) {
+        panel->setRX(code);
+        const bool tunable = code >= 3;
+        const bool attenuator = code >= 3 && code <= 8;
+        EXPECT_EQ(panel->RX(), code);
+        EXPECT_EQ(isShown("cboMode"), tunable) << code;
+        EXPECT_EQ(isShown("lblMode"), tunable) << code;
+        EXPECT_EQ(isShown("cboStep"), tunable) << code;
+        EXPECT_EQ(isShown("lblStep"), tunable) << code;
+        EXPECT_EQ(isShown("chkAtten"), attenuator) << code;
+        EXPECT_EQ(isShown("lblAtten"), attenuator) << code;
+        EXPECT_EQ(list("cboRX")->currentIndex(), code - 1);
+        EXPECT_EQ(list("cboMode")->currentIndex(), -1) << code;
+    }
+    panel->setRX(8);
+    EXPECT_EQ(rows("cboMode"),
+              QStringList({"WFM", "NFM", " AM", "LSB", "USB", " CW", "AUTO", " FM"}));
+    EXPECT_EQ(events, Events{});
+}
+
+TEST_F(CtlFrequency, rxWrittenAs0_clearsTheSelectionAndHidesTheOptionalControls) {
+    panel->setRX(0);
+    EXPECT_EQ(list("cboRX")->currentIndex(), -1);
+    EXPECT_EQ(text("cboRX"), "None");
+    for (const char *name : {"cboStep", "cboMode", "chkAtten"}) {
+        EXPECT_FALSE(isShown(name)) << name;
+    }
+}
+
+TEST_F(CtlFrequency, rxWrittenOverATypedText_showsTheReceiverAgain) {
+    typeInto("cboRX", "zzz");
+    panel->setRX(7);
+    EXPECT_EQ(text("cboRX"), "VK3900");
+    typeInto("cboRX", "zzz");
+    panel->setRX(0);
+    EXPECT_EQ(text("cboRX"), "None");
+}
+
+TEST_F(CtlFrequency, rxWrittenAs11OrOutside_isIgnored) {
+    for (const int code : {11, 12, -1, 32767}) {
+        panel->setRX(static_cast<qint16>(code));
+        EXPECT_EQ(panel->RX(), 7) << code;
+        EXPECT_EQ(text("cboRX"), "VK3900");
+        EXPECT_EQ(list("cboMode")->count(), 10);
+    }
+}
+
+TEST_F(CtlFrequency, receiver11Picked_isKeptWhenWrittenBackAndItsModesAreTaken) {
+    panel->setRX(10);
+    pick("cboRX", 10);
+    EXPECT_EQ(panel->RX(), 11);
+    panel->setRX(11);
+    EXPECT_EQ(panel->RX(), 11);
+    EXPECT_EQ(list("cboMode")->count(), 7) << "the lists are still those of the receiver before";
+    panel->setMode(4);
+    EXPECT_EQ(panel->Mode(), 4);
+    EXPECT_EQ(events, Events{2});
+}
+
+TEST_F(CtlFrequency, receiver11OverAnEmptyModeList_storesTheModeAndLeavesTheSelection) {
+    panel->setRX(1);
+    pick("cboRX", 10);
+    panel->setMode(5);
+    EXPECT_EQ(panel->Mode(), 5);
+    EXPECT_EQ(list("cboMode")->currentIndex(), -1);
+}
+
+TEST_F(CtlFrequency, modePicked_raises8AlsoForTheSameRow) {
+    pick("cboMode", 4);
+    EXPECT_EQ(panel->Mode(), 5);
+    EXPECT_EQ(text("cboMode"), " AM");
+    pick("cboMode", 4);
+    EXPECT_EQ(panel->Mode(), 5);
+    EXPECT_EQ(events, (Events{8, 8}));
+}
+
+TEST_F(CtlFrequency, receiverWithoutAModeInCommon_leavesTheOldModeUntilWritten) {
+    panel->setMode(6);
+    panel->setRX(8);
+    EXPECT_EQ(panel->Mode(), 6);
+    EXPECT_EQ(list("cboMode")->currentIndex(), -1);
+    panel->setMode(12);
+    EXPECT_EQ(panel->Mode(), 12);
+    EXPECT_EQ(text("cboMode"), " FM");
+}
+
+TEST_F(CtlFrequency, modeWritten10WithReceiver4_changesNothing) {
+    panel->setRX(4);
+    panel->setMode(2);
+    panel->setMode(10);
+    EXPECT_EQ(panel->Mode(), 2);
+    EXPECT_EQ(text("cboMode"), "NFM");
+    EXPECT_EQ(events, Events{});
+}
+
+TEST_F(CtlFrequency, attenuatorClicked_raises16) {
+    click(child("chkAtten"), QPoint(8, child("chkAtten")->height() / 2));
+    EXPECT_TRUE(panel->Atten());
+    child("chkAtten")->setFocus();
+    key(Qt::Key_Space);
+    EXPECT_FALSE(panel->Atten());
+    EXPECT_EQ(events, (Events{16, 16}));
+}
+
+TEST_F(CtlFrequency, attenuatorWritten_isCheckedAndCleared) {
+    panel->setAtten(true);
+    EXPECT_TRUE(child<QCheckBox>("chkAtten")->isChecked());
+    panel->setAtten(false);
+    EXPECT_FALSE(panel->Atten());
+    EXPECT_EQ(events, Events{});
+}
+
+TEST_F(CtlFrequency, enabled_switchesTheFiveControlsAndNotThePanel) {
+    panel->setEnabled(false);
+    EXPECT_FALSE(panel->Enabled());
+    EXPECT_TRUE(panel->isEnabled());
+    for (const char *name : {"cboRX", "cboStep", "cboMode", "chkAtten", "txtFreq"}) {
+        EXPECT_FALSE(child(name)->isEnabled()) << name;
+    }
+    panel->setEnabled(true);
+    for (const char *name : {"cboRX", "cboStep", "cboMode", "chkAtten", "txtFreq"}) {
+        EXPECT_TRUE(child(name)->isEnabled()) << name;
+    }
+}
+
+TEST_F(CtlFrequency, singleEnables_switchTheirControlAlone) {
+    panel->setAttenEn(false);
+    EXPECT_FALSE(child("chkAtten")->isEnabled());
+    panel->setStepEn(false);
+    EXPECT_FALSE(child("cboStep")->isEnabled());
+    panel->setModeEn(false);
+    EXPECT_FALSE(child("cboMode")->isEnabled());
+    EXPECT_TRUE(child("txtFreq")->isEnabled());
+    EXPECT_TRUE(panel->Enabled());
+    panel->setAttenEn(true);
+    EXPECT_TRUE(child("chkAtten")->isEnabled());
+}
+
+TEST_F(CtlFrequency, focusOnThePanel_goesToTheOnePixelPictureWhereKeysDoNothing) {
+    panel->setFocus();
+    EXPECT_EQ(QApplication::focusWidget(), child("Picture1"));
+    outside->setFocus();
+    panel->SetFocus();
+    EXPECT_EQ(QApplication::focusWidget(), child("Picture1"));
+    EXPECT_EQ(child("Picture1")->size(), QSize(1, 1));
+    type("145\r");
+    EXPECT_EQ(hertz(), 100'000'000);
+    EXPECT_EQ(events, Events{});
+}
+
+TEST_F(CtlFrequency, tabKey_visitsThePictureFirstAndThenTheRows) {
+    panel->SetFocus();
+    for (const char *name : {"cboRX", "txtFreq", "cboStep", "cboMode", "chkAtten"}) {
+        key(Qt::Key_Tab);
+        EXPECT_EQ(QApplication::focusWidget(), child(name)) << name;
+    }
+}
+
+TEST_F(CtlFrequency, panelLosingTheFocus_endsTuningAndEntryAfterTheFieldsOwnEvent) {
+    panel->setTuneStep(500);
+    typeInto("txtFreq", "145");
+    EXPECT_EQ(panel->TuneStep(), 500);
+    leave();
+    EXPECT_EQ(panel->TuneStep(), 0);
+    EXPECT_EQ(events, Events{1}) << "the field comes before the panel";
+}
+
+TEST_F(CtlFrequency, focusMovingInsideThePanel_keepsTheTuneStep) {
+    click("txtFreq");
+    panel->setTuneStep(500);
+    click("cboStep");
+    EXPECT_EQ(panel->TuneStep(), 500);
+}
+
+TEST_F(CtlFrequency, timerTick_tunesShowsRaises1AndSpeedsUp) {
+    auto *timer = child<QTimer>("Timer1");
+    EXPECT_FALSE(timer->isActive());
+    EXPECT_EQ(timer->interval(), 0);
+    panel->setTuneStep(2'500);
+    timer->setInterval(102);
+    QMetaObject::invokeMethod(timer, "timeout");
+    EXPECT_EQ(hertz(), 100'002'500);
+    EXPECT_EQ(label("lblFreq"), "100.002.500");
+    EXPECT_EQ(text("txtFreq"), "100.00000") << "the box is not shown anew";
+    EXPECT_EQ(timer->interval(), 76) << "76.5, to even";
+    EXPECT_EQ(events, Events{1});
+}
+
+TEST_F(CtlFrequency, timerTickAtAShortInterval_staysAtTenMilliseconds) {
+    auto *timer = child<QTimer>("Timer1");
+    timer->setInterval(12);
+    QMetaObject::invokeMethod(timer, "timeout");
+    EXPECT_EQ(timer->interval(), 10);
+    EXPECT_EQ(hertz(), 100'000'000);
+}
+
+TEST_F(CtlFrequency, containerWritingBackInTheEvent_raisesNothingMore) {
+    QObject::connect(panel, &ctlFrequency::Changed, &window, [this] {
+        panel->setFrequency(Hertz::fromWhole(144'000'000));
+        panel->setStep(5'000);
+    });
+    typeInto("txtFreq", "145\r");
+    EXPECT_EQ(text("txtFreq"), "144.00000");
+    EXPECT_EQ(events, Events{1});
+    typeInto("txtFreq", "7\r");
+    EXPECT_EQ(events, (Events{1, 1}));
+}
+
+} // namespace
+} // namespace veldron
