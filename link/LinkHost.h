@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+namespace veldron {
+
+/// What the link asks of the screen.
+class LinkHost {
+public:
+    LinkHost() = default;
+    LinkHost(const LinkHost &) = delete;
+    LinkHost &operator=(const LinkHost &) = delete;
+    virtual ~LinkHost() = default;
+
+    /// Shows the hourglass pointer, or the default one again.
+    virtual void setHourglass(bool on) = 0;
+    /// Shows a message box with an OK button and returns when the user has closed it.
+    virtual void showMessage(const QString &title, const QString &text) = 0;
+};
+
+} // namespace veldron

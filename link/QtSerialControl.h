@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "link/PortMap.h"
+#include "link/SerialControl.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+#include <memory>
+
+class QSerialPort;
+
+namespace veldron {
+
+/// What is known of a device that would not open.
+struct OpenFailure {
+    enum class Kind { NotThere, NotAllowed, AlreadyOpen, Other };
+    Kind kind = Kind::Other;
+    QString device;         ///< the path that was tried
+    QString group;          ///< the group that the device belongs to
+    bool accessible = true; ///< the user may read and write it
+    QString systemText;     ///< the system's words
+};
+
+/// The serial control on the machine's serial ports and on pseudo-terminals.
+///
+/// A QCoreApplication must exist while a port is open. A device that goes away (adapter pulled,
+/// pseudo-terminal closed) is let go at the first error, so that nothing spins on a dead handle;
+/// the port stays open in name, and each write tries once to get the device back.
+class QtSerialControl : public SerialControl {
+public:
+    explicit QtSerialControl(PortMap ports);
+    ~QtSerialControl() override;
+
+    /// Paths of the system's serial ports. Looking for them may open some for a moment.
+    [[nodiscard]] static QStringList systemDevices();
+    /// The error that a failure to open is told as: permission denied while the user has all rights
+    /// means that another program holds the device.
+    [[nodiscard]] static SerialError describe(const OpenFailure &failure);
+
+    [[nodiscard]] qint16 CommPort() const override { return m_CommPort; }
+    Result setCommPort(qint16 port) override;
+    [[nodiscard]] bool PortOpen() const override { return m_PortOpen; }
+    Result setPortOpen(bool open) override;
+
+    [[nodiscard]] QByteArray Input() override;
+    void setInputLen(qint16 length) override { m_InputLen = length; }
+    [[nodiscard]] qint32 InBufferCount() override;
+    void setOutput(const QByteArray &bytes) override;
+
+    void setSettings(const QString &settings) override;
+    void setHandshaking(qint16 handshaking) override;
+    /// Input is binary whatever the mode.
+    void setInputMode(qint16 /*mode*/) override {}
+    void setRThreshold(qint16 bytes) override { m_RThreshold = bytes; }
+    /// No send events are raised.
+    void setSThreshold(qint16 /*bytes*/) override {}
+    [[nodiscard]] bool RTSEnable() const override { return m_RTSEnable; }
+    /// Kept for reading back while RTS/CTS handshaking drives the line.
+    void setRTSEnable(bool on) override;
+
+    [[nodiscard]] qint16 CommEvent() const override { return m_CommEvent; }
+    void setCommHandler(std::function<void()> handler) override {
+        m_commHandler = std::move(handler);
+    }
+
+    [[nodiscard]] bool waitForInput(int milliseconds) override;
+    [[nodiscard]] QString deviceName(qint16 port) const override;
+
+private:
+    [[nodiscard]] bool isLive() const;
+    [[nodiscard]] Result openDevice();
+    [[nodiscard]] OpenFailure openFailure(const QString &device) const;
+    void closeDevice();
+    void fetch();
+    void noteError();
+    void letGoOfBroken();
+    void noteArrival();
+
+    PortMap m_ports;
+    std::unique_ptr<QSerialPort> m_port;
+    std::function<void()> m_commHandler;
+    qint16 m_CommPort = 0;
+    qint16 m_CommEvent = 0;
+    qint16 m_InputLen = 0;
+    qint16 m_RThreshold = 0;
+    bool m_PortOpen = false;
+    bool m_RTSEnable = true;
+    bool m_broken = false;
+};
+
+} // namespace veldron

@@ -1,0 +1,166 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "common/Clock.h"
+#include "common/Hertz.h"
+#include "common/LevelScan.h"
+#include "link/DeviceCommands.h"
+#include "link/LinkHost.h"
+#include "link/SerialControl.h"
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+#include <QtGlobal>
+
+#include <array>
+#include <functional>
+
+namespace veldron {
+
+/// Channel data in hertz: element 0 the start, 1 the step, 2 the end.
+using ChannelData = std::array<Hertz, 3>;
+
+/// Everything that speaks to the unit: ports, the one exchange, the unit's settings, scans.
+///
+/// It takes the serial control over for as long as it lives: the constructor sets the line up, the
+/// destructor closes the port. One exchange is a line out and a line back, and holds the thread for
+/// up to a second without turning the event loop. Nothing is thrown: what went wrong stands in
+/// Status and Connected, and a read that failed gives -1.
+///
+/// The settings are cached. A setter sends one command and changes the cache only if the unit
+/// accepted; a getter asks the unit, and is therefore not const. "?" from the unit is a refusal and
+/// stays silent, any other failure of a setter shows in Status.
+class frmVDR {
+public:
+    frmVDR(SerialControl &control, Clock &clock, LinkHost &host);
+    frmVDR(const frmVDR &) = delete;
+    frmVDR &operator=(const frmVDR &) = delete;
+    ~frmVDR();
+
+    /// Closes the port if one is open; the object is done with after that.
+    void unload();
+
+    /// The ports that exist, as "COM 3". The first call tries COM 1 to COM 16, up to a second each,
+    /// looks for the unit on those that open, and leaves all ports closed; later calls return the
+    /// same list.
+    QStringList GetCommPorts();
+    [[nodiscard]] SerialControl &Comm() { return m_control; }
+    /// The open port's number, 0 when none is open.
+    [[nodiscard]] qint16 CommPort() const;
+    /// Closes the open port and opens \a port (0 or less: none). If that fails the user is told and
+    /// the earlier port is opened again. Connected is false afterwards in any case.
+    void setCommPort(qint16 port);
+    /// Path of the device behind COM \a port, empty when there is none.
+    [[nodiscard]] QString deviceName(qint16 port) const { return m_control.deviceName(port); }
+    /// Position from 1 in the list of ports of the one that the unit was found on, 0 for none.
+    [[nodiscard]] qint16 ComDefault() const { return m_ComDefault; }
+    /// An exchange is running.
+    [[nodiscard]] bool Active() const { return m_Active; }
+    /// The latest state of the link in words.
+    [[nodiscard]] QString Status() const { return m_Status; }
+    /// The latest exchange brought a whole line, or Connect has just opened the way for one.
+    [[nodiscard]] bool Connected() const { return m_Connected; }
+    /// The unit's version text; empty while no unit is recognised.
+    [[nodiscard]] QString Version() const { return m_Version; }
+    /// Asks for the version. True with any open port, whether the unit answered or not: that shows
+    /// in Status and Version only.
+    bool Connect();
+
+    /// Code of the receiver's demodulation mode.
+    qint16 RXMode();
+    void setRXMode(qint16 value);
+    /// Code of the receiver's model.
+    qint16 RXType();
+    void setRXType(qint16 value);
+    /// Receiver tuning step in hertz.
+    qint32 RXStep();
+    void setRXStep(qint32 value);
+    /// Receiver attenuator; a failed read looks like "off".
+    bool RXAtten();
+    void setRXAtten(bool value);
+    /// Amplitude setting in dB: 0, -10, -20 or -30.
+    qint16 VDRAmp();
+    void setVDRAmp(qint16 value);
+    /// Code of the resolution bandwidth, 1 to 4.
+    qint16 VDRRBW();
+    void setVDRRBW(qint16 value);
+    /// 1 Normal, 2 Avg, 3 Max, 4 Med.
+    qint16 VDRDataMode();
+    void setVDRDataMode(qint16 value);
+    /// Sample count of the cached data mode, 2 or 4. In other modes nothing is sent: the getter
+    /// gives the last value, the setter does nothing.
+    qint16 VDRSamples();
+    void setVDRSamples(qint16 value);
+    /// 3 is channel mode.
+    qint16 VDRMonitorMode();
+    void setVDRMonitorMode(qint16 value);
+    Hertz VDRCentre();
+    void setVDRCentre(Hertz value);
+    /// Span in hertz.
+    qint32 VDRSpan();
+    void setVDRSpan(qint32 value);
+    ChannelData VDRChData();
+    void setVDRChData(const ChannelData &value);
+    Hertz VDRMarkerFreq();
+    /// Drives the marker there in single steps, one exchange each: the step of the channel data in
+    /// channel mode, else a 320th of the span. A way of more than 320 steps is ignored.
+    void setVDRMarkerFreq(Hertz value);
+
+    /// One scan, normally 321 levels. One level of 0 when the unit gave no scan; 325 when nothing
+    /// useful came after the header.
+    LevelScan GetData();
+    /// The block of 168041 bytes that the unit sends at the high line speed, zeros where nothing
+    /// arrived. The port is closed and opened twice meanwhile.
+    QByteArray GetGraphic();
+
+protected:
+    // For the tests: the rest of the system has the properties above.
+    /// One exchange. True for a positive reply; its payload is in LastReply.
+    bool SendCommand(const QString &command);
+    void ReportCommsFailure(const QString &command);
+    [[nodiscard]] const QString &LastReply() const { return m_LastReply; }
+    /// The cached value, without asking the unit.
+    [[nodiscard]] DeviceValue cached(CacheSlot slot) const;
+
+private:
+    void onComm();
+    void park();
+    [[nodiscard]] float elapsedSince(float start);
+    [[nodiscard]] QByteArray exchangeLine(const QString &command);
+    bool classifyReply(const QString &command, const QString &reply);
+    bool classifyRead(const QString &command, const QString &reply);
+
+    void probePort(qint16 port);
+    [[nodiscard]] SerialControl::Result openPort(qint16 port);
+    void restorePort(qint16 port);
+
+    void send(const QString &command, const QString &report, const std::function<void()> &accepted);
+    void writeSetting(const DeviceCommand &command, const DeviceValue &value);
+    const DeviceValue &readSetting(const DeviceCommand &command);
+    [[nodiscard]] const DeviceCommand *samplesCommand() const;
+    [[nodiscard]] Hertz takeChannelField(qint64 hertzPerUnit);
+    [[nodiscard]] qint32 markerStep() const;
+    void stepMarker(int direction, Hertz step);
+
+    void readGraphic(QByteArray &block);
+
+    SerialControl &m_control;
+    Clock &m_clock;
+    LinkHost &m_host;
+
+    QString m_Status;
+    QString m_LastReply;
+    QString m_Version;
+    QStringList m_PortList;
+    qint16 m_ComDefault = 0;
+    bool m_portsListed = false;
+    bool m_Connected = false;
+    bool m_Active = false;
+
+    DeviceCache m_cache = emptyDeviceCache();
+    ChannelData m_VDRChData{};
+    Hertz m_VDRMarkerFreq;
+};
+
+} // namespace veldron

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+namespace veldron {
+
+/// The unit's end of a pseudo-terminal, with the other end held open in raw mode so that the
+/// program may close and open its own.
+class PseudoTerminal {
+public:
+    PseudoTerminal();
+    PseudoTerminal(const PseudoTerminal &) = delete;
+    PseudoTerminal &operator=(const PseudoTerminal &) = delete;
+    ~PseudoTerminal();
+
+    /// Path of the program's end.
+    [[nodiscard]] QString path() const { return m_path; }
+    /// Pulls the plug: both of our ends are closed.
+    void unplug();
+    void send(const QByteArray &bytes) const;
+    /// All that the program has sent and that has not been taken yet.
+    [[nodiscard]] QByteArray receive() const;
+    /// Reads until a whole line is there, for two seconds at most; gives it without the line end.
+    [[nodiscard]] QByteArray receiveLine() const;
+    /// Waits, for \a milliseconds at most, until something can be received.
+    [[nodiscard]] bool waitForBytes(int milliseconds) const;
+
+private:
+    int m_unitEnd = -1;
+    int m_programEnd = -1;
+    QString m_path;
+};
+
+} // namespace veldron
