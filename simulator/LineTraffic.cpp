@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+#include "simulator/LineTraffic.h"
+
+namespace veldron {
+
+LineTraffic::LineTraffic(Unit &unit, Faults &faults, int baud)
+    : m_unit(unit), m_faults(faults), m_queue(baud) {}
+
+void LineTraffic::receive(const QByteArray &bytes, double now) {
+    for (const char c : bytes) {
+        m_line += c;
+        if (m_line.endsWith("\r\n")) {
+            const QByteArray line = m_line;
+            m_line.clear();
+            takeLine(line, now);
+            m_tooLong = false;
+        } else if (m_line.size() > kLongestLine) {
+            m_tooLong = true;
+            m_line = m_line.right(1);
+        }
+    }
+}
+
+QByteArray LineTraffic::takeDue(double now) {
+    if (m_faults.isSilent(now)) {
+        m_queue.clear();
+    }
+    return m_queue.takeDue(now);
+}
+
+void LineTraffic::reset() {
+    m_line.clear();
+    m_tooLong = false;
+    m_queue.clear();
+}
+
+void LineTraffic::takeLine(const QByteArray &line, double now) {
+    m_log.heard(line);
+    if (m_faults.isSilent(now)) {
+        m_log.noted("silent");
+        return;
+    }
+    m_unit.setTime(now);
+    const std::optional<Fault> fault = m_faults.take(line.chopped(2));
+    const UnitReply reply = replyTo(line, fault);
+    m_log.said(reply);
+    for (const Portion &portion : Faults::portions(reply, fault)) {
+        m_queue.add(portion, now);
+    }
+}
+
+UnitReply LineTraffic::replyTo(const QByteArray &line, const std::optional<Fault> &fault) {
+    if (m_tooLong || (fault && fault->kind == Fault::Kind::Refuse)) {
+        return {Unit::refusal(), {}, {}, {}};
+    }
+    const UnitReply reply = m_unit.reply(line);
+    if (!fault) {
+        return reply;
+    }
+    m_log.noted(Faults::name(fault->kind));
+    return Faults::spoil(reply, *fault);
+}
+
+} // namespace veldron

@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "simulator/Faults.h"
+#include "simulator/ReplyQueue.h"
+#include "simulator/TrafficLog.h"
+#include "simulator/Unit.h"
+
+#include <QByteArray>
+
+#include <optional>
+
+namespace veldron {
+
+/// Bytes in, bytes out, in time: cuts what comes into lines, has the unit answer each, lets the
+/// faults act, and hands the replies out at the pace of the line. Knows no terminal.
+///
+/// A line ends with CR LF. All times are seconds from outside that never go back; the unit's
+/// scene runs on the same time.
+class LineTraffic {
+public:
+    /// A line longer than this is refused, whatever it says.
+    static constexpr qsizetype kLongestLine = 256;
+
+    /// \a baud as for ReplyQueue. Both objects must outlive this one.
+    LineTraffic(Unit &unit, Faults &faults, int baud);
+
+    void setLog(const TrafficLog &log) { m_log = log; }
+    [[nodiscard]] const TrafficLog &log() const { return m_log; }
+
+    void receive(const QByteArray &bytes, double now);
+    [[nodiscard]] QByteArray takeDue(double now);
+    /// When takeDue will have something; nothing while no reply is on its way.
+    [[nodiscard]] std::optional<double> nextDue() const { return m_queue.nextDue(); }
+    /// Drops half a line that came in and whatever is on its way out.
+    void reset();
+
+private:
+    void takeLine(const QByteArray &line, double now);
+    [[nodiscard]] UnitReply replyTo(const QByteArray &line, const std::optional<Fault> &fault);
+
+    Unit &m_unit;
+    Faults &m_faults;
+    ReplyQueue m_queue;
+    TrafficLog m_log;
+    QByteArray m_line;
+    bool m_tooLong = false;
+};
+
+} // namespace veldron
