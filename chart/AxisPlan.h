@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "chart/BinGrid.h"
+#include "chart/ChartLayout.h"
+#include "chart/LevelScale.h"
+
+#include <QPoint>
+#include <QString>
+
+#include <functional>
+#include <vector>
+
+namespace veldron {
+
+/// A horizontal or vertical line; its end point is not painted. The colour is 0x00BBGGRR.
+struct PlannedLine {
+    QPoint from;
+    QPoint to;
+    quint32 colour = 0;
+
+    friend bool operator==(const PlannedLine &, const PlannedLine &) = default;
+};
+
+/// A text whose upper left corner is at \a at.
+struct PlannedText {
+    QPoint at;
+    QString text;
+    quint32 colour = 0;
+
+    friend bool operator==(const PlannedText &, const PlannedText &) = default;
+};
+
+/// What the axes are worked out from.
+struct AxisInput {
+    ChartLayout layout;
+    const BinGrid &grid;
+    LevelScale scale;
+    qint16 displayType = 0;
+    qint32 update = 0;        ///< picks the spacing of time ticks, in playback too
+    float rowInterval = 0.0F; ///< seconds a row; 0 and less leaves the time ticks out
+    float nextRowTime = 0.0F; ///< end of row 0
+    qint32 firstRow = 0;      ///< row at the top of the waterfall
+    std::function<int(const QString &)> textWidth;
+};
+
+/// Frames, ticks and labels of the chart, in the order in which they are drawn: lines first.
+struct AxisPlan {
+    std::vector<PlannedLine> lines;
+    std::vector<PlannedText> texts;
+    /// False when the frequency axis had no room: the receive line and the marker then stay where
+    /// they are.
+    bool placesMarker = false;
+
+    /// Of a layout that can be drawn. UntrappedError(DivideByZero) for a scale without height.
+    [[nodiscard]] static AxisPlan of(const AxisInput &input);
+
+    /// dB between level ticks of a plot \a plotHeight high; 0 is none.
+    [[nodiscard]] static int levelTickSpacing(int plotHeight, int span);
+    /// Seconds between short and labelled time ticks.
+    struct TimeSpacing {
+        int shortTicks;
+        int labelledTicks;
+    };
+    [[nodiscard]] static TimeSpacing timeSpacing(qint32 update);
+    /// Most frequency labels that fit.
+    [[nodiscard]] static int frequencyLabelCount(int plotWidth);
+    /// Spacing of \a count labels over \a span, rounded up in the series 1, 2, 5, 10.
+    [[nodiscard]] static Hertz frequencyStep(Hertz span, int count);
+    /// First multiple of \a step at or above \a start.
+    [[nodiscard]] static Hertz firstFrequency(Hertz start, Hertz step);
+};
+
+} // namespace veldron

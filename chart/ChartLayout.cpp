@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+#include "chart/ChartLayout.h"
+
+#include "common/Numbers.h"
+
+namespace veldron {
+
+namespace {
+
+int splitRow(int scaleHeight, float splitFraction) {
+    // The bounds keep a fraction from outside, which nobody limits, from leaving the numbers.
+    const double row = static_cast<double>(scaleHeight) * static_cast<double>(splitFraction);
+    return Numbers::roundTo<qint32>(qBound(-1.0e6, row, 1.0e6));
+}
+
+} // namespace
+
+ChartLayout ChartLayout::of(int scaleWidth, int scaleHeight, qint16 displayType,
+                            float splitFraction) {
+    ChartLayout layout;
+    layout.scaleWidth = scaleWidth;
+    layout.scaleHeight = scaleHeight;
+    layout.plotLeft = ChartMargins::kLeft;
+    layout.plotRight = scaleWidth - ChartMargins::kRight;
+    layout.plotTop = ChartMargins::kTop;
+    layout.splitY = splitRow(scaleHeight, splitFraction);
+    if (displayType == 0) {
+        layout.plotBottom = scaleHeight - ChartMargins::kBottom;
+        layout.fallBottom = scaleHeight;
+        layout.fallTop = scaleHeight - 1;
+    } else {
+        layout.plotBottom = layout.splitY - ChartMargins::kBottom;
+        layout.fallTop = layout.splitY + ChartMargins::kSplitGap;
+        layout.fallBottom = scaleHeight - ChartMargins::kFootGap;
+    }
+    return layout;
+}
+
+ChartLayout ChartLayout::forPointer(qint16 displayType) const {
+    ChartLayout layout = *this;
+    if (displayType == 0) {
+        layout.fallTop = scaleHeight;
+        layout.fallBottom = layout.fallTop + 1;
+        layout.splitY = layout.fallBottom + ChartMargins::kSplitGap;
+    }
+    return layout;
+}
+
+int visibleFallRows(int scaleHeight, float splitFraction) {
+    return scaleHeight - splitRow(scaleHeight, splitFraction) - ChartMargins::kFootGap -
+           ChartMargins::kSplitGap;
+}
+
+} // namespace veldron

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QRect>
+#include <QtGlobal>
+
+namespace veldron {
+
+/// The margins of the chart, in pixels.
+namespace ChartMargins {
+constexpr int kTop = 10;     ///< above the trace
+constexpr int kRight = 15;   ///< right of the plot
+constexpr int kBottom = 30;  ///< between the trace and the split, or the lower edge
+constexpr int kLeft = 40;    ///< left of the plot
+constexpr int kSplitGap = 5; ///< between split and waterfall; also the split's grab distance
+constexpr int kFootGap = 5;  ///< under the waterfall
+} // namespace ChartMargins
+
+/// Where things stand in the picture, in its pixels; rows grow downwards.
+///
+/// Worked out wherever it is needed, never stored. Right and bottom edges are the first pixel
+/// beyond. Without a waterfall, that area is one row at the foot of the picture.
+struct ChartLayout {
+    int scaleWidth = 0;
+    int scaleHeight = 0;
+    int plotLeft = 0;
+    int plotRight = 0;
+    int plotTop = 0;
+    int plotBottom = 0;
+    int splitY = 0;
+    int fallTop = 0;
+    int fallBottom = 0;
+
+    [[nodiscard]] static ChartLayout of(int scaleWidth, int scaleHeight, qint16 displayType,
+                                        float splitFraction);
+
+    [[nodiscard]] int plotWidth() const { return plotRight - plotLeft; }
+    [[nodiscard]] int fallHeight() const { return fallBottom - fallTop; }
+    /// The pixels that each trace repaints.
+    [[nodiscard]] QRect plotInside() const {
+        return {plotLeft, plotTop + 1, plotWidth(), plotBottom - plotTop};
+    }
+    [[nodiscard]] QRect fallArea() const { return {plotLeft, fallTop, plotWidth(), fallHeight()}; }
+    /// False when the picture is too small for plot or waterfall: nothing is drawn then.
+    [[nodiscard]] bool isDrawable() const {
+        return plotRight > plotLeft && plotBottom > plotTop && fallBottom > fallTop;
+    }
+    /// The same with waterfall and split out of the pointer's reach where \a displayType has none.
+    [[nodiscard]] ChartLayout forPointer(qint16 displayType) const;
+};
+
+/// Rows of the waterfall that can be seen, as the scroll bar counts them; may be negative.
+[[nodiscard]] int visibleFallRows(int scaleHeight, float splitFraction);
+
+} // namespace veldron

@@ -1,0 +1,159 @@
+// SPDX-License-Identifier: MIT
+#include "chart/MarkerPointer.h"
+
+#include "common/Numbers.h"
+#include "panels/GeneralUtilities.h"
+
+#include <algorithm>
+
+namespace veldron {
+
+namespace {
+
+constexpr int kMarkerReach = 5;
+constexpr float kHighestSplit = 0.2F;
+constexpr float kLowestSplit = 0.8F;
+
+bool isAcrossPlot(int x, const ChartLayout &layout) {
+    return x >= layout.plotLeft && x <= layout.plotRight && layout.plotWidth() > 0;
+}
+
+bool isOnPlot(QPoint at, const ChartLayout &layout) {
+    return isAcrossPlot(at.x(), layout) && at.y() >= layout.plotTop &&
+           at.y() <= layout.plotBottom && layout.plotBottom > layout.plotTop;
+}
+
+bool isOnWaterfall(QPoint at, const ChartLayout &layout) {
+    return isAcrossPlot(at.x(), layout) && at.y() >= layout.fallTop && at.y() <= layout.fallBottom;
+}
+
+bool isOnSplit(QPoint at, const ChartLayout &layout) {
+    return isAcrossPlot(at.x(), layout) &&
+           std::abs(at.y() - layout.splitY) < ChartMargins::kSplitGap;
+}
+
+QString tipText(Hertz frequency, qint32 decibels) {
+    return QStringLiteral("%1, %2 dB")
+        .arg(GeneralUtilities::FrequencyText(frequency), QString::number(decibels));
+}
+
+} // namespace
+
+void MarkerPointer::moveTo(Hertz frequency, const BinGrid &grid) {
+    markerFreq = frequency;
+    markerBin = grid.binOf(frequency);
+}
+
+MarkerPointer::Press MarkerPointer::press(QPoint at, bool leftButton, const PointerView &view) {
+    active = true;
+    if (!leftButton) {
+        return Press::Nothing;
+    }
+    // Only a double click that begins on the plot may tune.
+    markerClick = false;
+    if (enabled && isOnPlot(at, view.layout)) {
+        markerClick = true;
+        moveTo(view.grid.frequencyAt(at.x(), view.layout), view.grid);
+        return Press::MarkerPlaced;
+    }
+    if (view.displayType == 1 && isOnSplit(at, view.layout)) {
+        dragSplit = true;
+        return Press::SplitTaken;
+    }
+    return Press::Nothing;
+}
+
+PointerMove MarkerPointer::move(QPoint at, bool leftHeld, const PointerView &view) {
+    tipLive = false;
+    PointerMove result;
+    if (doubleClickHeld) {
+        return result;
+    }
+    const ChartLayout layout = view.layout.forPointer(view.displayType);
+    if (dragSplit) {
+        const auto height = static_cast<float>(std::max(layout.scaleHeight, 1));
+        result.splitFraction =
+            std::clamp(static_cast<float>(at.y()) / height, kHighestSplit, kLowestSplit);
+        return result;
+    }
+    if (isOnPlot(at, layout)) {
+        return moveOnPlot(at, leftHeld, view);
+    }
+    if (isOnWaterfall(at, layout)) {
+        return moveOnWaterfall(at, layout, view);
+    }
+    if (isOnSplit(at, layout)) {
+        result.shape = PointerShape::NorthSouth;
+        return result;
+    }
+    result.shape = PointerShape::Default;
+    result.tip = QString();
+    return result;
+}
+
+PointerMove MarkerPointer::moveOnPlot(QPoint at, bool leftHeld, const PointerView &view) {
+    const ChartLayout &layout = view.layout;
+    PointerMove result;
+    const Hertz frequency = view.grid.frequencyAt(at.x(), layout);
+    if (enabled && std::abs(at.x() - view.markerX) < kMarkerReach) {
+        result.shape = PointerShape::EastWest;
+        result.tip = QString();
+    } else {
+        // The level of the pointer's height on the scale, not that of the signal.
+        result.shape = PointerShape::Default;
+        result.tip =
+            tipText(frequency, view.scale.decibelsAt(at.y(), layout.plotTop, layout.plotBottom));
+    }
+    if (leftHeld && enabled) {
+        moveTo(frequency, view.grid);
+        result.markerMoved = true;
+    }
+    return result;
+}
+
+PointerMove MarkerPointer::moveOnWaterfall(QPoint at, const ChartLayout &layout,
+                                           const PointerView &view) {
+    tipLive = true;
+    tipColumn = view.grid.cellAt(at.x(), layout);
+    tipRow = at.y() - layout.fallTop + view.firstRow;
+    PointerMove result;
+    result.shape = PointerShape::Default;
+    result.tip = liveTip(view);
+    return result;
+}
+
+QString MarkerPointer::liveTip(const PointerView &view) const {
+    const Hertz frequency = view.grid.scanStart() + tipColumn * view.grid.dataResolution();
+    return tipText(frequency, view.level(tipColumn, tipRow) + view.scale.offset);
+}
+
+void MarkerPointer::release() {
+    active = false;
+    doubleClickHeld = false;
+    dragSplit = false;
+}
+
+bool MarkerPointer::doubleClick(bool gateOpen) {
+    doubleClickHeld = true;
+    const bool tells = enabled && markerClick && gateOpen;
+    markerClick = false;
+    return tells;
+}
+
+int MarkerPointer::centred(int x, int width) {
+    return static_cast<int>(Numbers::divideHalfEven(2 * qint64{x} - width, 2));
+}
+
+int MarkerPointer::readOutLeft(int x, int width, int scaleWidth) {
+    const double half = width / 2.0;
+    double centre = std::max(static_cast<double>(x), half + ChartMargins::kLeft);
+    centre = std::min(centre, scaleWidth - ChartMargins::kRight - half);
+    return Numbers::roundTo<qint32>(centre - half);
+}
+
+QString MarkerPointer::readOut(quint8 raw, const LevelScale &scale) const {
+    return QStringLiteral("%1  %2dB")
+        .arg(GeneralUtilities::FrequencyText(markerFreq), QString::number(raw + scale.offset));
+}
+
+} // namespace veldron

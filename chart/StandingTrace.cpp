@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: MIT
+#include "chart/StandingTrace.h"
+
+#include "chart/ChartColours.h"
+
+#include <algorithm>
+
+namespace veldron {
+
+int StandingTrace::paint(PixelSurface &surface, const ChartLayout &layout,
+                         const std::vector<TraceColumn> &columns) {
+    begin(surface, layout);
+    const int count = static_cast<int>(std::min(columns.size(), m_standing.size()));
+    const auto at = [](int i) {
+        return static_cast<std::size_t>(i);
+    };
+    for (int first = 0; first < count;) {
+        int end = first + 1;
+        while (end < count && columns[at(end)] == columns[at(first)] &&
+               m_standing[at(end)] == m_standing[at(first)]) {
+            ++end;
+        }
+        paintRun(first, end, columns[at(first)]);
+        first = end;
+    }
+    m_surface = nullptr;
+    return m_lowest;
+}
+
+void StandingTrace::begin(PixelSurface &surface, const ChartLayout &layout) {
+    m_surface = &surface;
+    m_lowest = layout.plotTop;
+    const bool samePlot = layout.plotLeft == m_layout.plotLeft &&
+                          layout.plotRight == m_layout.plotRight &&
+                          layout.plotBottom == m_layout.plotBottom;
+    if (m_known && samePlot) {
+        return;
+    }
+    // Whatever stands there, an all-background plot is a state to go on from: each of its pixels
+    // belongs to body or background.
+    surface.fill(layout.plotInside(), ChartColours::kBackground);
+    wiped(layout);
+}
+
+void StandingTrace::wiped(const ChartLayout &layout) {
+    m_known = true;
+    m_layout = layout;
+    m_standing.assign(static_cast<std::size_t>(layout.plotWidth()),
+                      {layout.plotBottom, TraceColumn::kNoDot, layout.plotBottom});
+}
+
+void StandingTrace::paintRun(int first, int last, const TraceColumn &column) {
+    Standing standing = m_standing[static_cast<std::size_t>(first)];
+    const QRect run(m_layout.plotLeft + first, 0, last - first, 1);
+    paintInside(run, column, standing);
+    paintOutside(run, column, standing);
+    std::fill(m_standing.begin() + first, m_standing.begin() + last, standing);
+}
+
+void StandingTrace::paintInside(const QRect &run, const TraceColumn &column, Standing &standing) {
+    const int y = std::clamp(column.y, m_layout.plotTop, m_layout.plotBottom);
+    const int oldDot = standing.dot;
+    if (oldDot != column.dot && oldDot > m_layout.plotTop && oldDot <= m_layout.plotBottom) {
+        fillRows(run, oldDot, oldDot,
+                 oldDot > y ? ChartColours::kTrace : ChartColours::kBackground);
+    }
+    fillRows(run, y + 1, standing.inside, ChartColours::kTrace);
+    fillRows(run, standing.inside + 1, y, ChartColours::kBackground);
+    const bool dotWasCovered =
+        oldDot > std::min(y, standing.inside) && oldDot <= std::max(y, standing.inside);
+    standing.inside = y;
+    if (dotWasCovered || oldDot != column.dot) {
+        standing.dot = TraceColumn::kNoDot;
+    }
+}
+
+void StandingTrace::paintOutside(const QRect &run, const TraceColumn &column, Standing &standing) {
+    if (column.y > standing.cleared) {
+        fillRows(run, standing.cleared + 1, column.y, ChartColours::kBackground);
+        standing.cleared = column.y;
+        standing.dot = TraceColumn::kNoDot;
+    }
+    if (column.y < m_layout.plotTop) {
+        fillRows(run, m_layout.plotTop, m_layout.plotTop, ChartColours::kTrace);
+        fillRows(run, column.y, m_layout.plotTop - 1, ChartColours::kBackground);
+        standing.dot = TraceColumn::kNoDot;
+    }
+    if (column.dot != standing.dot) {
+        paintDot(run, column.dot, standing);
+    }
+}
+
+void StandingTrace::paintDot(const QRect &run, int row, Standing &standing) {
+    standing.dot = row;
+    if (row == TraceColumn::kNoDot) {
+        return;
+    }
+    fillRows(run, row, row, ChartColours::kPeak);
+    if (row > m_layout.plotBottom) {
+        standing.cleared = std::min(standing.cleared, row - 1);
+    }
+}
+
+void StandingTrace::fillRows(const QRect &run, int from, int to, quint32 colour) {
+    if (from > to) {
+        return;
+    }
+    m_surface->fill({run.x(), from, run.width(), to - from + 1}, colour);
+    m_lowest = std::max(m_lowest, to);
+}
+
+} // namespace veldron

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "chart/BinGrid.h"
+#include "chart/ChartLayout.h"
+#include "chart/LevelScale.h"
+#include "chart/PixelSurface.h"
+#include "chart/ScanStore.h"
+
+#include <climits>
+#include <vector>
+
+namespace veldron {
+
+/// One pixel column of the trace: row at which body and background meet, and row of the peak dot.
+struct TraceColumn {
+    static constexpr int kNoDot = INT_MIN;
+
+    int y = 0;
+    int dot = kNoDot;
+
+    friend bool operator==(const TraceColumn &, const TraceColumn &) = default;
+};
+
+/// From a scan to the columns of a trace, and from those to pixels.
+///
+/// Two methods: spread, for more pixels than bins, holds its rows within the plot and shows one
+/// bin in each column; gather, for fewer, shows the highest of a column's bins, does not hold its
+/// rows within the plot, and takes its peaks one bin further on. Both differences are intended.
+class TraceRenderer {
+public:
+    struct Input {
+        ChartLayout layout;
+        const BinGrid &grid;
+        const ScanStore &scans;
+        LevelScale scale;
+        bool peak;
+        Hertz screenResolution;
+    };
+
+    /// Columns from plotLeft to plotRight - 1. UntrappedError for a scale without height.
+    static void columns(const Input &input, std::vector<TraceColumn> &result);
+    /// Paints column \a x: body, background over it, and dot.
+    static void paint(PixelSurface &surface, const ChartLayout &layout, int x,
+                      const TraceColumn &column);
+};
+
+} // namespace veldron

@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "chart/Bitmap8.h"
+#include "chart/LevelScale.h"
+#include "common/LevelScan.h"
+
+#include <QtGlobal>
+
+#include <functional>
+
+namespace veldron {
+
+/// The past of the spectrum: a raster of raw levels, one column a bin and one row a time interval,
+/// newest on top, and the clock that closes its rows.
+///
+/// Times are seconds since midnight, single precision. Row k ended at nextRowTime() less k row
+/// intervals; row 0 is still open and holds, live, the highest level of each bin so far. Column x
+/// is bin x, by flat addressing: bin 320 of a full scan is the first byte of row 1. Throws
+/// UntrappedError(Overflow) for a gap of more than 32,767 rows, which live rows never meet.
+class WaterfallStore {
+public:
+    static constexpr qint32 kWidth = 320;
+    static constexpr qint32 kHeight = 10000;
+    static constexpr qint32 kDefaultUpdate = 10;
+
+    /// Called for each row closed; the argument tells that the scroll bar's figures have changed.
+    using RowClosed = std::function<void(bool)>;
+
+    /// Rows of the raster that changed since somebody asked, from 0; first above last is none.
+    struct RowRange {
+        qint32 first;
+        qint32 last;
+    };
+
+    /// \a now gives the first row its end.
+    explicit WaterfallStore(float now);
+    WaterfallStore(const WaterfallStore &) = delete;
+    WaterfallStore &operator=(const WaterfallStore &) = delete;
+    ~WaterfallStore();
+
+    [[nodiscard]] bool playback() const { return m_playback; }
+    /// Empties the history, whichever way it goes.
+    void setPlayback(bool on);
+    [[nodiscard]] qint16 poll() const { return m_poll; }
+    void setPoll(qint16 milliseconds) { m_poll = milliseconds; }
+    [[nodiscard]] qint32 update() const { return m_update; }
+    /// \a seconds above 0. Stretches the rows so that time keeps its scale.
+    void setUpdate(qint32 seconds, float now);
+    /// Seconds a row: the poll period in playback, otherwise the update interval.
+    [[nodiscard]] float rowInterval() const;
+
+    void clearRows();
+    /// Folds a scan into the open row.
+    void addScan(const LevelScan &levels, float now);
+    /// Empties the history and restarts the row clock when the clock has jumped: more than ten
+    /// minutes past the row's end, or more than a row before its beginning.
+    void resetAfterClockJump(float now);
+    /// Closes the rows that are due at \a time. \a fallRoom is the waterfall's height in pixels.
+    void AdvanceRows(float time, float fallRoom, const RowClosed &closed);
+    /// Sets the clock of playback.
+    void setPlaybackTime(float time);
+
+    /// Steps playback by \a rows, to newer ones if positive; false at a limit, which is looked at
+    /// before the step only.
+    bool step(qint16 rows);
+    /// Keeps firstRow() so that \a visible rows end at the last one, and at 0 at the least.
+    void limitFirstRow(int visible);
+    void setFirstRow(qint32 row) { m_firstRow = row; }
+    /// Brings the row on which playback stands into the middle of \a visible rows.
+    void centreOnPlayRow(int visible);
+    /// Where the view stands after a change of size: no rows past the last are looked at.
+    void keepViewInRows(int plotRows);
+
+    /// Colours of scheme \a scheme over the scale; the raster's bytes stay.
+    void buildPalette(qint16 scheme, const LevelScale &scale);
+
+    [[nodiscard]] const Bitmap8 &history() const { return m_history; }
+    [[nodiscard]] quint8 level(qint32 column, qint32 row) const {
+        return m_history.data(column, row);
+    }
+    [[nodiscard]] qint32 firstRow() const { return m_firstRow; }
+    [[nodiscard]] qint32 rowCount() const { return m_rowCount; }
+    [[nodiscard]] qint32 playRow() const { return m_playRow; }
+    [[nodiscard]] bool rowIsOpen() const { return m_rowOpen; }
+    [[nodiscard]] float nextRowTime() const { return m_nextRowTime; }
+    [[nodiscard]] qint32 lastDataTime() const { return m_lastDataTime; }
+    [[nodiscard]] float playbackTime() const { return m_playbackTime; }
+    RowRange takeChangedRows();
+
+private:
+    void blankRow(qint32 row);
+    void noteChange(qint32 first, qint32 last);
+    void bridgeGap(float time, float difference, float interval);
+    void pushRow(float time);
+    bool countRow(float fallRoom);
+    [[nodiscard]] bool viewIsBack() const { return m_firstRow > 0 && m_firstRow < m_rowCount; }
+    [[nodiscard]] static float rowEndAfter(float time, float interval);
+
+    Bitmap8 m_history;
+    qint32 m_firstRow = 0;
+    qint32 m_rowCount = 0;
+    bool m_rowOpen = false;
+    qint32 m_playRow = 0;
+    qint32 m_update = kDefaultUpdate;
+    qint32 m_lastDataTime = 0;
+    float m_nextRowTime = 0.0F;
+    bool m_playback = false;
+    qint16 m_poll = 0;
+    float m_playbackTime = 0.0F;
+    RowRange m_changed{0, kHeight - 1};
+};
+
+} // namespace veldron

@@ -1,0 +1,187 @@
+// SPDX-License-Identifier: MIT
+// Members and the bin grid; the rows, the picture and the pointer have files of their own.
+#include "chart/ctlChartSpectrum.h"
+
+#include "chart/OverlayLine.h"
+#include "chart/PictureBox.h"
+#include "chart/ScreenPointer.h"
+
+#include <QLabel>
+#include <QResizeEvent>
+#include <QScrollBar>
+#include <QStatusBar>
+
+namespace veldron {
+
+namespace {
+
+// Until the row interval is written for the first time.
+constexpr int kFirstTimerInterval = 200;
+
+} // namespace
+
+ctlChartSpectrum::ctlChartSpectrum(Clock &clock, const DateTimeText &texts, ScreenPointer &pointer,
+                                   QWidget *parent)
+    : QWidget(parent), m_clock(clock), m_texts(texts), m_pointer(pointer),
+      m_guard([](const UntrappedError &error) { qFatal("%s", error.what()); }),
+      m_scans(m_grid.binCount()), m_waterfall(clock.timeOfDay()) {
+    makeControls();
+    wireControls();
+    RecalculateBins();
+    Timer1->start();
+}
+
+ctlChartSpectrum::~ctlChartSpectrum() {
+    // The children go later, and a picture that loses the focus then still tells so.
+    Picture1->disconnect(this);
+    m_pointer.setShape(PointerShape::Default);
+}
+
+void ctlChartSpectrum::makeControls() {
+    makePicture();
+    VScroll1 = new QScrollBar(Qt::Vertical, this);
+    VScroll1->setObjectName(QStringLiteral("VScroll1"));
+    VScroll1->hide();
+    Timer1 = new QTimer(this);
+    Timer1->setObjectName(QStringLiteral("Timer1"));
+    Timer1->setTimerType(Qt::PreciseTimer);
+    Timer1->setInterval(kFirstTimerInterval);
+    StatusBar1 = new QStatusBar(this);
+    StatusBar1->setObjectName(QStringLiteral("StatusBar1"));
+    StatusBar1->hide();
+    StatusBar1->showMessage(QStringLiteral("Initialising"));
+}
+
+void ctlChartSpectrum::makePicture() {
+    Picture1 = new PictureBox(this);
+    Picture1->setObjectName(QStringLiteral("Picture1"));
+    Picture1->setAccessibleName(QStringLiteral("Spectrum and waterfall"));
+    Line1 = new OverlayLine(QStringLiteral("Line1"), Picture1);
+    Line2 = new OverlayLine(QStringLiteral("Line2"), Picture1);
+    Line3 = new OverlayLine(QStringLiteral("Line3"), Picture1);
+    lblMarker = new QLabel(Picture1);
+    lblMarker->setObjectName(QStringLiteral("lblMarker"));
+    lblMarker->setAttribute(Qt::WA_TransparentForMouseEvents);
+    lblMarker->setTextFormat(Qt::PlainText);
+    lblMarker->setFont(PictureBox::labelFont());
+    QPalette colours;
+    colours.setColor(QPalette::Window, Qt::black);
+    colours.setColor(QPalette::WindowText, Qt::white);
+    lblMarker->setPalette(colours);
+    lblMarker->setAutoFillBackground(true);
+    lblMarker->move(0, ChartMargins::kTop);
+    lblMarker->hide();
+}
+
+void ctlChartSpectrum::wireControls() {
+    connect(Timer1, &QTimer::timeout, this, [this] { m_guard.run([this] { onTimer1(); }); });
+    connect(VScroll1, &QScrollBar::valueChanged, this, &ctlChartSpectrum::onScrollBarMoved);
+    connect(Picture1, &PictureBox::exposed, this, [this] { m_guard.run([this] { redraw(); }); });
+    connect(Picture1, &PictureBox::pressed, this, &ctlChartSpectrum::onPress);
+    connect(Picture1, &PictureBox::moved, this, &ctlChartSpectrum::onMove);
+    connect(Picture1, &PictureBox::released, this, &ctlChartSpectrum::onRelease);
+    connect(Picture1, &PictureBox::doubleClicked, this, &ctlChartSpectrum::onDoubleClick);
+    connect(Picture1, &PictureBox::pointerLeft, this, &ctlChartSpectrum::onPointerLeft);
+    connect(Picture1, &PictureBox::focusLost, this, &ctlChartSpectrum::onFocusLost);
+}
+
+int ctlChartSpectrum::ScaleWidth() const {
+    return Picture1->ScaleWidth();
+}
+
+int ctlChartSpectrum::ScaleHeight() const {
+    return Picture1->ScaleHeight();
+}
+
+ChartLayout ctlChartSpectrum::chartLayout() const {
+    return ChartLayout::of(ScaleWidth(), ScaleHeight(), m_DisplayType, m_SplitFraction);
+}
+
+QString ctlChartSpectrum::statusText() const {
+    return StatusBar1->currentMessage();
+}
+
+void ctlChartSpectrum::setDisplayType(qint16 type) {
+    if (type != m_DisplayType) {
+        m_DisplayType = type;
+        redraw();
+    }
+}
+
+void ctlChartSpectrum::setScanStart(Hertz start) {
+    if (m_grid.setScanStart(start)) {
+        gridChanged();
+    }
+}
+
+void ctlChartSpectrum::setScanStop(Hertz stop) {
+    if (m_grid.setScanStop(stop)) {
+        gridChanged();
+    }
+}
+
+void ctlChartSpectrum::setDataResolution(Hertz resolution) {
+    if (m_grid.setDataResolution(resolution)) {
+        RecalculateBins();
+    }
+}
+
+void ctlChartSpectrum::gridChanged() {
+    RecalculateBins();
+    m_waterfall.clearRows();
+    ConfigureScrollBar();
+}
+
+void ctlChartSpectrum::RecalculateBins() {
+    m_scans.reset(m_grid.binCount());
+    recalculateScreenResolution();
+    m_marker.markerBin = 0;
+    DrawAxes();
+}
+
+void ctlChartSpectrum::recalculateScreenResolution() {
+    m_ScreenResolution =
+        m_grid.screenResolution(ScaleWidth() - ChartMargins::kRight - ChartMargins::kLeft);
+}
+
+void ctlChartSpectrum::setPeak(bool on) {
+    if (on && !m_Peak) {
+        m_scans.zeroPeaks();
+    }
+    m_Peak = on;
+}
+
+void ctlChartSpectrum::setPalette(qint16 scheme) {
+    m_Palette = scheme;
+    m_waterfall.buildPalette(scheme, m_scale);
+    Refresh();
+}
+
+void ctlChartSpectrum::setSplitFraction(float fraction) {
+    m_SplitFraction = fraction;
+    redraw();
+    ConfigureScrollBar();
+}
+
+void ctlChartSpectrum::SetData(const LevelScan &levels) {
+    if (!m_scans.accepts(levels)) {
+        return;
+    }
+    m_waterfall.addScan(levels, m_clock.timeOfDay());
+    m_scans.take(levels);
+}
+
+void ctlChartSpectrum::resizeEvent(QResizeEvent *event) {
+    QWidget::resizeEvent(event);
+    resizeSteps();
+}
+
+void ctlChartSpectrum::resizeSteps() {
+    Picture1->setGeometry(0, 0, width(), height() > 0 ? height() : Picture1->height());
+    recalculateScreenResolution();
+    m_waterfall.keepViewInRows(ScaleHeight() - ChartMargins::kTop - ChartMargins::kBottom);
+    redraw();
+    ConfigureScrollBar();
+}
+
+} // namespace veldron

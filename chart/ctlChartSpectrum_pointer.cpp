@@ -1,0 +1,143 @@
+// SPDX-License-Identifier: MIT
+// The marker and the pointer over the picture.
+#include "chart/ctlChartSpectrum.h"
+
+#include "chart/OverlayLine.h"
+#include "chart/PictureBox.h"
+#include "chart/ScreenPointer.h"
+
+#include <QCursor>
+#include <QLabel>
+#include <QToolTip>
+
+#include <algorithm>
+
+namespace veldron {
+
+void ctlChartSpectrum::setRXFreq(Hertz frequency) {
+    m_marker.rxFreq = frequency;
+    m_marker.moveTo(frequency, m_grid);
+    DrawAxes();
+}
+
+void ctlChartSpectrum::setMarkerEn(bool on) {
+    m_marker.enabled = on;
+    m_marker.moveTo(m_marker.rxFreq, m_grid);
+    UpdateMarkerLabel();
+    Line1->setEnds({Line2->X1(), lblMarker->height() + Line2->Y1()}, {Line2->X2(), Line2->Y2()});
+    Line1->showIf(on);
+    Line1->raise();
+    const int width = lblMarker->width();
+    int left = MarkerPointer::centred(Line1->X1(), width);
+    left = std::max(left, ChartMargins::kLeft - 1);
+    left = std::min(left, ScaleWidth() - ChartMargins::kRight - width);
+    lblMarker->move(left, ChartMargins::kTop);
+    lblMarker->setVisible(on);
+}
+
+void ctlChartSpectrum::UpdateMarkerLabel() {
+    const LevelScan &levels = m_scans.current();
+    const qint32 bin = m_marker.markerBin;
+    if (bin < 0 || bin >= static_cast<qint32>(levels.size()) - 1) {
+        return;
+    }
+    const QString text = m_marker.readOut(levels[static_cast<std::size_t>(bin)], m_scale);
+    if (text != lblMarker->text()) {
+        lblMarker->setText(text);
+        lblMarker->adjustSize();
+    }
+}
+
+PointerView ctlChartSpectrum::pointerView(const ChartLayout &layout) const {
+    return {layout,
+            m_grid,
+            m_scale,
+            m_DisplayType,
+            Line1->X1(),
+            m_waterfall.firstRow(),
+            [this](qint32 column, qint32 row) {
+                return m_waterfall.level(column, row);
+            }};
+}
+
+void ctlChartSpectrum::placeReadOut(int x) {
+    lblMarker->move(MarkerPointer::readOutLeft(x, lblMarker->width(), ScaleWidth()),
+                    lblMarker->y());
+}
+
+void ctlChartSpectrum::onPress(QPoint at, Qt::MouseButton button) {
+    const ChartLayout layout = chartLayout();
+    switch (m_marker.press(at, button == Qt::LeftButton, pointerView(layout))) {
+    case MarkerPointer::Press::MarkerPlaced:
+        UpdateMarkerLabel();
+        Line1->setX(m_grid.columnOf(m_marker.markerFreq, layout));
+        Line1->setY2(layout.plotBottom);
+        placeReadOut(at.x());
+        break;
+    case MarkerPointer::Press::SplitTaken:
+        m_pointer.setShape(PointerShape::NorthSouth);
+        break;
+    case MarkerPointer::Press::Nothing:
+        break;
+    }
+}
+
+void ctlChartSpectrum::onMove(QPoint at, Qt::MouseButtons buttons) {
+    applyMove(m_marker.move(at, buttons.testFlag(Qt::LeftButton), pointerView(chartLayout())), at);
+}
+
+void ctlChartSpectrum::applyMove(const PointerMove &move, QPoint at) {
+    if (move.splitFraction) {
+        setSplitFraction(*move.splitFraction);
+    }
+    if (move.shape) {
+        m_pointer.setShape(*move.shape);
+    }
+    if (move.tip) {
+        showTip(*move.tip);
+    }
+    if (move.markerMoved) {
+        Line1->setX(at.x());
+        UpdateMarkerLabel();
+        placeReadOut(at.x());
+    }
+}
+
+void ctlChartSpectrum::onRelease() {
+    m_marker.release();
+    m_pointer.setShape(PointerShape::Default);
+}
+
+void ctlChartSpectrum::onDoubleClick() {
+    if (m_marker.doubleClick(m_Enabled)) {
+        Q_EMIT Changed(0);
+    }
+}
+
+void ctlChartSpectrum::onPointerLeft() {
+    if (!m_marker.active) {
+        m_pointer.setShape(PointerShape::Default);
+    }
+}
+
+void ctlChartSpectrum::onFocusLost() {
+    m_marker.loseFocus();
+    m_pointer.setShape(PointerShape::Default);
+}
+
+void ctlChartSpectrum::renewTip() {
+    m_pointer.setShape(PointerShape::Default);
+    showTip(m_marker.liveTip(pointerView(chartLayout())));
+}
+
+void ctlChartSpectrum::showTip(const QString &text) {
+    if (text == Picture1->toolTip()) {
+        return;
+    }
+    Picture1->setToolTip(text);
+    if (QToolTip::isVisible() && Picture1->underMouse()) {
+        QToolTip::showText(QCursor::pos(), text, Picture1);
+    }
+}
+
+} // namespace veldron

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+#include "chart/ChartLayout.h"
+
+#include <gtest/gtest.h>
+
+namespace veldron {
+namespace {
+
+TEST(ChartLayout, traceOnly_fillsThePictureDownToTheLabels) {
+    const ChartLayout layout = ChartLayout::of(660, 400, 0, 0.5F);
+    EXPECT_EQ(layout.plotLeft, 40);
+    EXPECT_EQ(layout.plotRight, 645);
+    EXPECT_EQ(layout.plotWidth(), 605);
+    EXPECT_EQ(layout.plotTop, 10);
+    EXPECT_EQ(layout.plotBottom, 370);
+    EXPECT_EQ(layout.fallTop, 399);
+    EXPECT_EQ(layout.fallBottom, 400);
+}
+
+TEST(ChartLayout, withWaterfall_isDividedAtTheSplit) {
+    const ChartLayout layout = ChartLayout::of(660, 400, 1, 0.5F);
+    EXPECT_EQ(layout.splitY, 200);
+    EXPECT_EQ(layout.plotBottom, 170);
+    EXPECT_EQ(layout.fallTop, 205);
+    EXPECT_EQ(layout.fallBottom, 395);
+    EXPECT_EQ(layout.fallHeight(), 190);
+}
+
+TEST(ChartLayout, splitRow_roundsTiesToEven) {
+    EXPECT_EQ(ChartLayout::of(660, 401, 1, 0.5F).splitY, 200);
+    EXPECT_EQ(ChartLayout::of(660, 403, 1, 0.5F).splitY, 202);
+}
+
+struct SmallCase {
+    int width;
+    int height;
+    qint16 type;
+    bool drawable;
+};
+
+TEST(ChartLayout, pictureTooSmall_isNotDrawable) {
+    const SmallCase cases[] = {
+        {56, 41, 0, true},  {55, 41, 0, false}, {56, 40, 0, false},
+        {56, 200, 1, true}, {56, 80, 1, false}, {660, 0, 1, false},
+    };
+    for (const SmallCase &c : cases) {
+        EXPECT_EQ(ChartLayout::of(c.width, c.height, c.type, 0.5F).isDrawable(), c.drawable)
+            << c.width << " x " << c.height << ", type " << c.type;
+    }
+}
+
+TEST(ChartLayout, forThePointerWithoutWaterfall_areaAndSplitLieBelowThePicture) {
+    const ChartLayout layout = ChartLayout::of(660, 400, 0, 0.5F).forPointer(0);
+    EXPECT_EQ(layout.fallTop, 400);
+    EXPECT_EQ(layout.fallBottom, 401);
+    EXPECT_EQ(layout.splitY, 406);
+}
+
+TEST(ChartLayout, visibleRows_areWhatTheGapsLeave) {
+    EXPECT_EQ(visibleFallRows(400, 0.5F), 190);
+    EXPECT_EQ(visibleFallRows(400, 0.8F), 70);
+    EXPECT_LT(visibleFallRows(400, 5.0F), 0);
+}
+
+} // namespace
+} // namespace veldron

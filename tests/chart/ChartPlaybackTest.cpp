@@ -1,0 +1,121 @@
+// SPDX-License-Identifier: MIT
+#include "tests/chart/ChartFixture.h"
+
+#include "common/UntrappedError.h"
+
+namespace veldron {
+namespace {
+
+class Playback : public ChartTest {
+protected:
+    Playback() {
+        chart.setDisplayType(1);
+        chart.setPoll(1000);
+        chart.setPlayback(true);
+    }
+    // Scans of the levels 1 upward, one each second from 10:00:00 on.
+    void play(int scans) {
+        for (int i = 0; i < scans; ++i) {
+            chart.SetPlaybackTime(QTime(10, 0).addSecs(i).toString(QStringLiteral("HH:mm:ss")));
+            scan(static_cast<quint8>(i + 1));
+        }
+    }
+};
+
+using ChartPlaybackTest = Playback;
+
+TEST_F(ChartPlaybackTest, time_isShownInTheChartsOwnStatusBar) {
+    chart.SetPlaybackTime(QStringLiteral("10:20:30"));
+    EXPECT_EQ(chart.statusText(), QStringLiteral("10:20:30"));
+}
+
+TEST_F(ChartPlaybackTest, textThatIsNoTime_isABadValue) {
+    try {
+        chart.SetPlaybackTime(QStringLiteral("soon"));
+        ADD_FAILURE() << "no error came";
+    } catch (const UntrappedError &error) {
+        EXPECT_EQ(error.kind(), UntrappedError::Kind::BadValue);
+        EXPECT_TRUE(error.message().contains(QStringLiteral("soon")));
+    }
+}
+
+TEST_F(ChartPlaybackTest, scans_makeOneRowEach) {
+    play(5);
+    for (int row = 0; row < 5; ++row) {
+        EXPECT_EQ(shown(60, 205 + row), static_cast<quint32>(5 - row) * 0x010101U) << row;
+    }
+    EXPECT_EQ(shown(60, 210), 0U);
+}
+
+TEST_F(ChartPlaybackTest, rewindByZero_isTrueAndChangesNothing) {
+    play(3);
+    const QImage before = picture().shownImage().copy();
+    EXPECT_TRUE(chart.Rewind(0));
+    EXPECT_EQ(picture().shownImage(), before);
+}
+
+TEST_F(ChartPlaybackTest, rewindAtTheLimits_isFalse) {
+    play(3);
+    EXPECT_FALSE(chart.Rewind(1));
+    EXPECT_TRUE(chart.Rewind(-2));
+    EXPECT_FALSE(chart.Rewind(-1));
+}
+
+TEST_F(ChartPlaybackTest, stepBack_showsTheStoredRowAsTraceAndMarksItsPlace) {
+    play(80);
+    EXPECT_FALSE(line("Line3").Visible());
+    EXPECT_TRUE(chart.Rewind(-10));
+    EXPECT_EQ(traceTop(100), 96); // raw 70 on 160 rows from 42 to 102
+    EXPECT_TRUE(line("Line3").Visible());
+    EXPECT_EQ(line("Line3").Y1(), 215);
+    EXPECT_EQ(line("Line3").X1(), 40);
+    EXPECT_EQ(line("Line3").X2(), 680);
+    EXPECT_TRUE(chart.Rewind(10));
+    EXPECT_FALSE(line("Line3").Visible());
+}
+
+TEST_F(ChartPlaybackTest, stepFarBack_bringsTheRowIntoTheMiddle) {
+    play(250);
+    EXPECT_TRUE(chart.Rewind(-150));
+    EXPECT_EQ(scrollBar().value(), 55);
+    EXPECT_EQ(line("Line3").Y1(), 205 + 150 - 55);
+    EXPECT_TRUE(chart.Rewind(-99));
+    EXPECT_EQ(scrollBar().value(), 60); // no further than the last row
+}
+
+TEST_F(ChartPlaybackTest, stepPastTheNewestRow_readsBeforeTheRaster) {
+    play(80);
+    EXPECT_TRUE(chart.Rewind(-2));
+    EXPECT_TRUE(chart.Rewind(5));
+    EXPECT_EQ(traceTop(100), picture().ScaleHeight()); // raw 0 has no body
+    EXPECT_FALSE(chart.Rewind(1));
+}
+
+TEST_F(ChartPlaybackTest, stepBack_startsThePeaksAfresh) {
+    play(80);
+    chart.setPeak(true);
+    chart.Refresh();
+    EXPECT_TRUE(chart.Rewind(-20));
+    EXPECT_EQ(shown(100, 122), ChartColours::kPeak); // raw 60 of 42 to 102 on 160 rows
+}
+
+TEST_F(ChartPlaybackTest, leavingPlayback_emptiesTheWaterfall) {
+    play(5);
+    chart.setPlayback(false);
+    chart.Refresh();
+    EXPECT_EQ(shown(60, 205), 0U);
+}
+
+TEST_F(ChartPlaybackTest, pollUnderASecond_makesOneRowOfEachScan) {
+    chart.setPoll(250);
+    for (int i = 0; i < 8; ++i) {
+        chart.SetPlaybackTime(QTime(10, 0).addSecs(i / 4).toString(QStringLiteral("HH:mm:ss")));
+        scan(static_cast<quint8>(i + 1));
+    }
+    for (int row = 0; row < 8; ++row) {
+        EXPECT_EQ(shown(60, 205 + row), static_cast<quint32>(8 - row) * 0x010101U) << row;
+    }
+}
+
+} // namespace
+} // namespace veldron

@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: MIT
+#include "chart/PictureBox.h"
+
+#include <QApplication>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace veldron {
+namespace {
+
+class Box : public testing::Test {
+protected:
+    Box() {
+        box.resize(60, 40);
+        box.prepare();
+        box.show();
+        QApplication::processEvents();
+    }
+    [[nodiscard]] quint32 onScreen(int x, int y) {
+        return box.grab().toImage().pixel(x, y) & 0x00FFFFFFU;
+    }
+
+    PictureBox box{nullptr};
+};
+
+using PictureBoxTest = Box;
+
+TEST_F(PictureBoxTest, whatIsDrawn_isSeenAtRefreshOnly) {
+    box.surface().line({5, 5}, {15, 5}, 0x000000FF);
+    EXPECT_EQ(onScreen(7, 5), 0U);
+    box.Refresh();
+    EXPECT_EQ(onScreen(7, 5), 0x00FF0000U);
+    box.surface().clear();
+    EXPECT_EQ(onScreen(7, 5), 0x00FF0000U);
+    box.Refresh();
+    EXPECT_EQ(onScreen(7, 5), 0U);
+}
+
+TEST_F(PictureBoxTest, whatIsShownSoon_isSeenAfterRefresh) {
+    box.surfaceShownSoon().line({5, 5}, {15, 5}, 0x000000FF);
+    box.Refresh();
+    EXPECT_EQ(onScreen(7, 5), 0x00FF0000U);
+    EXPECT_EQ(&box.shown(), &box.surfaceShownSoon());
+}
+
+TEST_F(PictureBoxTest, painting_asksForNoDrawing) {
+    QSignalSpy exposed(&box, &PictureBox::exposed);
+    box.surface().line({5, 5}, {15, 5}, 0x000000FF);
+    box.Refresh();
+    for (int i = 0; i < 5; ++i) {
+        box.repaint();
+        QApplication::processEvents();
+    }
+    EXPECT_EQ(exposed.count(), 0);
+}
+
+TEST_F(PictureBoxTest, newSize_makesBothImagesAnewAndBlack) {
+    box.surface().line({5, 5}, {15, 5}, 0x000000FF);
+    box.Refresh();
+    EXPECT_FALSE(box.prepare());
+    box.resize(80, 50);
+    EXPECT_TRUE(box.prepare());
+    EXPECT_EQ(box.shown().pixel(7, 5), 0U);
+    EXPECT_EQ(box.shown().width(), 80);
+}
+
+TEST_F(PictureBoxTest, paintedBeforeItsImagesFit_asksForDrawingOnce) {
+    box.resize(80, 50);
+    QSignalSpy exposed(&box, &PictureBox::exposed);
+    box.repaint();
+    EXPECT_EQ(exposed.count(), 0); // not within the paint event
+    QApplication::processEvents();
+    EXPECT_GE(exposed.count(), 1);
+}
+
+TEST_F(PictureBoxTest, text_hasItsUpperLeftCornerAtItsPlace) {
+    box.Print(box.surface(), {{{10, 12}, QStringLiteral("H8"), 0x00FFFFFF}});
+    box.Refresh();
+    int left = 60;
+    int top = 40;
+    int bottom = 0;
+    for (int y = 0; y < 40; ++y) {
+        for (int x = 0; x < 60; ++x) {
+            if (box.shown().pixel(x, y) != 0) {
+                left = std::min(left, x);
+                top = std::min(top, y);
+                bottom = std::max(bottom, y);
+            }
+        }
+    }
+    EXPECT_GE(left, 10);
+    EXPECT_LE(left, 13);
+    EXPECT_GE(top, 12);
+    EXPECT_LE(bottom, 12 + 14);
+}
+
+TEST_F(PictureBoxTest, textWidth_growsWithTheText) {
+    EXPECT_EQ(box.textWidth(QString()), 0);
+    EXPECT_GT(box.textWidth(QStringLiteral("10.000.000")), 40);
+    EXPECT_LT(box.textWidth(QStringLiteral("10.000.000")), 80);
+}
+
+TEST_F(PictureBoxTest, secondClick_isADoubleClickAndNoPress) {
+    QSignalSpy pressed(&box, &PictureBox::pressed);
+    QSignalSpy doubled(&box, &PictureBox::doubleClicked);
+    QTest::mouseClick(&box, Qt::LeftButton, {}, {5, 5});
+    QTest::mouseDClick(&box, Qt::LeftButton, {}, {5, 5});
+    EXPECT_EQ(pressed.count(), 1);
+    EXPECT_EQ(doubled.count(), 1);
+}
+
+} // namespace
+} // namespace veldron

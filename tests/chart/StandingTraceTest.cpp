@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: MIT
+#include "chart/StandingTrace.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+
+namespace veldron {
+namespace {
+
+// Paints the same columns twice: over what stands, and each column anew.
+class BothWays : public testing::Test {
+protected:
+    void wipe() {
+        for (PixelSurface *surface : {&fast, &plain}) {
+            surface->fill(surface->bounds(), 0x00336699);
+        }
+        standing.forget();
+    }
+    void paint(const std::vector<TraceColumn> &columns) {
+        standing.paint(fast, layout, columns);
+        for (std::size_t i = 0; i < columns.size(); ++i) {
+            TraceRenderer::paint(plain, layout, layout.plotLeft + static_cast<int>(i), columns[i]);
+        }
+    }
+    [[nodiscard]] bool isSame() const {
+        for (int row = 0; row < fast.deviceHeight(); ++row) {
+            if (!std::equal(fast.deviceLine(row), fast.deviceLine(row) + fast.deviceWidth(),
+                            plain.deviceLine(row))) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+    ChartLayout layout = ChartLayout::of(105, 100, 0, 0.5F);
+    PixelSurface fast{105, 100};
+    PixelSurface plain{105, 100};
+    StandingTrace standing;
+};
+
+using StandingTraceTest = BothWays;
+
+struct RangeCase {
+    const char *name;
+    int lowest;
+    int highest;
+};
+
+TEST_F(StandingTraceTest, randomScans_lookAsIfPaintedAnew) {
+    const RangeCase cases[] = {{"inside the plot", 10, 70},
+                               {"across both edges", -5, 110},
+                               {"just around the edges", 8, 13},
+                               {"under the plot", 68, 80}};
+    std::mt19937 random(11);
+    for (const RangeCase &c : cases) {
+        std::uniform_int_distribution<int> row(c.lowest, c.highest);
+        wipe();
+        for (int scan = 0; scan < 400; ++scan) {
+            std::vector<TraceColumn> columns(50);
+            const bool dots = scan / 20 % 3 != 0;
+            for (std::size_t i = 0; i < columns.size(); ++i) {
+                const bool stays = i > 0 && random() % 3 == 0;
+                columns[i] =
+                    stays ? columns[i - 1]
+                          : TraceColumn{row(random), dots ? row(random) : TraceColumn::kNoDot};
+            }
+            paint(columns);
+            paint(columns);
+            ASSERT_TRUE(isSame()) << c.name << ", scan " << scan;
+            if (scan % 97 == 96) {
+                wipe();
+            }
+        }
+    }
+}
+
+TEST_F(StandingTraceTest, wipedPlot_isGoneOnFromWithoutPaintingItAgain) {
+    for (PixelSurface *surface : {&fast, &plain}) {
+        surface->clear();
+    }
+    standing.wiped(layout);
+    paint(std::vector<TraceColumn>(50, {40, 30}));
+    EXPECT_TRUE(isSame());
+}
+
+TEST_F(StandingTraceTest, lowestRowPainted_isTold) {
+    wipe();
+    EXPECT_EQ(standing.paint(fast, layout, std::vector<TraceColumn>(50, {85, TraceColumn::kNoDot})),
+              85);
+    EXPECT_LT(standing.paint(fast, layout, std::vector<TraceColumn>(50, {85, TraceColumn::kNoDot})),
+              71);
+}
+
+} // namespace
+} // namespace veldron

@@ -1,0 +1,306 @@
+// SPDX-License-Identifier: MIT
+#include "tests/chart/ChartFixture.h"
+
+#include "common/UntrappedError.h"
+
+namespace veldron {
+namespace {
+
+TEST_F(ChartTest, newChart_hasItsDefaults) {
+    EXPECT_EQ(chart.ScanStart(), hz(0));
+    EXPECT_EQ(chart.ScanStop(), hz(10000000));
+    EXPECT_EQ(chart.DataResolution(), hz(31250));
+    EXPECT_EQ(chart.ScreenResolution(), hz(15625));
+    EXPECT_EQ(chart.DisplayType(), 0);
+    EXPECT_EQ(chart.Timespan(), 0);
+    EXPECT_EQ(chart.Update(), 10);
+    EXPECT_FALSE(chart.Peak());
+    EXPECT_EQ(chart.dBSpan(), 60);
+    EXPECT_EQ(chart.dBStart(), -90);
+    EXPECT_EQ(chart.dBOffset(), -132);
+    EXPECT_EQ(chart.Palette(), 0);
+    EXPECT_EQ(chart.SplitFraction(), 0.5F);
+    EXPECT_EQ(chart.Poll(), 0);
+    EXPECT_TRUE(chart.Enabled());
+    EXPECT_FALSE(chart.Playback());
+    EXPECT_FALSE(chart.MarkerEn());
+    EXPECT_FALSE(chart.Active());
+    EXPECT_EQ(chart.statusText(), QStringLiteral("Initialising"));
+    EXPECT_EQ(timer().interval(), 200);
+    EXPECT_EQ(readOut().y(), 10);
+    EXPECT_TRUE(child<QWidget>("StatusBar1").isHidden());
+    EXPECT_EQ(picture().cursor().shape(), Qt::CrossCursor);
+}
+
+TEST_F(ChartTest, timer_runsFromTheStartAndRestsInPlayback) {
+    const ctlChartSpectrum fresh(clock, texts, pointer);
+    EXPECT_TRUE(fresh.findChild<QTimer *>(QStringLiteral("Timer1"))->isActive());
+    chart.setPlayback(true);
+    EXPECT_FALSE(timer().isActive());
+    chart.setUpdate(5);
+    EXPECT_FALSE(timer().isActive());
+    EXPECT_EQ(timer().interval(), 2500);
+    chart.setPlayback(false);
+    EXPECT_TRUE(timer().isActive());
+}
+
+TEST_F(ChartTest, updateWrittenWithTheValueInForce_leavesTheCountdownRunning) {
+    chart.setUpdate(60);
+    timer().start();
+    while (timer().remainingTime() > 29990) {
+        // The countdown has to have begun; it takes ten milliseconds.
+    }
+    chart.setUpdate(60);
+    EXPECT_LE(timer().remainingTime(), 29990);
+    chart.setUpdate(70);
+    EXPECT_GT(timer().remainingTime(), 29990);
+}
+
+TEST_F(ChartTest, updateOfZeroAndLess_isDropped) {
+    chart.setUpdate(0);
+    chart.setUpdate(-5);
+    EXPECT_EQ(chart.Update(), 10);
+    EXPECT_EQ(timer().interval(), 200);
+}
+
+TEST_F(ChartTest, enabled_isAPlainFlag) {
+    chart.setEnabled(false);
+    EXPECT_FALSE(chart.Enabled());
+    EXPECT_TRUE(chart.QWidget::isEnabled());
+}
+
+TEST_F(ChartTest, scanOf324_changesNothingAnd323IsTaken) {
+    scan(60, 324);
+    EXPECT_EQ(traceTop(100), picture().ScaleHeight());
+    scan(60, 323);
+    EXPECT_EQ(traceTop(100), 263); // round(370 - 18 x 6) and one
+}
+
+TEST_F(ChartTest, dataResolutionAlone_keepsTheHistory) {
+    liveRows(3);
+    chart.setDisplayType(1);
+    chart.setDataResolution(hz(40000));
+    chart.Refresh();
+    EXPECT_NE(shown(60, 206), 0U);
+    chart.setDataResolution(hz(499));
+    EXPECT_EQ(chart.DataResolution(), hz(40000));
+}
+
+TEST_F(ChartTest, scanStartChanged_emptiesTheHistoryAndTheSameValueDoesNot) {
+    chart.setDisplayType(1);
+    liveRows(3);
+    chart.setScanStart(hz(0));
+    chart.Refresh();
+    EXPECT_NE(shown(60, 206), 0U);
+    chart.setScanStart(hz(1000000));
+    chart.Refresh();
+    EXPECT_EQ(shown(60, 206), 0U);
+}
+
+TEST_F(ChartTest, gridChanged_putsTheMarkersBinToZeroAndLeavesItsFrequency) {
+    chart.setRXFreq(hz(5000000));
+    chart.setMarkerEn(true);
+    scan(61);
+    EXPECT_EQ(readOut().text(), QStringLiteral("5.000.000  -71dB"));
+    chart.setScanStop(hz(9000000));
+    EXPECT_EQ(chart.MarkerFreq(), hz(5000000));
+    chart.SetData({72});
+    chart.Refresh();
+    EXPECT_EQ(readOut().text(), QStringLiteral("5.000.000  -60dB"));
+}
+
+TEST_F(ChartTest, scanAlone_showsNothingBeforeRefresh) {
+    chart.SetData(LevelScan(321, 72));
+    EXPECT_EQ(traceTop(100), picture().ScaleHeight());
+    chart.Refresh();
+    EXPECT_EQ(traceTop(100), 191);
+}
+
+TEST_F(ChartTest, axesAlone_showNothingBeforeRefresh) {
+    scan(72);
+    const QImage before = picture().shownImage().copy();
+    chart.setRXFreq(hz(1000000));
+    chart.DrawAxes();
+    EXPECT_EQ(picture().shownImage(), before);
+    EXPECT_EQ(picture().grab().toImage().pixel(100, 300), 0xFFFF0000U);
+    chart.Refresh();
+    EXPECT_EQ(picture().shownImage(), before);
+}
+
+TEST_F(ChartTest, dBStartWritten_movesTheTraceAtRefreshAndTheLabelsAtDrawAxes) {
+    scan(72);
+    const QImage before = picture().shownImage().copy(0, 0, 39, 400);
+    chart.setdBStart(-80);
+    EXPECT_EQ(traceTop(100), 191);
+    chart.Refresh();
+    EXPECT_EQ(traceTop(100), 251);
+    EXPECT_EQ(picture().shownImage().copy(0, 0, 39, 400), before);
+    chart.DrawAxes();
+    chart.Refresh();
+    EXPECT_NE(picture().shownImage().copy(0, 0, 39, 400), before);
+}
+
+TEST_F(ChartTest, dBStartWritten_leavesTheColoursUntilPaletteIsWritten) {
+    chart.setDisplayType(1);
+    chart.setPalette(0);
+    scan(72);
+    EXPECT_EQ(shown(60, 205), 0x00808080U);
+    chart.setdBStart(-80);
+    chart.Refresh();
+    EXPECT_EQ(shown(60, 205), 0x00808080U);
+    chart.setPalette(0);
+    EXPECT_EQ(shown(60, 205), 0x00555555U);
+}
+
+TEST_F(ChartTest, beforeTheFirstPalette_levelsAreShownGreyByteForByte) {
+    chart.setDisplayType(1);
+    scan(72);
+    EXPECT_EQ(shown(60, 205), 0x00484848U);
+}
+
+TEST_F(ChartTest, whiteToBlack_showsRowsNeverFilledWhite) {
+    chart.setDisplayType(1);
+    chart.setPalette(1);
+    EXPECT_EQ(shown(60, 390), 0x00FFFFFFU);
+}
+
+TEST_F(ChartTest, scaleAbove128Decibels_overflowsWhenThePaletteIsWritten) {
+    chart.setdBSpan(130);
+    EXPECT_THROW(chart.setPalette(2), UntrappedError);
+}
+
+TEST_F(ChartTest, scaleWithoutHeight_dividesByZeroAtRefresh) {
+    chart.setdBSpan(0);
+    EXPECT_THROW(chart.Refresh(), UntrappedError);
+    EXPECT_THROW(chart.DrawAxes(), UntrappedError);
+    chart.setdBSpan(60);
+}
+
+TEST_F(ChartTest, peakSwitchedOn_beginsFromNothingAndHolds) {
+    chart.setPeak(true);
+    scan(92);
+    scan(52);
+    EXPECT_EQ(shown(100, 70), ChartColours::kPeak);
+    chart.setPeak(false);
+    scan(52);
+    EXPECT_EQ(shown(100, 70), ChartColours::kBackground);
+    chart.setPeak(true);
+    scan(62);
+    EXPECT_EQ(shown(100, 250), ChartColours::kPeak);
+}
+
+TEST_F(ChartTest, peakOfTwoSeconds_dropsAfterThreeOfTheClock) {
+    chart.setPeak(true);
+    chart.setTimespan(2);
+    scan(92);
+    clock.advance(2.0);
+    scan(52);
+    EXPECT_EQ(shown(100, 70), ChartColours::kPeak);
+    clock.advance(1.0);
+    scan(52);
+    EXPECT_EQ(shown(100, 70), ChartColours::kBackground);
+    EXPECT_EQ(shown(100, 310), ChartColours::kPeak);
+}
+
+TEST_F(ChartTest, plotOnePixelWide_drawsNoTraceAndStillShowsThePicture) {
+    size(56, 400);
+    picture().surface().pset({20, 20}, 0x00ABCDEF);
+    EXPECT_EQ(shown(20, 20), 0U);
+    scan(90);
+    EXPECT_EQ(shown(20, 20), 0x00ABCDEFU);
+    EXPECT_EQ(shown(40, 360), 0U);
+}
+
+TEST_F(ChartTest, chartTooSmall_drawsAndShowsNothing) {
+    size(50, 30);
+    picture().prepare();
+    picture().surface().pset({20, 20}, 0x00ABCDEF);
+    scan(90);
+    EXPECT_EQ(shown(20, 20), 0U);
+}
+
+TEST_F(ChartTest, resized_drawsAtTheNewSize) {
+    scan(72);
+    size(500, 300);
+    EXPECT_EQ(picture().width(), 500);
+    EXPECT_EQ(traceTop(100), 141);
+    EXPECT_EQ(chart.ScreenResolution(), Hertz::fromUnits(224719101));
+}
+
+TEST_F(ChartTest, hiddenAndShownAgain_looksTheSame) {
+    scan(72);
+    const QImage before = picture().shownImage().copy();
+    chart.hide();
+    chart.show();
+    QApplication::processEvents();
+    EXPECT_EQ(picture().shownImage(), before);
+}
+
+TEST_F(ChartTest, receiveLine_standsAtItsFrequencyWhileThatIsInTheScan) {
+    chart.setRXFreq(hz(5000000));
+    EXPECT_TRUE(line("Line2").Visible());
+    EXPECT_EQ(line("Line2").X1(), 360);
+    EXPECT_EQ(line("Line2").Y1(), 10);
+    EXPECT_EQ(line("Line2").Y2(), 370);
+    chart.setDisplayType(1);
+    EXPECT_EQ(line("Line2").Y2(), 395);
+    chart.setRXFreq(hz(0));
+    EXPECT_EQ(line("Line2").X1(), 41);
+    chart.setRXFreq(hz(10000001));
+    EXPECT_FALSE(line("Line2").Visible());
+}
+
+TEST_F(ChartTest, receiveFrequencyWritten_pullsTheMarkerOntoIt) {
+    chart.setMarkerEn(true);
+    chart.setRXFreq(hz(2500000));
+    EXPECT_EQ(chart.MarkerFreq(), hz(2500000));
+    EXPECT_EQ(line("Line1").X1(), 200);
+    EXPECT_EQ(line("Line1").Y1(), 10 + readOut().height());
+    EXPECT_EQ(readOut().x(), 200 - readOut().width() / 2);
+}
+
+TEST_F(ChartTest, markerSwitched_goesBackToTheReceiveFrequency) {
+    chart.setRXFreq(hz(2500000));
+    chart.setMarkerEn(true);
+    EXPECT_TRUE(line("Line1").Visible());
+    EXPECT_FALSE(readOut().isHidden());
+    EXPECT_EQ(line("Line1").X1(), 200);
+    QTest::mouseClick(&picture(), Qt::LeftButton, {}, {400, 50});
+    EXPECT_NE(chart.MarkerFreq(), hz(2500000));
+    chart.setMarkerEn(false);
+    EXPECT_EQ(chart.MarkerFreq(), hz(2500000));
+    EXPECT_FALSE(line("Line1").Visible());
+    EXPECT_TRUE(readOut().isHidden());
+}
+
+TEST_F(ChartTest, markerOutsideTheScan_keepsItsCaption) {
+    chart.setRXFreq(hz(5000000));
+    chart.setMarkerEn(true);
+    scan(61);
+    chart.setRXFreq(hz(-2000000));
+    scan(70);
+    EXPECT_EQ(readOut().text(), QStringLiteral("5.000.000  -71dB"));
+}
+
+TEST_F(ChartTest, readOut_followsTheSignal) {
+    chart.setRXFreq(hz(145000000));
+    chart.setScanStop(hz(150000000));
+    chart.setScanStart(hz(140000000));
+    chart.setMarkerEn(true);
+    scan(61);
+    EXPECT_EQ(readOut().text(), QStringLiteral("145.000.000  -71dB"));
+    scan(71);
+    EXPECT_EQ(readOut().text(), QStringLiteral("145.000.000  -61dB"));
+}
+
+TEST_F(ChartTest, markerOnTheLastCell_keepsTheReadOutInsideThePlot) {
+    scan(61);
+    chart.setRXFreq(hz(10000000));
+    chart.setMarkerEn(true);
+    chart.DrawAxes();
+    EXPECT_EQ(readOut().x() + readOut().width(), 680);
+    EXPECT_EQ(line("Line1").X1(), 680);
+}
+
+} // namespace
+} // namespace veldron
