@@ -22,7 +22,8 @@ qint64 divideHalfEven(qint64 numerator, qint64 denominator) {
         denominator = -denominator;
     }
     const qint64 quotient = floorDivide(numerator, denominator);
-    const qint64 rest = numerator - quotient * denominator;
+    // Not from a product: near the end of the range that would leave it.
+    const qint64 rest = floorModulo(numerator, denominator);
     const qint64 other = denominator - rest;
     if (rest != other) {
         return rest > other ? quotient + 1 : quotient;

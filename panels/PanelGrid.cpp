@@ -1,8 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "panels/PanelGrid.h"
 
+#include "panels/MagicStatics.h"
+
+#include <QComboBox>
 #include <QFontMetrics>
-#include <QLineEdit>
+#include <QLayoutItem>
+
+#include <algorithm>
 
 namespace veldron {
 
@@ -66,9 +71,42 @@ void PanelGrid::keepPlaceWhenHidden(QWidget &widget) {
     widget.setSizePolicy(policy);
 }
 
-int PanelGrid::boxWidth(const QWidget &box, const QString &text) {
+void PanelGrid::levelColumns(int count) {
+    levelColumns(count, 0);
+}
+
+void PanelGrid::levelWideColumns(int count) {
+    QComboBox widest;
+    widest.setEditable(true);
+    widest.setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    for (const MagicStatics::Receiver &receiver : MagicStatics::kReceivers) {
+        widest.addItem(QString::fromUtf16(receiver.name));
+    }
+    levelColumns(count, widest.sizeHint().width());
+}
+
+void PanelGrid::levelColumns(int count, int leastWidth) {
+    int width = leastWidth;
+    for (int i = 0; i < m_layout->count(); ++i) {
+        int line = 0;
+        int column = 0;
+        int lines = 0;
+        int columns = 0;
+        m_layout->getItemPosition(i, &line, &column, &lines, &columns);
+        if (column < count && columns == 1) {
+            width = std::max(width, m_layout->itemAt(i)->sizeHint().width());
+        }
+    }
+    for (int column = 0; column < count; ++column) {
+        m_layout->setColumnMinimumWidth(column, width);
+    }
+}
+
+void PanelGrid::fitBox(QWidget &box, const QString &text) {
     constexpr int padding = 16;
-    return box.fontMetrics().horizontalAdvance(text) + padding;
+    box.setMinimumWidth(box.fontMetrics().horizontalAdvance(text) + padding);
+    // A box's own idea of its width is that of a line of prose.
+    box.setSizePolicy(QSizePolicy::Ignored, box.sizePolicy().verticalPolicy());
 }
 
 int PanelGrid::controlHeight(const QWidget &control) {

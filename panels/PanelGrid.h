@@ -17,8 +17,8 @@ public:
     explicit PanelGrid(QFrame &panel);
 
     struct Cell {
-        int row;    ///< 0 or 1
-        int column; ///< from 0
+        int row = 0;    ///< 0 or 1
+        int column = 0; ///< from 0
         int columns = 1;
     };
 
@@ -31,16 +31,25 @@ public:
     /// Puts a control without a label onto the line of the controls.
     void addControl(Cell cell, const QString &controlName, QWidget *control);
 
+    /// Gives the first \a count columns one width: that of their widest control. Goes after the
+    /// last cell.
+    void levelColumns(int count);
+    /// The same, and wide enough for a list with the longest name of a receiver, so that the
+    /// columns of all panels that do it are of one width.
+    void levelWideColumns(int count);
+
     /// A new text for a label that is already there, and with it for its control.
     static void rename(QLabel &label, const QString &text);
     /// A hidden control leaves its place empty, so that nothing else moves.
     static void keepPlaceWhenHidden(QWidget &widget);
-    /// Width of a box that shows \a text without cutting it off.
-    [[nodiscard]] static int boxWidth(const QWidget &box, const QString &text);
+    /// Makes a text box just wide enough for \a text, and as wide as its column at most.
+    static void fitBox(QWidget &box, const QString &text);
     /// Height of every control, in pixels.
     [[nodiscard]] static int controlHeight(const QWidget &control);
 
 private:
+    void levelColumns(int count, int leastWidth);
+
     QFrame &m_panel;
     QGridLayout *m_layout;
 };

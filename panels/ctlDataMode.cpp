@@ -72,6 +72,7 @@ void ctlDataMode::makeDataRow(PanelGrid &grid) {
     cmdReset->setAccessibleName(QStringLiteral("Reset"));
     grid.addControl({1, 1}, QStringLiteral("cmdReset"), cmdReset);
     cmdReset->hide();
+    grid.levelColumns(2);
 }
 
 QWidget *ctlDataMode::makeSamplesPair() {
@@ -83,13 +84,13 @@ QWidget *ctlDataMode::makeSamplesPair() {
     txtSamples->setObjectName(QStringLiteral("txtSamples"));
     txtSamples->setText(QStringLiteral("3"));
     txtSamples->setTypingLimit(1);
-    txtSamples->setMinimumWidth(PanelGrid::boxWidth(*txtSamples, QStringLiteral("-9999")));
-    txtSamples->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
+    txtSamples->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
+    PanelGrid::fitBox(*txtSamples, QStringLiteral("-9999"));
     udSamples = new UpDownButtons(*txtSamples, QStringLiteral("Samples"), pair);
     udSamples->setObjectName(QStringLiteral("udSamples"));
     PanelGrid::keepPlaceWhenHidden(*txtSamples);
     PanelGrid::keepPlaceWhenHidden(*udSamples);
-    line->addWidget(txtSamples);
+    line->addWidget(txtSamples, 1);
     line->addWidget(udSamples);
     return pair;
 }

@@ -12,6 +12,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QMenu>
+#include <QMenuBar>
 #include <QTimer>
 
 #include <algorithm>
@@ -76,7 +77,7 @@ void ctlFrequency::makeReceiverRow(PanelGrid &grid) {
              cboRX);
     txtFreq = new EntryBox(this);
     txtFreq->setText(QStringLiteral("0123.45678"));
-    txtFreq->setMinimumWidth(PanelGrid::boxWidth(*txtFreq, QStringLiteral("-1000.00000")));
+    PanelGrid::fitBox(*txtFreq, QStringLiteral("-1000.00000"));
     grid.add({0, 1, 2}, QStringLiteral("Label1"), QStringLiteral("RX Frequency"),
              QStringLiteral("txtFreq"), txtFreq);
 }
@@ -98,6 +99,7 @@ void ctlFrequency::makeSettingsRow(PanelGrid &grid) {
     chkAtten = new QCheckBox(this);
     lblAtten = grid.add({1, 2}, QStringLiteral("lblAtten"), QStringLiteral("RX Atten"),
                         QStringLiteral("chkAtten"), chkAtten);
+    grid.levelWideColumns(2);
 }
 
 void ctlFrequency::makeMenu() {
@@ -316,8 +318,11 @@ void ctlFrequency::noteFocus(QWidget *old, QWidget *now) {
     const auto isInside = [this](const QWidget *widget) {
         return widget == this || isAncestorOf(widget);
     };
-    if (old != nullptr && now != nullptr && now->window() == window() && isInside(old) &&
-        !isInside(now)) {
+    if (old == nullptr || !isInside(old) || now == nullptr || isInside(now)) {
+        return;
+    }
+    // As for a field: another window, the menu bar, or the field being disabled take nothing away.
+    if (now->window() == window() && old->isEnabled() && qobject_cast<QMenuBar *>(now) == nullptr) {
         m_TuneStep = 0;
         m_entry.setEditing(false);
     }

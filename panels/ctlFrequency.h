@@ -92,6 +92,7 @@ private:
     void raiseEntry(qint32 what);
 
     Hertz m_Frequency;
+    qint32 m_reserved = 1; ///< read by nothing
     qint32 m_Step = 0;
     qint16 m_RX = 0;
     qint16 m_Mode = 0;

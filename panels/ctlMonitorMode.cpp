@@ -86,7 +86,7 @@ void ctlMonitorMode::makeScanRow(PanelGrid &grid) {
 
 EntryBox *ctlMonitorMode::makeBox() {
     auto *box = new EntryBox(this);
-    box->setMinimumWidth(PanelGrid::boxWidth(*box, QStringLiteral("-1000.00000")));
+    PanelGrid::fitBox(*box, QStringLiteral("-1000.00000"));
     return box;
 }
 
@@ -100,6 +100,7 @@ void ctlMonitorMode::makeWindowRow(PanelGrid &grid) {
     txtEnd = makeBox();
     lblEnd = grid.add({1, 2}, QStringLiteral("lblEnd"), QStringLiteral("End"),
                       QStringLiteral("txtEnd"), txtEnd);
+    grid.levelWideColumns(3);
 }
 
 void ctlMonitorMode::wireControls() {

@@ -67,5 +67,13 @@ TEST(Numbers, floorDivide_goesDownBelowZeroToo) {
     EXPECT_EQ(Numbers::floorModulo(7, 5), 2);
 }
 
+TEST(Numbers, divideHalfEvenAtTheEndsOfTheRange_isExact) {
+    constexpr qint64 lowest = std::numeric_limits<qint64>::min();
+    constexpr qint64 highest = std::numeric_limits<qint64>::max();
+    EXPECT_EQ(Numbers::divideHalfEven(lowest, 312500000), -29514790518);
+    EXPECT_EQ(Numbers::divideHalfEven(highest, 312500000), 29514790518);
+    EXPECT_EQ(Numbers::divideHalfEven(lowest, 1), lowest);
+}
+
 } // namespace
 } // namespace veldron

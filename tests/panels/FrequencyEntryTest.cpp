@@ -62,6 +62,13 @@ TEST(FrequencyEntry, entryIn3600WithUnitM_isTheCeilingAndNoRefusal) {
     EXPECT_EQ(entry.EntryText(), " 3500");
 }
 
+TEST(FrequencyEntry, entryOf36K_isInKilohertzWhateverTheUnit) {
+    for (const Unit unit : {Unit::M, Unit::K}) {
+        FrequencyEntry entry;
+        EXPECT_EQ(type(entry, "36K", unit), Hertz::fromWhole(36'000));
+    }
+}
+
 TEST(FrequencyEntry, entryOf3600000000DigitByDigit_isCutAtItsTenthDigit) {
     FrequencyEntry entry;
     type(entry, "360000000", Unit::M);

@@ -56,6 +56,11 @@ TEST(GeneralUtilities, formatMHzOfHalfATenHertz_roundsAwayFromZero) {
     EXPECT_EQ(FormatMHz(Hertz::fromWhole(-5)), "-0.00001");
 }
 
+TEST(GeneralUtilities, zeroHertz_isShownWithAllDecimals) {
+    EXPECT_EQ(FormatMHz(Hertz()), "0.00000");
+    EXPECT_EQ(FormatKHz(Hertz()), "0.000");
+}
+
 TEST(GeneralUtilities, numbersThatRoundToZero_showNoMinus) {
     EXPECT_EQ(FormatMHz(Hertz::fromWhole(-4)), "0.00000");
     EXPECT_EQ(FormatKHz(Hertz::fromDouble(-0.4)), "0.000");
@@ -194,6 +199,11 @@ TEST(GeneralUtilities, waitSecondsAcrossMidnight_lastsUntilTheOldTimeOnTheNextDa
     EXPECT_GT(fast.looks, 8000) << "a whole day in steps of about ten seconds";
 }
 
+TEST(GeneralUtilities, momentsJustAcrossMidnight_areTwoSecondsApart) {
+    EXPECT_FLOAT_EQ(TimeDifference(86399, 1), 2);
+    EXPECT_FLOAT_EQ(TimeDifference(1, 86399), -2);
+}
+
 TEST(GeneralUtilities, timeDifference_foldsAcrossMidnight) {
     struct Case {
         float from;
@@ -222,6 +232,11 @@ TEST(GeneralUtilities, timeText_showsHoursMinutesAndSeconds) {
         EXPECT_EQ(TimeText(example.seconds, true), example.text) << example.seconds;
         EXPECT_EQ(TimeText(example.seconds, false), QString(example.text).left(5));
     }
+}
+
+TEST(GeneralUtilities, timeTextOf3661_isOneHourOneMinuteAndOneSecondIfShown) {
+    EXPECT_EQ(TimeText(3661, true), "01:01:01");
+    EXPECT_EQ(TimeText(3661, false), "01:01");
 }
 
 TEST(GeneralUtilities, timeTextOfAnEndlessTime_comesToAnEnd) {

@@ -34,6 +34,7 @@ protected:
         for (QFrame *panel : panels()) {
             strip->addWidget(panel);
         }
+        strip->addStretch(1);
         const auto note = [this](qint32 what) {
             events.push_back(what);
         };
@@ -89,6 +90,13 @@ protected:
         frequency->setModeEn(value);
         monitor->setEnabled(value);
         data->setEnabled(value);
+    }
+    /// Layouts settle in a few turns: one change asks for the next.
+    static void settleLayouts() {
+        for (int turn = 0; turn < 5; ++turn) {
+            QApplication::sendPostedEvents();
+            QApplication::processEvents();
+        }
     }
     void showEverything() {
         frequency->setRX(3);
@@ -175,9 +183,42 @@ TEST_F(PanelStrip, threePanels_areOfOneHeightAndStandOnCommonBaseLines) {
     EXPECT_EQ(controlLines.size(), 2U);
 }
 
+TEST_F(PanelStrip, columnsOfEachPanel_areOfOneWidth) {
+    showEverything();
+    settleLayouts();
+    const auto widths = [](const QWidget *panel, const QStringList &names) {
+        std::set<int> found;
+        for (const QString &name : names) {
+            found.insert(panel->findChild<QWidget *>(name)->width());
+        }
+        return found;
+    };
+    const auto receiver = widths(frequency, {"cboRX", "cboStep", "cboMode"});
+    const auto scan = widths(
+        monitor, {"cboMonitorMode", "cboSpan", "cboStep", "txtStart", "txtCentre", "txtEnd"});
+    const auto measuring = widths(data, {"cboRBW", "cboAmp", "cboDataMode", "samplesPair"});
+    EXPECT_EQ(receiver.size(), 1U);
+    EXPECT_EQ(scan.size(), 1U);
+    EXPECT_EQ(measuring.size(), 1U);
+    EXPECT_EQ(receiver, scan);
+    EXPECT_LT(*measuring.begin(), *scan.begin());
+}
+
+TEST_F(PanelStrip, samplesAndTheirButtons_fillTheColumnOfAmp) {
+    showEverything();
+    settleLayouts();
+    const auto edge = [this](const char *name) {
+        const auto *control = data->findChild<QWidget *>(QLatin1String(name));
+        return control->mapTo(data, control->rect().topRight()).x();
+    };
+    EXPECT_EQ(edge("udSamples"), edge("cboAmp"));
+    EXPECT_EQ(edge("udSamplesUp"), edge("cboAmp"));
+    EXPECT_EQ(edge("cmdReset"), edge("cboAmp"));
+}
+
 TEST_F(PanelStrip, hiddenControls_leaveTheirPlacesEmpty) {
     showEverything();
-    QApplication::processEvents();
+    settleLayouts();
     const QRect before = monitor->geometry();
     frequency->setRX(0);
     qint16 mode = 1;

@@ -1,26 +1,15 @@
 // SPDX-License-Identifier: MIT
-#include "panels/ctlFrequency.h"
-#include "tests/panels/PanelFixture.h"
+// What the receiver panel shows, its lists, and what writes do to it.
+#include "tests/panels/CtlFrequencyFixture.h"
 
 #include <QAbstractItemView>
 #include <QAction>
+#include <QApplication>
 #include <QCheckBox>
 #include <QMenu>
-#include <QTimer>
 
 namespace veldron {
 namespace {
-
-class CtlFrequency : public PanelFixture<ctlFrequency> {
-protected:
-    CtlFrequency() {
-        panel->setFrequency(Hertz::fromWhole(100'000'000));
-        panel->setRX(7);
-        panel->setStep(10'000);
-        panel->setMode(2);
-    }
-    qint64 hertz() const { return panel->Frequency().rounded(); }
-};
 
 TEST(CtlFrequencyMade, freshPanel_showsReceiverAndFrequencyAlone) {
     const ctlFrequency panel;
@@ -84,173 +73,6 @@ TEST_F(CtlFrequency, roundingMenu_existsAndDoesNothing) {
     EXPECT_EQ(child<QAction>("mnuRound")->text(), "Round to Channel step");
     EXPECT_EQ(child<QAction>("mnuRoundHalf")->text(), "Round to half Channel Step");
     EXPECT_FALSE(menu->isVisible());
-}
-
-TEST_F(CtlFrequency, entryInFrequency_storesShowsAndRaises1) {
-    struct Case {
-        const char *keys;
-        qint64 hertz;
-        const char *text;
-    };
-    const Case cases[] = {
-        {"145.5\r", 145'500'000, "145.50000"},  {"145.5k", 145'500, "0.14550"},
-        {"145,5\r", 145'500'000, "145.50000"},  {"145500K", 145'500'000, "145.50000"},
-        {"14 5\r", 145'000'000, "145.00000"},   {"145\x1b", 145'000'000, "145.00000"},
-        {"145x", 145'000'000, "145.00000"},     {"146\b5M", 145'000'000, "145.00000"},
-        {"3600\r", 3'500'000'000, "3500.00000"}};
-    for (const Case &example : cases) {
-        events.clear();
-        typeInto("txtFreq", example.keys);
-        EXPECT_EQ(hertz(), example.hertz) << example.keys;
-        EXPECT_EQ(text("txtFreq"), example.text) << example.keys;
-        EXPECT_EQ(events, Events{1}) << example.keys;
-    }
-}
-
-TEST_F(CtlFrequency, keysOfAnEntry_areShownAsTyped) {
-    typeInto("txtFreq", "145.");
-    EXPECT_EQ(text("txtFreq"), "145.");
-    type("\b\b");
-    EXPECT_EQ(text("txtFreq"), "14");
-    EXPECT_EQ(events, Events{});
-}
-
-TEST_F(CtlFrequency, zeroThenEnter_changesNothingAndStaysUntilTheFocusMoves) {
-    typeInto("txtFreq", "0\r");
-    EXPECT_EQ(text("txtFreq"), "0");
-    EXPECT_EQ(hertz(), 100'000'000);
-    leave();
-    EXPECT_EQ(text("txtFreq"), "100.00000");
-    EXPECT_EQ(events, Events{});
-}
-
-TEST_F(CtlFrequency, strayLetter_endsTheEntryAndStaysUntilTheNextKey) {
-    typeInto("txtFreq", "x");
-    EXPECT_EQ(text("txtFreq"), "x");
-    type("7");
-    EXPECT_EQ(text("txtFreq"), "7");
-    type("\r");
-    EXPECT_EQ(hertz(), 7'000'000);
-    EXPECT_EQ(events, Events{1});
-}
-
-TEST_F(CtlFrequency, focusLostDuringAnEntry_showsTheOldFrequencyAndRaises1) {
-    typeInto("txtFreq", "145");
-    leave();
-    EXPECT_EQ(text("txtFreq"), "100.00000");
-    EXPECT_EQ(hertz(), 100'000'000);
-    EXPECT_EQ(events, Events{1});
-}
-
-TEST_F(CtlFrequency, focusLostWithoutAnEntry_raisesNothing) {
-    click("txtFreq");
-    leave();
-    EXPECT_EQ(events, Events{});
-}
-
-TEST_F(CtlFrequency, frequencyWrittenDuringAnEntry_letsTheEntryGoOn) {
-    typeInto("txtFreq", "14");
-    panel->setFrequency(Hertz::fromWhole(88'000'000));
-    EXPECT_EQ(text("txtFreq"), "88.00000");
-    type("5\r");
-    EXPECT_EQ(hertz(), 145'000'000);
-    EXPECT_EQ(events, Events{1});
-}
-
-TEST_F(CtlFrequency, arrowsFunctionKeysAndCombinations_areNoKeysOfAnEntry) {
-    typeInto("txtFreq", "14");
-    for (const Qt::Key code : {Qt::Key_Left, Qt::Key_Right, Qt::Key_Up, Qt::Key_End, Qt::Key_Shift,
-                               Qt::Key_F5, Qt::Key_Delete, Qt::Key_CapsLock}) {
-        key(code);
-    }
-    key(Qt::Key_K, Qt::ControlModifier);
-    key(Qt::Key_K, Qt::AltModifier);
-    type("5\r");
-    EXPECT_EQ(hertz(), 145'000'000);
-    EXPECT_EQ(events, Events{1});
-}
-
-TEST_F(CtlFrequency, tabDuringAnEntry_isALossOfFocus) {
-    typeInto("txtFreq", "145");
-    key(Qt::Key_Tab);
-    EXPECT_EQ(text("txtFreq"), "100.00000");
-    EXPECT_EQ(events, Events{1});
-}
-
-TEST_F(CtlFrequency, menuDuringAnEntry_isNoLossOfFocus) {
-    typeInto("txtFreq", "14");
-    QMenu menu;
-    menu.addAction("One");
-    menu.popup(QPoint(0, 0));
-    menu.close();
-    EXPECT_EQ(events, Events{});
-    type("5\r");
-    EXPECT_EQ(hertz(), 145'000'000);
-}
-
-TEST_F(CtlFrequency, otherWindowDuringAnEntry_isNoLossOfFocus) {
-    typeInto("txtFreq", "14");
-    QLineEdit other;
-    other.show();
-    other.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
-    EXPECT_EQ(events, Events{});
-    other.close();
-    window.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
-    type("5\r");
-    EXPECT_EQ(hertz(), 145'000'000);
-}
-
-TEST_F(CtlFrequency, disabledDuringAnEntry_isNoLossOfFocus) {
-    typeInto("txtFreq", "145");
-    panel->setEnabled(false);
-    EXPECT_EQ(events, Events{});
-    EXPECT_EQ(text("txtFreq"), "145");
-}
-
-TEST_F(CtlFrequency, entryInStep_storesShowsAndRaises4) {
-    struct Case {
-        const char *keys;
-        qint32 step;
-        const char *text;
-    };
-    const Case cases[] = {
-        {"12.5\r", 12'500, "12.500"},   {"1M", 1'000'000, "1000.000"},
-        {"0.0006\r", 1, "0.001"},       {"25.000\r", 25'000, "25.000"},
-        {"25.000\r", 25'000, "25.000"}, {"1999999.99K", 1'999'999'990, "1999999.990"}};
-    for (const Case &example : cases) {
-        events.clear();
-        typeInto("cboStep", example.keys);
-        EXPECT_EQ(panel->Step(), example.step) << example.keys;
-        EXPECT_EQ(text("cboStep"), example.text) << example.keys;
-        EXPECT_EQ(events, Events{4}) << example.keys;
-    }
-}
-
-TEST_F(CtlFrequency, stepOf2000000K_isDroppedShownAsOldAndRaised) {
-    typeInto("cboStep", "2000000K");
-    EXPECT_EQ(panel->Step(), 10'000);
-    EXPECT_EQ(text("cboStep"), "10.000");
-    EXPECT_EQ(events, Events{4});
-}
-
-TEST_F(CtlFrequency, stepTypedAsARow_picksNothingUntilItsKeyEndsIt) {
-    typeInto("cboStep", "25.000");
-    EXPECT_EQ(panel->Step(), 10'000);
-    leave();
-    EXPECT_EQ(panel->Step(), 10'000);
-    EXPECT_EQ(text("cboStep"), "10.000");
-    EXPECT_EQ(events, Events{4});
-    EXPECT_EQ(rows("cboStep").size(), 8);
-}
-
-TEST_F(CtlFrequency, zeroStep_isRefusedAndStaysUntilTheFocusMoves) {
-    typeInto("cboStep", "0\r");
-    EXPECT_EQ(text("cboStep"), "0");
-    leave();
-    EXPECT_EQ(text("cboStep"), "10.000");
-    EXPECT_EQ(events, Events{});
 }
 
 TEST_F(CtlFrequency, stepWritten12500_isShownAndALaterPickOf25Raises4) {
@@ -455,76 +277,6 @@ TEST_F(CtlFrequency, singleEnables_switchTheirControlAlone) {
     EXPECT_TRUE(panel->Enabled());
     panel->setAttenEn(true);
     EXPECT_TRUE(child("chkAtten")->isEnabled());
-}
-
-TEST_F(CtlFrequency, focusOnThePanel_goesToTheOnePixelPictureWhereKeysDoNothing) {
-    panel->setFocus();
-    EXPECT_EQ(QApplication::focusWidget(), child("Picture1"));
-    outside->setFocus();
-    panel->SetFocus();
-    EXPECT_EQ(QApplication::focusWidget(), child("Picture1"));
-    EXPECT_EQ(child("Picture1")->size(), QSize(1, 1));
-    type("145\r");
-    EXPECT_EQ(hertz(), 100'000'000);
-    EXPECT_EQ(events, Events{});
-}
-
-TEST_F(CtlFrequency, tabKey_visitsThePictureFirstAndThenTheRows) {
-    panel->SetFocus();
-    for (const char *name : {"cboRX", "txtFreq", "cboStep", "cboMode", "chkAtten"}) {
-        key(Qt::Key_Tab);
-        EXPECT_EQ(QApplication::focusWidget(), child(name)) << name;
-    }
-}
-
-TEST_F(CtlFrequency, panelLosingTheFocus_endsTuningAndEntryAfterTheFieldsOwnEvent) {
-    panel->setTuneStep(500);
-    typeInto("txtFreq", "145");
-    EXPECT_EQ(panel->TuneStep(), 500);
-    leave();
-    EXPECT_EQ(panel->TuneStep(), 0);
-    EXPECT_EQ(events, Events{1}) << "the field comes before the panel";
-}
-
-TEST_F(CtlFrequency, focusMovingInsideThePanel_keepsTheTuneStep) {
-    click("txtFreq");
-    panel->setTuneStep(500);
-    click("cboStep");
-    EXPECT_EQ(panel->TuneStep(), 500);
-}
-
-TEST_F(CtlFrequency, timerTick_tunesShowsRaises1AndSpeedsUp) {
-    auto *timer = child<QTimer>("Timer1");
-    EXPECT_FALSE(timer->isActive());
-    EXPECT_EQ(timer->interval(), 0);
-    panel->setTuneStep(2'500);
-    timer->setInterval(102);
-    QMetaObject::invokeMethod(timer, "timeout");
-    EXPECT_EQ(hertz(), 100'002'500);
-    EXPECT_EQ(label("lblFreq"), "100.002.500");
-    EXPECT_EQ(text("txtFreq"), "100.00000") << "the box is not shown anew";
-    EXPECT_EQ(timer->interval(), 76) << "76.5, to even";
-    EXPECT_EQ(events, Events{1});
-}
-
-TEST_F(CtlFrequency, timerTickAtAShortInterval_staysAtTenMilliseconds) {
-    auto *timer = child<QTimer>("Timer1");
-    timer->setInterval(12);
-    QMetaObject::invokeMethod(timer, "timeout");
-    EXPECT_EQ(timer->interval(), 10);
-    EXPECT_EQ(hertz(), 100'000'000);
-}
-
-TEST_F(CtlFrequency, containerWritingBackInTheEvent_raisesNothingMore) {
-    QObject::connect(panel, &ctlFrequency::Changed, &window, [this] {
-        panel->setFrequency(Hertz::fromWhole(144'000'000));
-        panel->setStep(5'000);
-    });
-    typeInto("txtFreq", "145\r");
-    EXPECT_EQ(text("txtFreq"), "144.00000");
-    EXPECT_EQ(events, Events{1});
-    typeInto("txtFreq", "7\r");
-    EXPECT_EQ(events, (Events{1, 1}));
 }
 
 } // namespace
