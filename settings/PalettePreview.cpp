@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+#include "settings/PalettePreview.h"
+
+#include "common/Numbers.h"
+#include "panels/GeneralUtilities.h"
+
+#include <QColor>
+#include <QPainter>
+
+namespace veldron {
+
+namespace {
+
+constexpr int kHighestLevel = 255;
+
+/// \a colour is 0x00BBGGRR.
+QColor screenColour(quint32 colour) {
+    const auto channel = [colour](unsigned shift) {
+        return static_cast<int>((colour >> shift) & 0xFFU);
+    };
+    return QColor(channel(0), channel(8), channel(16));
+}
+
+} // namespace
+
+PalettePreview::PalettePreview(QWidget *parent) : QWidget(parent) {
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+}
+
+void PalettePreview::setScheme(qint16 scheme) {
+    m_scheme = scheme;
+    update();
+}
+
+quint8 PalettePreview::levelOfColumn(int x, int width) {
+    return static_cast<quint8>(Numbers::divideHalfEven(qint64{x} * kHighestLevel, width));
+}
+
+void PalettePreview::paintEvent(QPaintEvent *) {
+    QPainter painter(this);
+    for (int x = 0; m_scheme && x < width(); ++x) {
+        const quint32 colour =
+            GeneralUtilities::PaletteColour(levelOfColumn(x, width()), *m_scheme);
+        painter.fillRect(x, 0, 1, height(), screenColour(colour));
+    }
+}
+
+} // namespace veldron

@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+#include "settings/frmDelay.h"
+
+#include "panels/GeneralUtilities.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace veldron {
+
+namespace {
+
+constexpr double kShortest = 0.0; ///< milliseconds
+constexpr double kLongest = 1000.0;
+
+} // namespace
+
+frmDelay::frmDelay(QWidget *parent) : QDialog(parent) {
+    setWindowTitle("LoadSettings delay");
+    Label1 = new QLabel("Delay in ms (0 - 1000)", this);
+    Label1->setObjectName("Label1");
+    Text1 = new QLineEdit("500", this);
+    Text1->setObjectName("Text1");
+    Text1->setAccessibleName(Label1->text());
+    Label1->setBuddy(Text1);
+    cmdOK = new QPushButton("OK", this);
+    cmdOK->setObjectName("cmdOK");
+    cmdOK->setDefault(true);
+    layOut();
+    wireControls();
+}
+
+void frmDelay::layOut() {
+    auto *const column = new QVBoxLayout(this);
+    column->setSizeConstraint(QLayout::SetFixedSize);
+    auto *const row = new QHBoxLayout;
+    row->addWidget(Label1);
+    row->addWidget(Text1);
+    column->addLayout(row);
+    column->addWidget(cmdOK, 0, Qt::AlignRight);
+}
+
+void frmDelay::wireControls() {
+    connect(Text1, &QLineEdit::textChanged, this, &frmDelay::keepInRange);
+    connect(cmdOK, &QPushButton::clicked, this, &QDialog::accept);
+}
+
+void frmDelay::keepInRange(const QString &text) {
+    const double delay = GeneralUtilities::LeadingNumber(text);
+    if (delay < kShortest) {
+        Text1->setText("0");
+    } else if (delay > kLongest) {
+        Text1->setText("1000");
+    }
+}
+
+} // namespace veldron

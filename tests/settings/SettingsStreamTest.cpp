@@ -1,0 +1,341 @@
+// SPDX-License-Identifier: MIT
+// What a written block looks like, and what each single line does when it is read.
+#include "settings/SettingsStream.h"
+
+#include "common/UntrappedError.h"
+#include "panels/GeneralUtilities.h"
+#include "tests/support/InstrumentBench.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace veldron {
+namespace {
+
+using Kind = UntrappedError::Kind;
+
+const QStringList kDisplayLines = {"PersistenceOn False", "Persistence 5", "WaterfallOn False",
+                                   "Palette 0",           "Update 10",     "MarkerOn False"};
+const QStringList kUnitLines = {"Poll 1000",
+                                "MonitorMode 1",
+                                "Span 10000000",
+                                "Centre 145500000",
+                                "Receiver VK3700(10M)",
+                                "RXMode NFM",
+                                "RXStep 25000",
+                                "RXAtten False",
+                                "RBW 1",
+                                "Amp 0",
+                                "DataMode 1",
+                                "EndSettings "};
+
+TEST(SettingsStream, blockWithOwnReceiver_hasItsLinesInOrder) {
+    const InstrumentBench bench;
+    EXPECT_EQ(bench.saved(), QStringList{"StartSettings 21/03/2005"} + kDisplayLines + kUnitLines);
+}
+
+TEST(SettingsStream, blockWhileRecording_hasNoDisplayLines) {
+    InstrumentBench bench;
+    bench.session.Recording = true;
+    EXPECT_EQ(bench.saved(), QStringList{"StartSettings 21/03/2005"} + kUnitLines);
+}
+
+TEST(SettingsStream, dateOfABlock_isThatOfTheCall) {
+    InstrumentBench bench;
+    bench.clock.setDate(QDate(2026, 12, 31));
+    EXPECT_EQ(bench.saved().first(), "StartSettings 31/12/2026");
+}
+
+TEST(SettingsStream, plainReceivers_haveNoReceiverLines) {
+    for (const qint16 code : {qint16{1}, qint16{2}}) {
+        InstrumentBench bench;
+        bench.ctlFrequency1.setRX(code);
+        const QStringList lines = bench.saved();
+        EXPECT_TRUE(lines.contains("Receiver " + GeneralUtilities::ReceiverName(code)));
+        EXPECT_TRUE(lines.filter("RX").isEmpty()) << lines.join("|").toStdString();
+    }
+}
+
+TEST(SettingsStream, modeNameWithABlankInFront_keepsIt) {
+    InstrumentBench bench;
+    bench.ctlFrequency1.setMode(5);
+    EXPECT_TRUE(bench.saved().contains("RXMode  AM"));
+}
+
+TEST(SettingsStream, samples_areWrittenInTheModesThatHaveThem) {
+    for (const qint16 mode : {qint16{1}, qint16{2}, qint16{3}, qint16{4}}) {
+        InstrumentBench bench;
+        qint16 value = mode;
+        bench.ctlDataMode1.setDataMode(value);
+        EXPECT_EQ(bench.saved().contains("Samples 3"), mode == 2 || mode == 4) << mode;
+    }
+}
+
+TEST(SettingsStream, channelMode_writesFourLinesForTheFrequencyPair) {
+    InstrumentBench bench;
+    bench.ctlMonitorMode1.setMonitorMode(3);
+    bench.ctlMonitorMode1.setfStart(Hertz::fromWhole(88000000));
+    bench.ctlMonitorMode1.setfStep(Hertz::fromWhole(12500));
+    bench.ctlMonitorMode1.setfEnd(Hertz::fromUnits(1080000005000));
+    bench.ctlChartSpectrum1.setRXFreq(Hertz::fromWhole(88012500));
+    const QStringList lines = bench.saved();
+    const qsizetype place = lines.indexOf("MonitorMode 3");
+    EXPECT_EQ(lines.mid(place + 1, 4),
+              (QStringList{"Start 88000000", "Step 12500", "End 108000000.5",
+                           "MarkerFrequency 88012500"}));
+    EXPECT_EQ(lines.at(place + 5), "Receiver VK3700(10M)");
+    EXPECT_TRUE(lines.filter("Span").isEmpty());
+    EXPECT_TRUE(lines.filter("Centre").isEmpty());
+}
+
+TEST(SettingsStream, writing_asksTheUnitNothing) {
+    InstrumentBench bench;
+    bench.connectUnit();
+    EXPECT_FALSE(bench.saved().isEmpty());
+    EXPECT_TRUE(bench.log.isEmpty());
+}
+
+TEST(SettingsStream, commaLocale_writesFrequenciesWithTheComma) {
+    InstrumentBench bench(QLocale(QLocale::German, QLocale::Germany));
+    bench.ctlMonitorMode1.setfCentre(Hertz::fromUnits(1455000002500));
+    EXPECT_TRUE(bench.saved().contains("Centre 145500000,25"));
+    EXPECT_EQ(bench.saved().first(), "StartSettings 21.03.2005");
+}
+
+TEST(SettingsStream, everyRow_hasAKeyOfItsOwn) {
+    QStringList keys;
+    for (const SettingsStream::Row &row : SettingsStream::rows()) {
+        EXPECT_FALSE(keys.contains(QLatin1String(row.key))) << row.key;
+        keys.append(QLatin1String(row.key));
+    }
+    EXPECT_EQ(keys.size(), 24);
+    EXPECT_EQ(keys.first(), "StartSettings");
+    EXPECT_EQ(keys.last(), "EndSettings");
+}
+
+struct LineCase {
+    QString line;
+    QStringList log;             ///< on the wire and asked of the form
+    QStringList changes;         ///< in the holders
+    QStringList playbackChanges; ///< the same with InPlayback
+    QString before = {};         ///< a line that comes first
+};
+
+std::vector<LineCase> lineCases() {
+    const QStringList span = {"monitor fSpan 5000000", "monitor fStep 15625",
+                              "monitor fStart 143000000", "monitor fEnd 148000000"};
+    const QStringList centre = {"receiver Frequency 430000000", "monitor fStart 425000000",
+                                "monitor fCentre 430000000", "monitor fEnd 435000000"};
+    const QStringList marker = {"chart RXFreq 146000000", "receiver Frequency 146000000"};
+    const QStringList date = {"session ScanDate 1 April"};
+    return {
+        {"StartSettings 1 April", {}, date, date},
+        {"PersistenceOn True",
+         {},
+         {"dialog PersistenceEnable True", "chart Peak True"},
+         {"chart Peak True"}},
+        {"Persistence -1", {}, {"dialog Persistence -1", "chart Timespan -1"}, {}},
+        {"WaterfallOn True",
+         {},
+         {"dialog WaterfallEnable True", "chart DisplayType 1"},
+         {"chart DisplayType 1"}},
+        {"Palette 3", {}, {"dialog PaletteIndex 3", "chart Palette 3"}, {}},
+        {"Update 2", {}, {"dialog Update 2", "chart Update 2"}, {}},
+        {"MarkerOn True",
+         {},
+         {"dialog MarkerEnable True", "chart MarkerEn True"},
+         {"chart MarkerEn True"}},
+        {"Poll 250", {"Interval 250"}, {"dialog Poll 250", "chart Poll 250"}, {"chart Poll 250"}},
+        {"MonitorMode 2",
+         {"wait 1.0", "WUOM2"},
+         {"monitor MonitorMode 2"},
+         {"monitor MonitorMode 2"}},
+        {"Span 5000000", {"WSSP5"}, span, span},
+        {"Centre 430000000", {"wait 1.0", "WSCF430"}, centre, centre},
+        {"Start 88000000", {}, {}, {}},
+        {"Step 12500", {}, {}, {}},
+        {"End 108000000", {}, {}, {}},
+        {"MarkerFrequency 146000000", {}, marker, marker},
+        {"Receiver Other (45M)", {"WURX2"}, {"receiver RX 2"}, {"receiver RX 2"}},
+        {"RXMode  AM", {"wait 1.0", "WUMD5"}, {"receiver Mode 5"}, {"receiver Mode 5"}},
+        {"RXStep 12500",
+         {"wait 1.0", "WUST12.5"},
+         {"receiver Step 12500"},
+         {"receiver Step 12500"}},
+        {"RXAtten True", {"wait 1.0", "WUAT1"}, {"receiver Atten True"}, {"receiver Atten True"}},
+        {"RBW 4", {"WSBW4"}, {"data RBW 4"}, {"data RBW 4"}},
+        {"Amp -20", {"WSGN-20"}, {"data Amp -20"}, {"data Amp -20"}},
+        {"DataMode 3", {"WSDM3"}, {"data DataMode 3"}, {"data DataMode 3"}},
+        {"Samples 16", {"WSAV16"}, {"data Samples 16"}, {"data Samples 16"}, "DataMode 2"},
+        {"EndSettings ", {"ReadBackSettings"}, {}, {}},
+    };
+}
+
+TEST(SettingsStream, everyLineOutsidePlayback_goesToUnitThenHolders) {
+    for (const LineCase &item : lineCases()) {
+        InstrumentBench bench;
+        bench.connectUnit();
+        bench.load(item.before);
+        bench.log.clear();
+        EXPECT_EQ(bench.changesOf(item.line), item.changes) << item.line.toStdString();
+        EXPECT_EQ(bench.log, item.log) << item.line.toStdString();
+    }
+}
+
+TEST(SettingsStream, everyLineInPlayback_leavesUnitAndDialogsAlone) {
+    for (const LineCase &item : lineCases()) {
+        InstrumentBench bench;
+        bench.connectUnit();
+        bench.session.InPlayback = true;
+        bench.load(item.before);
+        bench.log.clear();
+        EXPECT_EQ(bench.changesOf(item.line), item.playbackChanges) << item.line.toStdString();
+        const bool isEnd = item.line.startsWith("EndSettings");
+        EXPECT_EQ(bench.log, isEnd ? QStringList{"UpdateChartSettings"} : QStringList{})
+            << item.line.toStdString();
+    }
+}
+
+TEST(SettingsStream, tableOfLines_coversEveryKey) {
+    const std::vector<LineCase> cases = lineCases();
+    ASSERT_EQ(cases.size(), SettingsStream::rows().size());
+    for (std::size_t i = 0; i < cases.size(); ++i) {
+        EXPECT_TRUE(cases[i].line.startsWith(QLatin1String(SettingsStream::rows()[i].key)));
+    }
+}
+
+TEST(SettingsStream, unitWrite_isTheFirstThingOfItsLine) {
+    int writes = 0;
+    for (const LineCase &item : lineCases()) {
+        InstrumentBench bench;
+        bench.connectUnit();
+        bench.load(item.before);
+        const QStringList before = bench.state();
+        bench.line.setCommandHook([&](const QString &command) {
+            ++writes;
+            EXPECT_EQ(bench.state(), before) << command.toStdString();
+        });
+        bench.load(item.line);
+    }
+    EXPECT_EQ(writes, 11);
+}
+
+TEST(SettingsStream, writesWithThePortClosed_leaveThePanelsWritten) {
+    InstrumentBench bench;
+    bench.load("RBW 4");
+    EXPECT_EQ(bench.ctlDataMode1.RBW(), 4);
+    EXPECT_TRUE(bench.log.isEmpty());
+    bench.load("EndSettings");
+    EXPECT_EQ(bench.log, QStringList{"UpdateChartSettings"});
+}
+
+TEST(SettingsStream, waitWithThePortClosed_isStillMade) {
+    InstrumentBench bench;
+    bench.load("MonitorMode 2");
+    EXPECT_EQ(bench.log, QStringList{"wait 1.0"});
+}
+
+struct BadCase {
+    const char *line;
+    Kind kind;
+};
+
+constexpr BadCase kBadLines[] = {
+    {"Start ", Kind::BadValue},
+    {"Start", Kind::BadValue},
+    {"Start 88 MHz", Kind::BadValue},
+    {"End 1.2.3", Kind::BadValue},
+    {"End 99999999999999999999", Kind::BadValue},
+    {"Centre centre", Kind::BadValue},
+    {"Centre 145500000,5", Kind::BadValue},
+    {"Persistence 3000000000", Kind::Overflow},
+    {"Palette 40000", Kind::Overflow},
+    {"Update -3000000000", Kind::Overflow},
+    {"Poll 3000000000", Kind::Overflow},
+    {"Poll 70000", Kind::OutOfRange},
+    {"Poll -1", Kind::OutOfRange},
+    {"Poll 40000", Kind::Overflow},
+    {"MonitorMode 32767.6", Kind::Overflow},
+    {"Span 3000000000", Kind::Overflow},
+    {"Step 1000000000000000", Kind::Overflow},
+    {"MarkerFrequency 99999999999999999999", Kind::Overflow},
+    {"RXStep 3000000000", Kind::Overflow},
+    {"RBW 32768", Kind::Overflow},
+    {"Amp -32769", Kind::Overflow},
+    {"DataMode 32768", Kind::Overflow},
+    {"Samples 32768", Kind::Overflow},
+    {"Data", Kind::OutOfRange},
+    {"Data ", Kind::OutOfRange},
+    {"Data scan", Kind::OutOfRange},
+    {"Data  10:00:00", Kind::OutOfRange},
+};
+
+TEST(SettingsStream, badValue_isUntrapped) {
+    for (const BadCase &item : kBadLines) {
+        InstrumentBench bench;
+        bench.connectUnit();
+        try {
+            bench.load(item.line);
+            ADD_FAILURE() << item.line;
+        } catch (const UntrappedError &error) {
+            EXPECT_EQ(error.kind(), item.kind) << item.line << ": " << error.what();
+            EXPECT_FALSE(error.message().isEmpty());
+        }
+        EXPECT_TRUE(bench.log.filter("W").isEmpty()) << item.line;
+    }
+}
+
+TEST(SettingsStream, badValueInPlayback_isUntrappedToo) {
+    for (const char *line : {"Centre x", "Poll 40000", "MonitorMode 40000", "RXStep 3000000000",
+                             "RBW 40000", "Span 1000000000000000"}) {
+        InstrumentBench bench;
+        bench.session.InPlayback = true;
+        EXPECT_THROW(bench.load(line), UntrappedError) << line;
+    }
+}
+
+TEST(SettingsStream, numberWithTextBehindIt_isItsLeadingNumber) {
+    InstrumentBench bench;
+    bench.loadAll({"Palette 3abc", "Persistence 60 s", "RBW 2.5", "Amp -10dB"});
+    EXPECT_EQ(bench.displaySettings.PaletteIndex(), 3);
+    EXPECT_EQ(bench.displaySettings.Persistence(), 60);
+    EXPECT_EQ(bench.ctlDataMode1.RBW(), 2); // half to even
+    EXPECT_EQ(bench.ctlDataMode1.Amp(), -10);
+}
+
+TEST(SettingsStream, noNumberAtAll_isNought) {
+    InstrumentBench bench;
+    bench.loadAll({"Palette 3", "Palette none", "RBW x"});
+    EXPECT_EQ(bench.displaySettings.PaletteIndex(), 0);
+    EXPECT_EQ(bench.ctlDataMode1.RBW(), 0);
+}
+
+TEST(SettingsStream, flag_isTrueForTheExactWordOnly) {
+    for (const char *value : {"true", "TRUE", "True ", " True", "1", "-1", ""}) {
+        InstrumentBench bench;
+        bench.load("RXAtten True");
+        EXPECT_TRUE(bench.ctlFrequency1.Atten());
+        bench.load(QStringLiteral("RXAtten ") + value);
+        EXPECT_FALSE(bench.ctlFrequency1.Atten()) << value;
+    }
+}
+
+TEST(SettingsStream, unknownName_sendsCodeNought) {
+    InstrumentBench bench;
+    bench.connectUnit();
+    bench.loadAll({"Receiver vk1100", "RXMode AM"});
+    EXPECT_EQ(bench.log, (QStringList{"WURX0", "wait 1.0", "WUMD0"}));
+}
+
+TEST(SettingsStream, linesOfOtherFormats_doNothing) {
+    for (const char *line : {"", " ", "rbw 4", "RBW\t4", " RBW 4", "RBW4", "Nonsense 1",
+                             "VELDRONv1 Settings", "Data10", "data x y"}) {
+        InstrumentBench bench;
+        EXPECT_TRUE(bench.changesOf(line).isEmpty()) << line;
+        EXPECT_TRUE(bench.log.isEmpty()) << line;
+    }
+}
+
+} // namespace
+} // namespace veldron

@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "history/HistoryHost.h"
+#include "history/PlaybackEngine.h"
+#include "history/Recorder.h"
+#include "tests/support/InstrumentBench.h"
+
+namespace veldron {
+
+/// A bench with recorder and playback engine, and the form's part of them noted in the log.
+class HistoryBench : public InstrumentBench, public HistoryHost {
+public:
+    using InstrumentBench::InstrumentBench;
+
+    void SetControlsEnabled(bool enable) override { note("SetControlsEnabled", enable); }
+    void setRecordCaption(const QString &caption) override {
+        InstrumentBench::note(QStringLiteral("caption ") + caption);
+    }
+    void setRecordEnabled(bool enable) override { note("record enabled", enable); }
+    void showTransport(bool visible) override { note("transport visible", visible); }
+    void setPollTimerEnabled(bool enable) override { note("poll timer", enable); }
+    [[nodiscard]] qint16 PollPeriod() const override { return pollPeriod; }
+    void showStatus(const QString &text) override {
+        status = text;
+        InstrumentBench::note(QStringLiteral("panel 1: ") + text);
+    }
+    void showPlaybackPlace(const QString &time, const QString &percent) override {
+        place = time + QStringLiteral(" / ") + percent;
+        InstrumentBench::note(QStringLiteral("place: ") + place);
+    }
+    void showClockAndActivity() override {
+        InstrumentBench::note(QStringLiteral("clock and activity"));
+    }
+    void stopTransport() override { InstrumentBench::note(QStringLiteral("StopPlay")); }
+    /// The last step of the form's routine is here too: a running recording takes a block.
+    void ReadBackSettings() override {
+        InstrumentBench::ReadBackSettings();
+        if (session.Recording) {
+            recorder.writeSettings();
+        }
+    }
+
+    ScriptedFileDialogs dialogs;
+    qint16 pollPeriod = 1000;
+    QString status;
+    QString place;
+    Recorder recorder{
+        {session, stream, *this, dialogs, clock, texts, QStringLiteral("the/program/folder")}};
+    PlaybackEngine playback{{instruments, session, stream, *this, dialogs, texts,
+                             QStringLiteral("the/program/folder")}};
+
+private:
+    using InstrumentBench::note;
+    void note(const char *what, bool on) {
+        InstrumentBench::note(QLatin1String(what) + QLatin1String(on ? " on" : " off"));
+    }
+};
+
+} // namespace veldron

@@ -1,0 +1,167 @@
+// SPDX-License-Identifier: MIT
+#include "tests/support/InstrumentBench.h"
+
+namespace veldron {
+
+namespace {
+
+constexpr qint16 kChannelMode = 3;
+
+QString text(bool value) {
+    return value ? QStringLiteral("True") : QStringLiteral("False");
+}
+QString text(Hertz value) {
+    return value.toText();
+}
+QString text(qint32 value) {
+    return QString::number(value);
+}
+
+template <typename Value>
+QString entry(const char *name, Value value) {
+    return QLatin1String(name) + QLatin1Char(' ') + text(value);
+}
+
+} // namespace
+
+InstrumentBench::InstrumentBench(const QLocale &locale) : texts(locale) {
+    ctlChartSpectrum1.resize(400, 300);
+    line.setUnit(true);
+    line.setCommandHook([this](const QString &command) { note(command); });
+    setUp();
+}
+
+void InstrumentBench::setUp() {
+    displaySettings.setPersistence(5);
+    displaySettings.setUpdate(10);
+    displaySettings.setPaletteIndex(0);
+    commSettings.setPoll(1000);
+    ctlMonitorMode1.setMonitorMode(1);
+    ctlMonitorMode1.setfCentre(Hertz::fromWhole(145500000));
+    ctlMonitorMode1.setfSpan(Hertz::fromWhole(10000000));
+    ctlFrequency1.setFrequency(Hertz::fromWhole(145500000));
+    ctlFrequency1.setRX(5);
+    ctlFrequency1.setMode(2);
+    ctlFrequency1.setStep(25000);
+    ctlDataMode1.setRBW(1);
+    ctlDataMode1.setAmp(0);
+    qint16 mode = 1;
+    ctlDataMode1.setDataMode(mode);
+    ctlDataMode1.setSamples(3);
+    ctlChartSpectrum1.setPoll(1000);
+    UpdateChartSettings();
+    log.clear();
+}
+
+void InstrumentBench::connectUnit() {
+    vdr.setCommPort(1);
+    vdr.Connect();
+    log.clear();
+    m_lastEvent = clock.seconds();
+}
+
+bool InstrumentBench::load(const QString &textLine) {
+    bool found = true;
+    stream.LoadSettings(textLine, found);
+    noteWait();
+    return found;
+}
+
+void InstrumentBench::loadAll(const QStringList &lines) {
+    for (const QString &textLine : lines) {
+        load(textLine);
+    }
+}
+
+QStringList InstrumentBench::saved() const {
+    LineList lines;
+    stream.SaveSettings(lines);
+    return lines.lines();
+}
+
+QStringList InstrumentBench::changesOf(const QString &textLine) {
+    const QStringList before = state();
+    load(textLine);
+    QStringList changed;
+    for (const QString &item : state()) {
+        if (!before.contains(item)) {
+            changed.append(item);
+        }
+    }
+    return changed;
+}
+
+void InstrumentBench::noteWait() {
+    const double passed = clock.seconds() - m_lastEvent;
+    m_lastEvent = clock.seconds();
+    if (passed > 0.0) {
+        log.append(QStringLiteral("wait %1").arg(passed, 0, 'f', 1));
+    }
+}
+
+void InstrumentBench::note(const QString &entry) {
+    noteWait();
+    log.append(entry);
+}
+
+void InstrumentBench::UpdateChartSettings() {
+    note(QStringLiteral("UpdateChartSettings"));
+    ctlChartSpectrum &chart = ctlChartSpectrum1;
+    const bool channels = ctlMonitorMode1.MonitorMode() == kChannelMode;
+    chart.setDataResolution(ctlMonitorMode1.fStep());
+    chart.setScanStart(ctlMonitorMode1.fStart());
+    chart.setScanStop(ctlMonitorMode1.fEnd());
+    chart.setRXFreq(channels ? ctlFrequency1.Frequency() : ctlMonitorMode1.fCentre());
+    chart.setPalette(displaySettings.PaletteIndex());
+    chart.setTimespan(displaySettings.Persistence());
+    chart.setUpdate(displaySettings.Update());
+    chart.setMarkerEn(displaySettings.MarkerEnable());
+    chart.setPeak(displaySettings.PersistenceEnable());
+    chart.setDisplayType(displaySettings.WaterfallEnable() ? 1 : 0);
+    chart.DrawAxes();
+}
+
+QStringList InstrumentBench::chartState() const {
+    const ctlChartSpectrum &chart = ctlChartSpectrum1;
+    return {entry("chart Peak", chart.Peak()),
+            entry("chart Timespan", chart.Timespan()),
+            entry("chart DisplayType", qint32{chart.DisplayType()}),
+            entry("chart Palette", qint32{chart.Palette()}),
+            entry("chart Update", chart.Update()),
+            entry("chart MarkerEn", chart.MarkerEn()),
+            entry("chart Poll", qint32{chart.Poll()}),
+            entry("chart RXFreq", chart.RXFreq())};
+}
+
+QStringList InstrumentBench::panelState() const {
+    return {entry("receiver RX", qint32{ctlFrequency1.RX()}),
+            entry("receiver Frequency", ctlFrequency1.Frequency()),
+            entry("receiver Mode", qint32{ctlFrequency1.Mode()}),
+            entry("receiver Step", ctlFrequency1.Step()),
+            entry("receiver Atten", ctlFrequency1.Atten()),
+            entry("monitor MonitorMode", qint32{ctlMonitorMode1.MonitorMode()}),
+            entry("monitor fSpan", ctlMonitorMode1.fSpan()),
+            entry("monitor fStep", ctlMonitorMode1.fStep()),
+            entry("monitor fStart", ctlMonitorMode1.fStart()),
+            entry("monitor fCentre", ctlMonitorMode1.fCentre()),
+            entry("monitor fEnd", ctlMonitorMode1.fEnd()),
+            entry("data RBW", qint32{ctlDataMode1.RBW()}),
+            entry("data Amp", qint32{ctlDataMode1.Amp()}),
+            entry("data DataMode", qint32{ctlDataMode1.DataMode()}),
+            entry("data Samples", qint32{ctlDataMode1.Samples()})};
+}
+
+QStringList InstrumentBench::state() const {
+    const QStringList dialogs = {
+        entry("dialog PersistenceEnable", displaySettings.PersistenceEnable()),
+        entry("dialog Persistence", displaySettings.Persistence()),
+        entry("dialog WaterfallEnable", displaySettings.WaterfallEnable()),
+        entry("dialog PaletteIndex", qint32{displaySettings.PaletteIndex()}),
+        entry("dialog Update", displaySettings.Update()),
+        entry("dialog MarkerEnable", displaySettings.MarkerEnable()),
+        entry("dialog Poll", commSettings.Poll())};
+    return QStringList{QStringLiteral("session ScanDate ") + session.ScanDate} + dialogs +
+           chartState() + panelState();
+}
+
+} // namespace veldron
