@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+#include <QtGlobal>
+
+namespace veldron {
+
+/// What recorder and playback ask of the form.
+class HistoryHost {
+public:
+    HistoryHost() = default;
+    HistoryHost(const HistoryHost &) = delete;
+    HistoryHost &operator=(const HistoryHost &) = delete;
+    virtual ~HistoryHost() = default;
+
+    /// Switches menus, panels and chart that a history holds off.
+    virtual void SetControlsEnabled(bool enable) = 0;
+    /// Caption of the menu entry that starts and stops a recording.
+    virtual void setRecordCaption(const QString &caption) = 0;
+    virtual void setRecordEnabled(bool enable) = 0;
+    /// Shows or hides the strip of the transport and lays the form out anew.
+    virtual void showTransport(bool visible) = 0;
+    virtual void setPollTimerEnabled(bool enable) = 0;
+    /// The poll period of the running program, in milliseconds.
+    [[nodiscard]] virtual qint16 PollPeriod() const = 0;
+    /// Text of panel 1 of the status bar.
+    virtual void showStatus(const QString &text) = 0;
+    /// Panels 2 and 3 as texts: the time of the scan shown, and how far the file is read.
+    virtual void showPlaybackPlace(const QString &time, const QString &percent) = 0;
+    /// Panels 2 and 3 as they are without playback: the clock and the first activity picture.
+    virtual void showClockAndActivity() = 0;
+    /// Pauses the transport at the end of the file.
+    virtual void stopTransport() = 0;
+    virtual void ReadBackSettings() = 0;
+};
+
+} // namespace veldron

@@ -1,0 +1,203 @@
+// SPDX-License-Identifier: MIT
+#include "history/PlaybackEngine.h"
+
+#include "chart/ctlChartSpectrum.h"
+#include "common/Numbers.h"
+#include "link/frmVDR.h"
+#include "panels/GeneralUtilities.h"
+#include "settings/SettingsFiles.h"
+#include "settings/frmCommSettings.h"
+
+#include <QTimeZone>
+
+#include <limits>
+
+namespace veldron {
+
+namespace {
+
+using Kind = UntrappedError::Kind;
+
+qint32 saturated(qint64 value) {
+    return static_cast<qint32>(qMin<qint64>(value, std::numeric_limits<qint32>::max()));
+}
+
+} // namespace
+
+PlaybackEngine::PlaybackEngine(const Surroundings &surroundings) : m_surroundings(surroundings) {}
+
+void PlaybackEngine::mnuFilePlayback() {
+    const auto path = m_surroundings.dialogs.openFile(
+        {QStringLiteral("History playback"), QStringLiteral("VELDRON History (*.rec)"),
+         m_surroundings.folder, QStringLiteral("rec")});
+    // Polls go on while the dialog is up, so the state is looked at again behind it.
+    if (!path || m_surroundings.session.Recording || m_surroundings.session.InPlayback) {
+        return;
+    }
+    open(*path);
+    m_surroundings.host.showTransport(true);
+    m_surroundings.host.SetControlsEnabled(false);
+    (void)readToNextScan();
+    if (m_HistoryStream->atEnd()) {
+        // Stranded on purpose: the transport stays up over the live poll until the user closes it.
+        m_surroundings.session.InPlayback = false;
+        return;
+    }
+    startShowing();
+}
+
+void PlaybackEngine::open(const QString &path) {
+    m_HistoryStream = std::make_unique<TextFileReader>(path);
+    m_HistoryFileName = path;
+    m_HistoryFileSize = saturated(m_HistoryStream->size());
+    m_HistoryPosition = 0;
+    m_RewindOffset = 0;
+    m_surroundings.session.InPlayback = true;
+    // A date left over from an earlier file must not stand in for one that this file lacks.
+    m_surroundings.session.ScanDate.clear();
+    (void)readLine(); // any text is taken for the header line
+}
+
+void PlaybackEngine::startShowing() {
+    ctlChartSpectrum &chart = m_surroundings.instruments.ctlChartSpectrum1;
+    m_surroundings.host.setPollTimerEnabled(false);
+    m_surroundings.host.setRecordEnabled(false);
+    m_PlaybackStart = scanMoment();
+    chart.setPlayback(true);
+    feedChart();
+    m_surroundings.host.showStatus(QStringLiteral("Playback from ") + m_HistoryFileName +
+                                   GeneralUtilities::FormatFileSize(m_HistoryFileSize));
+    m_surroundings.host.showPlaybackPlace(m_surroundings.session.ScanDate + QLatin1Char(' ') +
+                                              m_surroundings.session.ScanTime,
+                                          m_surroundings.texts.percentText(shareRead()));
+}
+
+QString PlaybackEngine::readLine() {
+    QString line = m_HistoryStream->readLine();
+    m_HistoryPosition = saturated(m_HistoryPosition + m_HistoryStream->lastLineLength() + 2);
+    return line;
+}
+
+/// Applies lines up to and with the next data line; false when the file ends before one.
+bool PlaybackEngine::readToNextScan() {
+    bool found = false;
+    while (!found && !m_HistoryStream->atEnd()) {
+        const QString line = readLine();
+        loadLineOf(*m_HistoryStream, m_surroundings.stream, line, found);
+    }
+    return found;
+}
+
+void PlaybackEngine::Step(qint16 Direction) {
+    ctlChartSpectrum &chart = m_surroundings.instruments.ctlChartSpectrum1;
+    // Stranded, or a file given up: there is nothing to step through.
+    if (!m_HistoryStream || !m_surroundings.session.InPlayback) {
+        m_surroundings.host.stopTransport();
+        return;
+    }
+    if (chart.Rewind(Direction)) {
+        m_RewindOffset += Direction;
+    } else if (Direction >= 1) {
+        m_RewindOffset = 0;
+        if (!readToNextScan()) {
+            m_surroundings.host.stopTransport();
+            return;
+        }
+        feedChart();
+    }
+    showPlace();
+}
+
+/// A scan that is too long for the chart's present span is dropped.
+void PlaybackEngine::feedChart() {
+    ctlChartSpectrum &chart = m_surroundings.instruments.ctlChartSpectrum1;
+    const LevelScan &scan = m_surroundings.session.ScanData;
+    try {
+        chart.SetPlaybackTime(m_surroundings.session.ScanTime);
+    } catch (const UntrappedError &error) {
+        throw atLineOf(*m_HistoryStream, error);
+    }
+    const double expected =
+        (chart.ScanStop() - chart.ScanStart()).toDouble() / chart.DataResolution().toDouble() + 1.0;
+    if (expected >= static_cast<double>(scan.size()) - 1.0) {
+        chart.SetData(scan);
+    }
+    chart.Refresh();
+}
+
+/// Date and time of the last scan read. Dates and times are taken as they were written, without a
+/// zone, so that no hour is ever missing or doubled.
+QDateTime PlaybackEngine::scanMoment() const {
+    const auto date = m_surroundings.texts.readDate(m_surroundings.session.ScanDate);
+    if (!date) {
+        fail(Kind::BadValue,
+             m_surroundings.session.ScanDate.isEmpty()
+                 ? QStringLiteral("there is no StartSettings line with a date")
+                 : QStringLiteral("\"%1\" is not a date").arg(m_surroundings.session.ScanDate));
+    }
+    const auto time = m_surroundings.texts.readTime(m_surroundings.session.ScanTime);
+    if (!time) {
+        fail(Kind::BadValue,
+             QStringLiteral("\"%1\" is not a time of day").arg(m_surroundings.session.ScanTime));
+    }
+    return QDateTime(*date, *time, QTimeZone::utc());
+}
+
+double PlaybackEngine::shareRead() const {
+    if (m_HistoryFileSize == 0) {
+        fail(Kind::DivideByZero, QStringLiteral("the file had no size when it was opened"));
+    }
+    return static_cast<double>(m_HistoryPosition) / static_cast<double>(m_HistoryFileSize);
+}
+
+/// The time of a scan that is shown again is worked out from the present poll rate, whatever rate
+/// it was recorded at.
+void PlaybackEngine::showPlace() {
+    const QDateTime t0 = scanMoment();
+    const qint64 offset = qint64{m_RewindOffset} * m_surroundings.host.PollPeriod();
+    if (offset != static_cast<qint32>(offset)) {
+        fail(Kind::Overflow, QStringLiteral("the display stands too far from the last scan"));
+    }
+    const qint64 elapsed = m_PlaybackStart.msecsTo(t0);
+    if (elapsed == 0) {
+        fail(Kind::DivideByZero,
+             QStringLiteral("the scan has the same time as the first one of the file, so there is "
+                            "no telling how far the playback has come"));
+    }
+    const QDateTime t = t0.addMSecs(Numbers::divideHalfEven(offset, 1000) * 1000);
+    const double share =
+        (1.0 + static_cast<double>(offset) / static_cast<double>(elapsed)) * shareRead();
+    m_surroundings.host.showPlaybackPlace(m_surroundings.texts.dateText(t.date()) +
+                                              QLatin1Char(' ') +
+                                              m_surroundings.texts.timeText(t.time()),
+                                          m_surroundings.texts.percentText(share));
+}
+
+void PlaybackEngine::Quit() {
+    ctlChartSpectrum &chart = m_surroundings.instruments.ctlChartSpectrum1;
+    HistoryHost &host = m_surroundings.host;
+    host.setPollTimerEnabled(true);
+    // A recording that was started over a stranded transport goes on, and keeps its hold.
+    host.SetControlsEnabled(!m_surroundings.session.Recording);
+    host.setRecordEnabled(true);
+    m_surroundings.session.InPlayback = false;
+    host.showTransport(false);
+    closeStream();
+    chart.setPlayback(false);
+    chart.setPoll(Numbers::roundTo<qint16>(m_surroundings.instruments.commSettings.Poll()));
+    if (m_surroundings.instruments.vdr.Connected()) {
+        host.ReadBackSettings();
+    }
+    host.showStatus(m_surroundings.instruments.vdr.Status());
+    host.showClockAndActivity();
+}
+
+void PlaybackEngine::closeStream() {
+    m_HistoryStream.reset();
+}
+
+void PlaybackEngine::fail(Kind kind, const QString &message) const {
+    throw atLineOf(*m_HistoryStream, UntrappedError(kind, message));
+}
+
+} // namespace veldron

@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: MIT
+#include "history/Recorder.h"
+
+#include "common/UntrappedError.h"
+#include "panels/GeneralUtilities.h"
+
+#include <QFile>
+
+#include <limits>
+
+namespace veldron {
+
+namespace {
+
+/// \a scan as the characters of a data line.
+QString scanText(const LevelScan &scan) {
+    QString text;
+    text.reserve(static_cast<qsizetype>(scan.size()));
+    for (const std::uint8_t level : scan) {
+        text += QLatin1Char(static_cast<char>(level));
+    }
+    return text;
+}
+
+} // namespace
+
+Recorder::Recorder(const Surroundings &surroundings) : m_surroundings(surroundings) {}
+
+void Recorder::mnuFileRecord() {
+    if (m_surroundings.session.Recording) {
+        stop();
+    } else {
+        start();
+    }
+}
+
+void Recorder::start() {
+    const auto path = m_surroundings.dialogs.saveFile(
+        {QStringLiteral("Record to file"), QStringLiteral("VELDRON History (*.rec)"),
+         m_surroundings.folder, QStringLiteral("rec")});
+    // Polls go on while the dialog is up, so the state is looked at again behind it.
+    if (!path || m_surroundings.session.Recording || m_surroundings.session.InPlayback) {
+        return;
+    }
+    m_HistoryFileName = *path;
+    m_HistoryFileSize = 0;
+    m_HistoryStream = std::make_unique<TextFileWriter>(*path);
+    m_HistoryStream->writeLine(QStringLiteral("VELDRONv1 History file"));
+    m_surroundings.stream.SaveSettings(*m_HistoryStream);
+    m_surroundings.session.Recording = true;
+    m_surroundings.host.setRecordCaption(QStringLiteral("Stop recording"));
+    m_surroundings.host.SetControlsEnabled(false);
+}
+
+void Recorder::stop() {
+    try {
+        if (m_HistoryStream) {
+            m_HistoryStream->close();
+        }
+    } catch (const UntrappedError &) {
+        return; // Trapped: the recording stands, and the next scan or click stops it.
+    }
+    closeStream();
+    m_surroundings.session.Recording = false;
+    m_surroundings.host.setRecordCaption(QStringLiteral("Record"));
+    m_surroundings.host.SetControlsEnabled(true);
+}
+
+void Recorder::closeStream() {
+    m_HistoryStream.reset();
+}
+
+void Recorder::writeScan(const LevelScan &scan) {
+    try {
+        if (!m_HistoryStream) {
+            throw UntrappedError(UntrappedError::Kind::File,
+                                 QStringLiteral("The recording is closed"));
+        }
+        const QString time = m_surroundings.texts.timeText(m_surroundings.clock.now().time());
+        m_HistoryStream->writeLine(QStringLiteral("Data ") + scanText(scan) + QLatin1Char(' ') +
+                                   time);
+        learnSize();
+    } catch (const UntrappedError &) {
+        // Trapped: the scans written so far stay in the file.
+        stop();
+        return;
+    }
+    m_surroundings.host.showStatus(QStringLiteral("Recording to file ") + m_HistoryFileName +
+                                   GeneralUtilities::FormatFileSize(m_HistoryFileSize));
+}
+
+/// The size is that of the file that stands under the name, so that a file that was taken away
+/// from under the recorder is noticed.
+void Recorder::learnSize() {
+    QFile file(m_HistoryFileName);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
+        throw UntrappedError(UntrappedError::Kind::File, file.errorString());
+    }
+    m_HistoryFileSize =
+        static_cast<qint32>(qMin<qint64>(file.size(), std::numeric_limits<qint32>::max()));
+}
+
+void Recorder::writeSettings() {
+    if (!m_surroundings.session.Recording || !m_HistoryStream) {
+        return;
+    }
+    try {
+        m_surroundings.stream.SaveSettings(*m_HistoryStream);
+    } catch (const UntrappedError &) {
+        // Trapped like a scan that can't be written.
+        stop();
+    }
+}
+
+} // namespace veldron

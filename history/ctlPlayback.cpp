@@ -1,0 +1,202 @@
+// SPDX-License-Identifier: MIT
+#include "history/ctlPlayback.h"
+
+#include "common/Numbers.h"
+#include "history/PlaybackPicture.h"
+#include "history/StepButton.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QSlider>
+#include <QTimer>
+#include <QToolButton>
+
+#include <algorithm>
+#include <cmath>
+
+namespace veldron {
+
+namespace {
+
+constexpr int kHoldMilliseconds = 700; ///< from a button's way down to its first repeat
+constexpr int kFloorMilliseconds = 15; ///< the fastest repeat of a held button
+constexpr int kLongestInMillis = 500;  ///< longer intervals are told in seconds
+constexpr int kSlowest = 0;            ///< the slider's ends
+constexpr int kFastest = 8;
+constexpr int kFirstSpeed = 2;
+
+} // namespace
+
+ctlPlayback::ctlPlayback(QWidget *parent)
+    : QWidget(parent), ImageList1{PlaybackPicture::icon(PlaybackShape::DoubleArrow, Qt::black),
+                                  PlaybackPicture::icon(PlaybackShape::DoubleArrow, Qt::red)} {
+    makeControls();
+    makeSpeedControls();
+    layOut();
+    wireControls();
+    SetSpeed();
+}
+
+ctlPlayback::~ctlPlayback() {
+    // A button held to the end is let go when it is hidden, and its slots are gone by then.
+    disconnect(cmdStepForward, nullptr, this, nullptr);
+    disconnect(cmdStepBack, nullptr, this, nullptr);
+}
+
+void ctlPlayback::makeControls() {
+    Timer1 = new QTimer(this);
+    Timer1->setObjectName("Timer1");
+    Timer1->setTimerType(Qt::PreciseTimer);
+    cmdPlay = new QToolButton(this);
+    cmdPause = new QToolButton(this);
+    cmdStepBack = new StepButton(this);
+    cmdStepForward = new StepButton(this);
+    cmdClose = new QToolButton(this);
+    dress(cmdPlay, "cmdPlay", "Continuous playback", PlaybackShape::DoubleArrow);
+    dress(cmdPause, "cmdPause", "Pause", PlaybackShape::Bars);
+    dress(cmdStepBack, "cmdStepBack", "Step back", PlaybackShape::ArrowLeft);
+    dress(cmdStepForward, "cmdStepForward", "Step forward", PlaybackShape::ArrowRight);
+    dress(cmdClose, "cmdClose", "Stop playback", PlaybackShape::Cross);
+    cmdPlay->setIcon(ImageList1.front());
+}
+
+QToolButton *ctlPlayback::dress(QToolButton *button, const char *name, const QString &tip,
+                                PlaybackShape shape) {
+    button->setObjectName(QLatin1String(name));
+    button->setToolTip(tip);
+    button->setAccessibleName(tip);
+    button->setIcon(PlaybackPicture::icon(shape, Qt::black));
+    button->setIconSize(PlaybackPicture::sizeOf(shape));
+    button->setFocusPolicy(Qt::StrongFocus);
+    return button;
+}
+
+void ctlPlayback::makeSpeedControls() {
+    Label1 = new QLabel("slow", this);
+    Label1->setObjectName("Label1");
+    Label2 = new QLabel("fast", this);
+    Label2->setObjectName("Label2");
+    Slider1 = new QSlider(Qt::Horizontal, this);
+    Slider1->setObjectName("Slider1");
+    Slider1->setAccessibleName("Playback speed");
+    Slider1->setRange(kSlowest, kFastest);
+    Slider1->setSingleStep(1);
+    Slider1->setPageStep(1);
+    Slider1->setTickPosition(QSlider::TicksBelow);
+    Slider1->setTickInterval(1);
+    Slider1->setFixedWidth(160);
+    Slider1->setValue(kFirstSpeed);
+}
+
+void ctlPlayback::layOut() {
+    auto *row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(4);
+    for (QWidget *button :
+         {static_cast<QWidget *>(cmdPlay), static_cast<QWidget *>(cmdPause),
+          static_cast<QWidget *>(cmdStepBack), static_cast<QWidget *>(cmdStepForward),
+          static_cast<QWidget *>(cmdClose)}) {
+        row->addWidget(button);
+    }
+    row->addSpacing(12);
+    row->addWidget(Label1);
+    row->addWidget(Slider1);
+    row->addWidget(Label2);
+    row->addStretch();
+}
+
+void ctlPlayback::wireControls() {
+    connect(cmdPlay, &QToolButton::clicked, this, &ctlPlayback::startPlay);
+    connect(cmdPause, &QToolButton::clicked, this, &ctlPlayback::StopPlay);
+    connect(cmdClose, &QToolButton::clicked, this, &ctlPlayback::closePlayback);
+    connect(cmdStepForward, &StepButton::wentDown, this, [this] { stepButtonDown(1); });
+    connect(cmdStepBack, &StepButton::wentDown, this, [this] { stepButtonDown(-1); });
+    connect(cmdStepForward, &StepButton::wentUp, this, &ctlPlayback::stepForwardUp);
+    connect(cmdStepBack, &StepButton::wentUp, this, &ctlPlayback::stepBackUp);
+    connect(Slider1, &QSlider::sliderReleased, this, &ctlPlayback::finishSpeedChange);
+    connect(Slider1, &QSlider::valueChanged, this, &ctlPlayback::speedValueChanged);
+    connect(Timer1, &QTimer::timeout, this, &ctlPlayback::tick);
+}
+
+void ctlPlayback::startPlay() {
+    // Disabling a held button lets it go, so play always starts forward at the slider's speed.
+    cmdStepForward->setEnabled(false);
+    cmdStepBack->setEnabled(false);
+    cmdPlay->setIcon(ImageList1.back());
+    setTimerEnabled(true);
+    m_Playing = true;
+}
+
+void ctlPlayback::StopPlay() {
+    setTimerEnabled(false);
+    cmdStepForward->setEnabled(true);
+    cmdStepBack->setEnabled(true);
+    cmdPlay->setIcon(ImageList1.front());
+    m_Playing = false;
+}
+
+void ctlPlayback::closePlayback() {
+    StopPlay();
+    Q_EMIT Quit();
+}
+
+void ctlPlayback::stepButtonDown(qint16 Direction) {
+    m_StepDirection = Direction;
+    Q_EMIT Step(m_StepDirection);
+    Timer1->setInterval(kHoldMilliseconds);
+    setTimerEnabled(true);
+}
+
+void ctlPlayback::stepForwardUp() {
+    setTimerEnabled(false);
+    SetSpeed();
+}
+
+void ctlPlayback::stepBackUp() {
+    setTimerEnabled(false);
+    SetSpeed();
+    m_StepDirection = 1;
+}
+
+void ctlPlayback::finishSpeedChange() {
+    setTimerEnabled(false);
+    SetSpeed();
+    setTimerEnabled(m_Playing);
+}
+
+void ctlPlayback::speedValueChanged() {
+    // While the thumb is dragged the change goes on; everything else is finished as it comes.
+    if (Slider1->isSliderDown()) {
+        SetSpeed();
+    } else {
+        finishSpeedChange();
+    }
+}
+
+void ctlPlayback::tick() {
+    if (!m_Playing) {
+        const auto half = Numbers::divideHalfEven(Timer1->interval(), 2);
+        Timer1->setInterval(std::max(kFloorMilliseconds, static_cast<int>(half)));
+    }
+    Q_EMIT Step(m_StepDirection);
+}
+
+QString ctlPlayback::SetSpeed() {
+    const auto interval = Numbers::roundTo<int>(std::exp2(kFirstSpeed - Slider1->value()) * 1000.0);
+    Timer1->setInterval(interval);
+    const QString speed = interval > kLongestInMillis ? QString::number(interval / 1000.0) + "s"
+                                                      : QString::number(interval) + "ms";
+    Slider1->setToolTip("Playback speed " + speed);
+    return speed;
+}
+
+void ctlPlayback::setTimerEnabled(bool on) {
+    // Starting a timer that runs would begin its countdown anew.
+    if (on && !Timer1->isActive()) {
+        Timer1->start();
+    } else if (!on) {
+        Timer1->stop();
+    }
+}
+
+} // namespace veldron

@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+// What the fuzzers and the replay of their corpus have in common: bytes of a file in, and nothing
+// out but the errors that end a load in life too. Needs a QApplication.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace veldron {
+
+/// Loads the bytes as a settings file, line by line.
+void loadSettingsBytes(const std::uint8_t *bytes, std::size_t size);
+
+/// Plays the bytes as a history file, back and forth, to its end or for 25 steps.
+void playHistoryBytes(const std::uint8_t *bytes, std::size_t size);
+
+} // namespace veldron

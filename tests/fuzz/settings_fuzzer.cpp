@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+#include "tests/fuzz/FuzzEntry.h"
+
+#include <QApplication>
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t size) {
+    static int count = 1;
+    static char name[] = "fuzz_settings";
+    static char *arguments[] = {name, nullptr};
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    static const QApplication application(count, arguments);
+    veldron::loadSettingsBytes(bytes, size);
+    return 0;
+}

@@ -1,0 +1,403 @@
+// SPDX-License-Identifier: MIT
+// Steps through a file, and what the status bar shows of them.
+#include "history/PlaybackEngine.h"
+
+#include "tests/support/HistoryFiles.h"
+
+#include <QImage>
+
+#include <fstream>
+#include <malloc.h>
+#include <string>
+
+namespace veldron {
+namespace {
+
+using Kind = UntrappedError::Kind;
+using PlaybackEngineStepTest = PlaybackTest;
+
+TEST_F(PlaybackEngineStepTest, stepForward_readsToTheNextScan) {
+    open(head() + scans(3));
+    (void)takeLog();
+    step(1);
+    EXPECT_EQ(takeLog(), QStringList{"place: " + place("10:00:01", sizeOf(head() + scans(2)))});
+    EXPECT_EQ(chart().statusText(), "10:00:01");
+    step(1);
+    EXPECT_EQ(m_bench.place, place("10:00:02", sizeOf(head() + scans(3))));
+    EXPECT_EQ(m_bench.playback.RewindOffset(), 0);
+}
+
+TEST_F(PlaybackEngineStepTest, endOfTheFile_pausesAndKeepsTheStatus) {
+    open(head() + scans(2));
+    step(1);
+    const QString last = m_bench.place;
+    (void)takeLog();
+    step(1, 2);
+    EXPECT_EQ(takeLog(), (QStringList{"StopPlay", "StopPlay"}));
+    EXPECT_EQ(m_bench.place, last);
+    EXPECT_TRUE(m_bench.session.InPlayback);
+    EXPECT_TRUE(chart().Playback());
+}
+
+TEST_F(PlaybackEngineStepTest, blockBehindTheLastScan_isAppliedBeforeThePause) {
+    open(head() + scans(2) + QStringList{"RBW 4", "EndSettings "});
+    step(1);
+    (void)takeLog();
+    step(1);
+    EXPECT_EQ(takeLog(), (QStringList{"UpdateChartSettings", "StopPlay"}));
+    EXPECT_EQ(m_bench.ctlDataMode1.RBW(), 4);
+}
+
+TEST_F(PlaybackEngineStepTest, percent_reachesOneHundredWithCrLfThroughout) {
+    open(head() + scans(2));
+    step(1);
+    EXPECT_EQ(m_bench.place, "21/03/2005 10:00:01 / 100.00%");
+}
+
+TEST_F(PlaybackEngineStepTest, otherLineEnds_areCountedAsTwoBytesToo) {
+    for (const char *end : {"\n", "\r"}) {
+        put(head() + scans(2), end);
+        open();
+        step(1);
+        EXPECT_EQ(m_bench.playback.HistoryPosition(), sizeOf(head() + scans(2)));
+        EXPECT_EQ(m_bench.playback.HistoryFileSize(), sizeOf(head() + scans(2)) - 11);
+        EXPECT_EQ(m_bench.place, place("10:00:01", sizeOf(head() + scans(2))));
+        EXPECT_FALSE(m_bench.place.endsWith(" 100.00%"));
+        m_bench.playback.Quit();
+    }
+}
+
+TEST_F(PlaybackEngineStepTest, lastLineWithoutAnEnd_counts) {
+    putBytes((head() + scans(2)).join("\r\n").toLatin1());
+    open();
+    step(1);
+    EXPECT_EQ(m_bench.session.ScanTime, "10:00:01");
+    EXPECT_EQ(m_bench.playback.HistoryPosition(), m_size + 2);
+}
+
+// ---- back and forth within the chart's rows
+
+TEST_F(PlaybackEngineStepTest, stepsBack_moveTheTimeAndScaleThePercent) {
+    open(head() + scans(5));
+    step(1, 3);
+    const qint64 used = sizeOf(head() + scans(4));
+    step(-1);
+    EXPECT_EQ(m_bench.place, place("10:00:02", used, 2.0 / 3.0));
+    step(-1);
+    EXPECT_EQ(m_bench.place, place("10:00:01", used, 1.0 / 3.0));
+    EXPECT_EQ(m_bench.playback.RewindOffset(), -2);
+    EXPECT_EQ(m_bench.playback.HistoryPosition(), used);
+}
+
+TEST_F(PlaybackEngineStepTest, oldestScan_staysUnderAStepBack) {
+    open(head() + scans(5));
+    step(1, 2);
+    step(-1, 2);
+    const QString oldest = m_bench.place;
+    EXPECT_TRUE(oldest.startsWith("21/03/2005 10:00:00 / 0.00%"));
+    step(-1, 3);
+    EXPECT_EQ(m_bench.place, oldest);
+    EXPECT_EQ(m_bench.playback.RewindOffset(), -2);
+}
+
+TEST_F(PlaybackEngineStepTest, asManyStepsForwardAsBack_readNothing) {
+    open(head() + scans(6));
+    step(1, 3);
+    const qint32 position = m_bench.playback.HistoryPosition();
+    step(-1, 3);
+    step(1, 3);
+    EXPECT_EQ(m_bench.playback.HistoryPosition(), position);
+    EXPECT_EQ(m_bench.playback.RewindOffset(), 0);
+    EXPECT_EQ(m_bench.place, place("10:00:03", position));
+    step(1);
+    EXPECT_GT(m_bench.playback.HistoryPosition(), position);
+    EXPECT_EQ(m_bench.place, place("10:00:04", m_bench.playback.HistoryPosition()));
+}
+
+TEST_F(PlaybackEngineStepTest, newScan_bringsTheOffsetBackToNought) {
+    open(head() + scans(6));
+    step(1, 3);
+    step(-2); // a count: two scans at once
+    EXPECT_EQ(m_bench.playback.RewindOffset(), -2);
+    step(1);
+    EXPECT_EQ(m_bench.playback.RewindOffset(), -1);
+    step(1, 2);
+    EXPECT_EQ(m_bench.playback.RewindOffset(), 0);
+}
+
+TEST_F(PlaybackEngineStepTest, nextOpening_bringsTheOffsetBackToNought) {
+    open(head() + scans(4));
+    step(1, 2);
+    step(-1);
+    EXPECT_EQ(m_bench.playback.RewindOffset(), -1);
+    m_bench.playback.Quit();
+    open();
+    EXPECT_EQ(m_bench.playback.RewindOffset(), 0);
+}
+
+TEST_F(PlaybackEngineStepTest, stepOfNought_showsThePlaceAgain) {
+    open(head() + scans(3));
+    step(1);
+    (void)takeLog();
+    step(0);
+    EXPECT_EQ(takeLog(), QStringList{"place: " + place("10:00:01", sizeOf(head() + scans(2)))});
+}
+
+TEST_F(PlaybackEngineStepTest, pollRateOtherThanTheFiles_putsRewoundTimesOffByTheRatio) {
+    m_bench.pollPeriod = 2000;
+    open(head() + scans(6));
+    step(1, 4);
+    const qint64 used = m_bench.playback.HistoryPosition();
+    step(-1);
+    EXPECT_EQ(m_bench.place, place("10:00:02", used, 0.5));
+    step(-1);
+    EXPECT_EQ(m_bench.place, place("10:00:00", used, 0.0));
+    step(-1);
+    EXPECT_EQ(m_bench.place, place("09:59:58", used, -0.5));
+}
+
+TEST_F(PlaybackEngineStepTest, partsOfASecond_countInThePercentAndRoundInTheTime) {
+    m_bench.pollPeriod = 250;
+    open(head() + scans(6));
+    step(1, 4);
+    const qint64 used = m_bench.playback.HistoryPosition();
+    step(-1);
+    EXPECT_EQ(m_bench.place, place("10:00:04", used, 1.0 - 0.25 / 4.0));
+    step(-1, 2);
+    EXPECT_EQ(m_bench.place, place("10:00:03", used, 1.0 - 0.75 / 4.0));
+}
+
+TEST_F(PlaybackEngineStepTest, pollLineOfTheFile_doesNotChangeTheRewoundTimes) {
+    QStringList lines = head();
+    lines.replaceInStrings("Poll 1000", "Poll 2000");
+    open(lines + scans(6));
+    step(1, 4);
+    step(-1);
+    EXPECT_TRUE(m_bench.place.startsWith("21/03/2005 10:00:03"));
+}
+
+// ---- dates
+
+TEST_F(PlaybackEngineStepTest, blockAtMidnight_movesTheDateOn) {
+    open(head() + QStringList{data("23:59:58"), data("23:59:59"), "StartSettings 22/03/2005",
+                              "EndSettings ", data("00:00:00"), data("00:00:01"),
+                              data("00:00:02")});
+    step(1);
+    EXPECT_TRUE(m_bench.place.startsWith("21/03/2005 23:59:59"));
+    step(1, 2);
+    const qint64 used = m_bench.playback.HistoryPosition();
+    EXPECT_EQ(m_bench.place, place("00:00:01", used, 1.0, "22/03/2005"));
+    step(-1, 2);
+    EXPECT_EQ(m_bench.place, place("23:59:59", used, 1.0 / 3.0, "21/03/2005"));
+}
+
+TEST_F(PlaybackEngineStepTest, recordingOverMidnight_playsWithRisingTimes) {
+    m_bench.clock.setTimeOfDay(86398.0);
+    m_bench.dialogs.answer = path();
+    m_bench.recorder.mnuFileRecord();
+    for (int second = 0; second < 4; ++second) {
+        if (second == 2) {
+            m_bench.ReadBackSettings(); // what the poll does once a day, ahead of its scan
+        }
+        m_bench.recorder.writeScan(LevelScan(321, 'a'));
+        m_bench.clock.advance(1.0);
+    }
+    m_bench.recorder.mnuFileRecord();
+    open();
+    QStringList times = {m_bench.place.section(" / ", 0, 0)};
+    for (int i = 0; i < 3; ++i) {
+        step(1);
+        times.append(m_bench.place.section(" / ", 0, 0));
+    }
+    EXPECT_EQ(times, (QStringList{"21/03/2005 23:59:58", "21/03/2005 23:59:59",
+                                  "22/03/2005 00:00:00", "22/03/2005 00:00:01"}));
+    EXPECT_TRUE(m_bench.place.endsWith("/ 100.00%"));
+}
+
+TEST(PlaybackEngineStep, everyLocale_playsWhatItRecorded) {
+    for (const QLocale &locale :
+         {QLocale(QLocale::English, QLocale::UnitedStates),
+          QLocale(QLocale::German, QLocale::Germany), QLocale(QLocale::Japanese, QLocale::Japan)}) {
+        const QTemporaryDir folder;
+        HistoryBench bench(locale);
+        bench.clock.setTimeOfDay(13.5 * 3600.0);
+        bench.dialogs.answer = folder.filePath("here.rec");
+        bench.recorder.mnuFileRecord();
+        bench.recorder.writeScan({'a'});
+        bench.clock.advance(1.0);
+        bench.recorder.writeScan({'b'});
+        bench.recorder.mnuFileRecord();
+        bench.playback.mnuFilePlayback();
+        bench.playback.Step(1);
+        const QString mark = bench.texts.decimalMark();
+        EXPECT_EQ(bench.place, bench.texts.dateText(QDate(2005, 3, 21)) + ' ' +
+                                   bench.texts.timeText(QTime(13, 30, 1)) + " / 100" + mark +
+                                   "00%");
+    }
+}
+
+// ---- what is wrong with a file
+
+TEST_F(PlaybackEngineStepTest, secondScanInTheFirstSecond_hasNoShareAndIsUntrapped) {
+    put(head() + QStringList{data("10:00:00"), data("10:00:00")} + scans(1));
+    open();
+    expectStepError(1, Kind::DivideByZero,
+                    atLine(11, "the scan has the same time as the first one of the file, so there "
+                               "is no telling how far the playback has come"));
+}
+
+TEST_F(PlaybackEngineStepTest, stepBackOnTheFirstScan_isUntrapped) {
+    open(head() + scans(2));
+    const auto error = errorOf([this] { step(-1); });
+    ASSERT_TRUE(error.has_value());
+    EXPECT_EQ(error->kind(), Kind::DivideByZero);
+}
+
+TEST_F(PlaybackEngineStepTest, scanWithABlank_spoilsTheTime) {
+    put(head() + scans(1) + QStringList{data("10:00:01", "ab cd")});
+    open();
+    expectStepError(1, Kind::BadValue, atLine(11, "\"cd 10:00:01\" is not a time of day"));
+    EXPECT_EQ(m_bench.session.ScanData, (LevelScan{'a', 'b'}));
+}
+
+TEST_F(PlaybackEngineStepTest, scanOfMoreThan323Bytes_isCutAndSpoilsTheTime) {
+    put(head() + scans(1) + QStringList{data("10:00:01", QString(326, 'x'))});
+    open();
+    expectStepError(1, Kind::BadValue, atLine(11, "\"xx 10:00:01\" is not a time of day"));
+    EXPECT_EQ(m_bench.session.ScanData.size(), 323U);
+}
+
+TEST_F(PlaybackEngineStepTest, scanWithALineBreak_isTwoLines) {
+    for (const char *lineBreak : {"\r", "\n"}) {
+        put(head() + scans(1) + QStringList{data("10:00:01", QString("ab") + lineBreak + "cd")});
+        open();
+        expectStepError(1, Kind::OutOfRange, atLine(11, "a scan line has no time behind its scan"));
+        m_bench.playback.Quit();
+    }
+}
+
+TEST_F(PlaybackEngineStepTest, secondHalfOfABrokenScan_isAnUnknownKeyOrAValidOne) {
+    open(head() + scans(1) +
+         QStringList{data("10:00:01", "ab") + "\rcd 10:00:01", data("10:00:02") + "\nRBW 4",
+                     data("10:00:03")});
+    step(1);
+    EXPECT_EQ(m_bench.session.ScanTime, "10:00:01");
+    step(1);
+    EXPECT_EQ(m_bench.session.ScanTime, "10:00:02");
+    EXPECT_EQ(m_bench.ctlDataMode1.RBW(), 2);
+    step(1);
+    EXPECT_EQ(m_bench.session.ScanTime, "10:00:03");
+    EXPECT_EQ(m_bench.ctlDataMode1.RBW(), 4);
+}
+
+TEST_F(PlaybackEngineStepTest, badDateOfALaterBlock_isUntrapped) {
+    put(head() + scans(1) + QStringList{"StartSettings tomorrow", data("10:00:01")});
+    open();
+    expectStepError(1, Kind::BadValue, atLine(12, "\"tomorrow\" is not a date"));
+}
+
+TEST_F(PlaybackEngineStepTest, badValueOfALaterBlock_isUntrapped) {
+    put(head() + scans(1) + QStringList{"RBW 99999", data("10:00:01")});
+    open();
+    expectStepError(1, Kind::Overflow, atLine(11, "the number \"99999\" is out of range"));
+}
+
+// ---- what goes into the chart
+
+class PlaybackEngineChartTest : public PlaybackTest {
+protected:
+    /// Whether the step brings a new trace onto the chart.
+    bool stepChangesThePicture() {
+        const QImage before = chart().grab().toImage();
+        step(1);
+        return chart().grab().toImage() != before;
+    }
+    static QString level(int length, char value) { return QString(length, QLatin1Char(value)); }
+};
+
+TEST_F(PlaybackEngineChartTest, scanThatFits_isShown) {
+    open(head() + QStringList{data("10:00:00", level(321, '0')), data("10:00:01", level(322, 'Z')),
+                              data("10:00:02", level(323, 'A')),
+                              data("10:00:03", level(321, 'A'))});
+    EXPECT_TRUE(stepChangesThePicture());
+    // 321 bins take an upper bound of 321 and not one more; the status goes on all the same.
+    EXPECT_FALSE(stepChangesThePicture());
+    EXPECT_EQ(chart().statusText(), "10:00:02");
+    EXPECT_TRUE(m_bench.place.startsWith("21/03/2005 10:00:02"));
+    EXPECT_TRUE(stepChangesThePicture());
+}
+
+TEST_F(PlaybackEngineChartTest, blockWithAnotherSpan_changesWhatFits) {
+    open(head() + QStringList{data("10:00:00", level(321, '0')), "StartSettings 21/03/2005",
+                              "MonitorMode 3", "Start 88000000", "Step 31250", "End 93000000",
+                              "EndSettings ", data("10:00:01", level(161, 'Z')),
+                              data("10:00:02", level(163, 'A')),
+                              data("10:00:03", level(162, 'A'))});
+    EXPECT_TRUE(stepChangesThePicture());
+    EXPECT_EQ(chart().ScanStop(), Hertz::fromWhole(93000000));
+    EXPECT_FALSE(stepChangesThePicture()); // 161 bins
+    EXPECT_TRUE(stepChangesThePicture());
+}
+
+TEST_F(PlaybackEngineChartTest, stepBack_showsTheOlderScan) {
+    open(head() + QStringList{data("10:00:00", level(321, '0')), data("10:00:01", level(321, 'Z')),
+                              data("10:00:02", level(321, '0')),
+                              data("10:00:03", level(321, '0'))});
+    step(1);
+    const QImage second = chart().grab().toImage();
+    step(1);
+    EXPECT_NE(chart().grab().toImage(), second);
+    step(-1);
+    EXPECT_EQ(chart().grab().toImage(), second);
+}
+
+// ---- long files
+
+/// Bytes that this process has read from files so far.
+qint64 bytesRead() {
+    std::ifstream io("/proc/self/io");
+    std::string key;
+    qint64 value = 0;
+    io >> key >> value;
+    return value;
+}
+
+TEST_F(PlaybackEngineStepTest, fileOfAMillionLines_opensAtOnce) {
+    QByteArray bytes = (head() + scans(1)).join("\r\n").toLatin1() + "\r\n";
+    bytes += QByteArray("Data abcdefgh 10:00:01\r\n").repeated(1'000'000);
+    putBytes(bytes);
+    const qint64 before = bytesRead();
+    open();
+    EXPECT_GT(bytesRead(), before);
+    EXPECT_LT(bytesRead() - before, 200'000);
+    EXPECT_EQ(m_bench.playback.HistoryFileSize(), m_size);
+    step(1);
+    EXPECT_LT(bytesRead() - before, 200'000);
+}
+
+TEST_F(PlaybackEngineStepTest, millionLinesInOneStep_takeNoMemory) {
+    QByteArray bytes = (head() + scans(2)).join("\r\n").toLatin1() + "\r\n";
+    bytes += QByteArray("Comment\r\n").repeated(1'000'000) + "Data abc 10:00:02\r\n";
+    putBytes(bytes);
+    bytes.clear();
+    bytes.squeeze();
+    open();
+    step(1);
+    const std::size_t before = mallinfo2().uordblks;
+    step(1);
+    const std::size_t after = mallinfo2().uordblks;
+    EXPECT_LT(after, before + 200'000);
+    EXPECT_EQ(m_bench.place, "21/03/2005 10:00:02 / 100.00%");
+}
+
+TEST_F(PlaybackEngineStepTest, thousandsOfSteps_takeNoMemory) {
+    open(head() + scans(3000));
+    step(1, 500);
+    const std::size_t before = mallinfo2().uordblks;
+    step(1, 2000);
+    EXPECT_LT(mallinfo2().uordblks, before + 400'000);
+    EXPECT_TRUE(m_bench.place.startsWith("21/03/2005 10:41:40"));
+}
+
+} // namespace
+} // namespace veldron

@@ -1,0 +1,354 @@
+// SPDX-License-Identifier: MIT
+#include "history/Recorder.h"
+
+#include "common/UntrappedError.h"
+#include "tests/support/HistoryBench.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+#include <csignal>
+#include <functional>
+#include <sys/resource.h>
+#include <unistd.h>
+#include <utility>
+
+namespace veldron {
+namespace {
+
+const QByteArray kHead = "VELDRONv1 History file\r\n"
+                         "StartSettings 21/03/2005\r\n"
+                         "PersistenceOn False\r\n"
+                         "Persistence 5\r\n"
+                         "WaterfallOn False\r\n"
+                         "Palette 0\r\n"
+                         "Update 10\r\n"
+                         "MarkerOn False\r\n";
+const QByteArray kUnitLines = "Poll 1000\r\n"
+                              "MonitorMode 1\r\n"
+                              "Span 10000000\r\n"
+                              "Centre 145500000\r\n"
+                              "Receiver VK3700(10M)\r\n"
+                              "RXMode NFM\r\n"
+                              "RXStep 25000\r\n"
+                              "RXAtten False\r\n"
+                              "RBW 1\r\n"
+                              "Amp 0\r\n"
+                              "DataMode 1\r\n"
+                              "EndSettings \r\n";
+const QStringList kStopped = {"caption Record", "SetControlsEnabled on"};
+
+/// No file of this process grows past \a bytes while this lives: the disk is full there.
+class FullDisk {
+public:
+    explicit FullDisk(rlim_t bytes) : m_oldHandler(std::signal(SIGXFSZ, SIG_IGN)) {
+        getrlimit(RLIMIT_FSIZE, &m_old);
+        const rlimit limit{bytes, m_old.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    FullDisk(const FullDisk &) = delete;
+    FullDisk &operator=(const FullDisk &) = delete;
+    ~FullDisk() {
+        setrlimit(RLIMIT_FSIZE, &m_old);
+        std::signal(SIGXFSZ, m_oldHandler);
+    }
+
+private:
+    rlimit m_old{};
+    void (*m_oldHandler)(int);
+};
+
+class RecorderTest : public testing::Test {
+protected:
+    RecorderTest() { m_bench.dialogs.answer = path(); }
+    [[nodiscard]] QString path() const { return m_folder.filePath("scans.rec"); }
+    [[nodiscard]] QByteArray bytes() const {
+        QFile file(path());
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
+    }
+    /// What stands behind the first block.
+    [[nodiscard]] QByteArray tail() const { return bytes().mid((kHead + kUnitLines).size()); }
+    void click() { m_bench.recorder.mnuFileRecord(); }
+    void start() {
+        click();
+        m_bench.log.clear();
+    }
+    void scan(const LevelScan &levels) { m_bench.recorder.writeScan(levels); }
+    [[nodiscard]] QStringList takeLog() { return std::exchange(m_bench.log, {}); }
+    /// The recorder's file descriptor is taken away from under it.
+    void breakDescriptor() const {
+        const QDir folder("/proc/self/fd");
+        for (const QString &name : folder.entryList(QDir::Files | QDir::System)) {
+            if (QFileInfo(folder.filePath(name)).symLinkTarget() == path()) {
+                ::close(name.toInt());
+            }
+        }
+    }
+
+    QTemporaryDir m_folder;
+    HistoryBench m_bench;
+};
+
+TEST_F(RecorderTest, click_asksWithItsTexts) {
+    m_bench.dialogs.answer.reset();
+    click();
+    ASSERT_EQ(m_bench.dialogs.saveRequests.size(), 1U);
+    const FileRequest &request = m_bench.dialogs.saveRequests[0];
+    EXPECT_EQ(request.title, "Record to file");
+    EXPECT_EQ(request.filter, "VELDRON History (*.rec)");
+    EXPECT_EQ(request.folder, "the/program/folder");
+    EXPECT_EQ(request.suffix, "rec");
+}
+
+TEST_F(RecorderTest, cancelInTheDialog_changesNothing) {
+    m_bench.dialogs.answer.reset();
+    click();
+    EXPECT_TRUE(m_bench.log.isEmpty());
+    EXPECT_FALSE(m_bench.session.Recording);
+    EXPECT_EQ(bytes(), "no file");
+}
+
+TEST_F(RecorderTest, start_writesHeaderAndFullBlockAndLocksTheForm) {
+    click();
+    EXPECT_EQ(bytes(), kHead + kUnitLines);
+    EXPECT_TRUE(m_bench.session.Recording);
+    EXPECT_EQ(m_bench.log, (QStringList{"caption Stop recording", "SetControlsEnabled off"}));
+    EXPECT_EQ(m_bench.recorder.HistoryFileName(), path());
+}
+
+TEST_F(RecorderTest, existingFile_isReplaced) {
+    {
+        QFile file(path());
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(QByteArray(100000, 'x'));
+    }
+    click();
+    EXPECT_EQ(bytes(), kHead + kUnitLines);
+}
+
+TEST_F(RecorderTest, stop_closesAndUnlocksTheForm) {
+    start();
+    click();
+    EXPECT_FALSE(m_bench.session.Recording);
+    EXPECT_EQ(m_bench.log, kStopped);
+    EXPECT_EQ(m_bench.dialogs.saveRequests.size(), 1U);
+}
+
+TEST_F(RecorderTest, scanOfNBytes_givesALineOfFiveAndNAndOneAndTheTime) {
+    start();
+    LevelScan levels;
+    for (int level = 0; level < 321; ++level) {
+        levels.push_back(static_cast<std::uint8_t>(level));
+    }
+    scan(levels);
+    QByteArray expected = "Data ";
+    for (int level = 0; level < 321; ++level) {
+        expected += static_cast<char>(level);
+    }
+    expected += " 10:00:00\r\n";
+    EXPECT_EQ(tail(), expected);
+    EXPECT_EQ(expected.size(), 5 + 321 + 1 + 8 + 2);
+}
+
+TEST_F(RecorderTest, blanksAndLineBreaksInAScan_areWrittenAsTheyAre) {
+    start();
+    scan({'a', 32, 'b', 13, 'c', 10, 'd'});
+    EXPECT_EQ(tail(), "Data a b\rc\nd 10:00:00\r\n");
+}
+
+TEST_F(RecorderTest, failedTransfer_writesItsSingleZero) {
+    start();
+    scan({0});
+    EXPECT_EQ(tail(), QByteArray("Data \0 10:00:00\r\n", 17));
+}
+
+TEST_F(RecorderTest, unitThatSentNothing_writes325Zeros) {
+    start();
+    scan(LevelScan(325));
+    EXPECT_EQ(tail(), "Data " + QByteArray(325, '\0') + " 10:00:00\r\n");
+}
+
+TEST_F(RecorderTest, twoScansInOneSecond_haveTheSameTime) {
+    start();
+    scan({'a'});
+    m_bench.clock.advance(0.9);
+    scan({'b'});
+    m_bench.clock.advance(0.2);
+    scan({'c'});
+    EXPECT_EQ(tail(), "Data a 10:00:00\r\nData b 10:00:00\r\nData c 10:00:01\r\n");
+}
+
+TEST_F(RecorderTest, scan_isInTheFileAtOnce) {
+    start();
+    scan({'a'});
+    EXPECT_TRUE(bytes().endsWith("Data a 10:00:00\r\n"));
+    EXPECT_TRUE(m_bench.session.Recording);
+}
+
+TEST_F(RecorderTest, panelOne_showsNameAndSizeAfterEachScan) {
+    start();
+    scan(LevelScan(321, 'a'));
+    const auto size = static_cast<qint32>(QFileInfo(path()).size());
+    EXPECT_EQ(m_bench.recorder.HistoryFileSize(), size);
+    EXPECT_EQ(takeLog(), QStringList{"panel 1: Recording to file " + path() + "   0.6k"});
+    for (int i = 0; i < 10; ++i) {
+        scan(LevelScan(321, 'a'));
+    }
+    EXPECT_EQ(m_bench.status, "Recording to file " + path() + "   3.9k");
+}
+
+TEST_F(RecorderTest, settingsChange_addsAShortBlockBetweenTwoScans) {
+    start();
+    scan({'a'});
+    m_bench.load("RBW 4");
+    m_bench.ReadBackSettings();
+    scan({'b'});
+    QByteArray block = "StartSettings 21/03/2005\r\n" + kUnitLines;
+    block.replace("RBW 1", "RBW 4");
+    EXPECT_EQ(tail(), "Data a 10:00:00\r\n" + block + "Data b 10:00:00\r\n");
+}
+
+TEST_F(RecorderTest, readBackAfterMidnight_putsTheNewDateAheadOfTheFirstScan) {
+    m_bench.clock.setTimeOfDay(86399.5);
+    start();
+    scan({'a'});
+    m_bench.clock.advance(1.0);
+    m_bench.ReadBackSettings();
+    scan({'b'});
+    EXPECT_EQ(tail(), "Data a 23:59:59\r\nStartSettings 22/03/2005\r\n" + kUnitLines +
+                          "Data b 00:00:00\r\n");
+}
+
+TEST_F(RecorderTest, readBackWhileIdle_writesNothing) {
+    start();
+    click();
+    m_bench.recorder.writeSettings();
+    EXPECT_EQ(tail(), "");
+}
+
+TEST_F(RecorderTest, secondRecording_startsInFullFormAgain) {
+    start();
+    click();
+    click();
+    EXPECT_EQ(bytes(), kHead + kUnitLines);
+    EXPECT_TRUE(m_bench.session.Recording);
+}
+
+TEST_F(RecorderTest, pathThatCannotBeMade_isUntrapped) {
+    m_bench.dialogs.answer = m_folder.filePath("no/such/folder.rec");
+    EXPECT_THROW(click(), UntrappedError);
+    EXPECT_FALSE(m_bench.session.Recording);
+    EXPECT_TRUE(m_bench.log.isEmpty());
+}
+
+TEST_F(RecorderTest, headThatCannotBeWritten_isUntrapped) {
+    m_bench.dialogs.answer = "/dev/full";
+    EXPECT_THROW(click(), UntrappedError);
+    EXPECT_FALSE(m_bench.session.Recording);
+}
+
+TEST_F(RecorderTest, blockThatCannotBeWrittenAtTheStart_isUntrapped) {
+    const FullDisk disk(60);
+    EXPECT_THROW(click(), UntrappedError);
+    EXPECT_FALSE(m_bench.session.Recording);
+}
+
+TEST_F(RecorderTest, diskFullAtAScan_stopsAndKeepsTheScansWrittenSoFar) {
+    start();
+    scan({'a'});
+    (void)takeLog();
+    {
+        const FullDisk disk(static_cast<rlim_t>(QFileInfo(path()).size()) + 10);
+        scan(LevelScan(321, 'b'));
+    }
+    EXPECT_FALSE(m_bench.session.Recording);
+    EXPECT_EQ(takeLog(), kStopped);
+    EXPECT_EQ(tail(), "Data a 10:00:00\r\n");
+}
+
+TEST_F(RecorderTest, diskFullAtASettingsBlock_stopsTheRecording) {
+    start();
+    scan({'a'});
+    (void)takeLog();
+    {
+        const FullDisk disk(static_cast<rlim_t>(QFileInfo(path()).size()) + 40);
+        m_bench.recorder.writeSettings();
+    }
+    EXPECT_EQ(takeLog(), kStopped);
+    EXPECT_EQ(tail(), "Data a 10:00:00\r\nStartSettings 21/03/2005\r\nPoll 1000\r\n");
+}
+
+TEST_F(RecorderTest, fileRemovedUnderTheRecorder_stopsAtTheSecondOpen) {
+    start();
+    QFile::remove(path());
+    scan({'a'});
+    EXPECT_FALSE(m_bench.session.Recording);
+    EXPECT_EQ(m_bench.log, kStopped);
+}
+
+TEST_F(RecorderTest, closeErrorInAStop_skipsTheRestAndShowsNothing) {
+    start();
+    breakDescriptor();
+    click();
+    EXPECT_TRUE(m_bench.session.Recording);
+    EXPECT_TRUE(m_bench.log.isEmpty());
+    click(); // the file is closed by now
+    EXPECT_FALSE(m_bench.session.Recording);
+    EXPECT_EQ(m_bench.log, kStopped);
+}
+
+TEST_F(RecorderTest, streamClosedUnderTheRecorder_stopsAtTheNextScan) {
+    start();
+    m_bench.recorder.closeStream();
+    m_bench.recorder.closeStream();
+    EXPECT_TRUE(m_bench.session.Recording);
+    scan({'a'});
+    EXPECT_FALSE(m_bench.session.Recording);
+    EXPECT_EQ(m_bench.log, kStopped);
+    EXPECT_EQ(tail(), "");
+}
+
+/// A poll may start or stop things while the dialog is up.
+class BusyDialogs : public ScriptedFileDialogs {
+public:
+    std::function<void()> meanwhile;
+    std::optional<QString> saveFile(const FileRequest &request) override {
+        meanwhile();
+        return ScriptedFileDialogs::saveFile(request);
+    }
+};
+
+TEST_F(RecorderTest, playbackOrRecordingBegunUnderTheDialog_leavesTheFileAlone) {
+    for (bool SessionState::*flag : {&SessionState::Recording, &SessionState::InPlayback}) {
+        BusyDialogs dialogs;
+        dialogs.answer = path();
+        dialogs.meanwhile = [&] {
+            m_bench.session.*flag = true;
+        };
+        m_bench.session = SessionState();
+        Recorder recorder({m_bench.session, m_bench.stream, m_bench, dialogs, m_bench.clock,
+                           m_bench.texts, QString()});
+        recorder.mnuFileRecord();
+        EXPECT_EQ(bytes(), "no file");
+        EXPECT_TRUE(m_bench.log.isEmpty());
+    }
+}
+
+TEST(Recorder, americanTime_standsBehindTheScanWithItsBlank) {
+    const QTemporaryDir folder;
+    HistoryBench bench(QLocale(QLocale::English, QLocale::UnitedStates));
+    bench.dialogs.answer = folder.filePath("us.rec");
+    bench.recorder.mnuFileRecord();
+    bench.clock.setTimeOfDay(14.0 * 3600.0);
+    bench.recorder.writeScan({'a'});
+    QFile file(folder.filePath("us.rec"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(file.readAll().endsWith("Data a 2:00:00 PM\r\n"));
+}
+
+} // namespace
+} // namespace veldron
