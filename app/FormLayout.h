@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QRect>
+#include <QSize>
+
+namespace veldron {
+
+/// Where the form puts its strips and the chart, in pixels of its inside. Pure arithmetic.
+struct FormLayout {
+    /// What the layout is worked out from.
+    struct Input {
+        QSize inside;           ///< of the form, below the menus, status bar included
+        int picture1Bottom = 0; ///< lower edge of the strip of panels: top plus height
+        int picture2Height = 0; ///< height of the transport's strip
+        bool picture2Visible = false;
+        int statusBarHeight = 0;
+        QSize chart; ///< the chart's size before; kept where the form has no room for it
+    };
+
+    int picture2Top = 0;
+    QRect chart;
+
+    [[nodiscard]] static FormLayout of(const Input &input);
+};
+
+} // namespace veldron

@@ -1,0 +1,305 @@
+// SPDX-License-Identifier: MIT
+#include "app/PanelMediation.h"
+
+#include "chart/ctlChartSpectrum.h"
+#include "link/frmVDR.h"
+#include "panels/GeneralUtilities.h"
+#include "panels/ctlDataMode.h"
+#include "panels/ctlFrequency.h"
+#include "panels/ctlMonitorMode.h"
+#include "settings/frmCommSettings.h"
+#include "settings/frmDisplaySettings.h"
+
+namespace veldron {
+
+namespace {
+
+constexpr qint16 kChannelMode = 3;
+constexpr qint16 kNormal = 1;
+constexpr qint16 kMax = 3;
+/// How long the unit is given after its receiver was changed, in seconds.
+constexpr float kReceiverPause = 1.0F;
+
+bool hasSamples(qint16 dataMode) {
+    return dataMode == 2 || dataMode == 4;
+}
+
+} // namespace
+
+PanelMediation::PanelMediation(const Instruments &instruments, MediationHost &host, Clock &clock)
+    : m_instruments(instruments), m_host(host), m_clock(clock) {}
+
+bool PanelMediation::isChannelMode() const {
+    return m_instruments.ctlMonitorMode1.MonitorMode() == kChannelMode;
+}
+
+// ---- receiver panel
+
+void PanelMediation::ctlFrequency1_Changed(qint32 What) {
+    frmVDR &unit = m_instruments.vdr;
+    ctlFrequency &panel = m_instruments.ctlFrequency1;
+    switch (What) {
+    case 1:
+        changeFrequency();
+        break;
+    case 2:
+        changeReceiver();
+        break;
+    case 4:
+        unit.setRXStep(panel.Step());
+        panel.setStep(unit.RXStep());
+        break;
+    case 8:
+        unit.setRXMode(panel.Mode());
+        panel.setMode(unit.RXMode());
+        break;
+    case 16:
+        unit.setRXAtten(panel.Atten());
+        panel.setAtten(unit.RXAtten());
+        break;
+    default:
+        break;
+    }
+    m_host.showLinkStatus();
+}
+
+void PanelMediation::changeFrequency() {
+    if (!isChannelMode()) {
+        changeCentreFromReceiver();
+        return;
+    }
+    ctlFrequency &panel = m_instruments.ctlFrequency1;
+    m_instruments.vdr.setVDRMarkerFreq(panel.Frequency());
+    panel.setFrequency(m_instruments.vdr.VDRMarkerFreq());
+    m_instruments.ctlChartSpectrum1.setRXFreq(panel.Frequency());
+}
+
+void PanelMediation::changeCentreFromReceiver() {
+    ctlMonitorMode &monitor = m_instruments.ctlMonitorMode1;
+    ctlChartSpectrum &chart = m_instruments.ctlChartSpectrum1;
+    m_instruments.vdr.setVDRCentre(m_instruments.ctlFrequency1.Frequency());
+    monitor.setfCentre(m_instruments.vdr.VDRCentre());
+    showCentre(monitor.fCentre());
+    chart.setScanStart(monitor.fStart());
+    chart.setScanStop(monitor.fEnd());
+    chart.DrawAxes();
+}
+
+void PanelMediation::showCentre(Hertz centre) {
+    m_instruments.ctlFrequency1.setFrequency(centre);
+    m_instruments.ctlChartSpectrum1.setRXFreq(centre);
+}
+
+void PanelMediation::changeReceiver() {
+    m_instruments.vdr.setRXType(m_instruments.ctlFrequency1.RX());
+    GeneralUtilities::WaitSeconds(m_clock, kReceiverPause);
+    ReadBackSettings();
+}
+
+// ---- data panel
+
+void PanelMediation::ctlDataMode1_Changed(qint32 What) {
+    frmVDR &unit = m_instruments.vdr;
+    ctlDataMode &panel = m_instruments.ctlDataMode1;
+    switch (What) {
+    case 1:
+        unit.setVDRRBW(panel.RBW());
+        panel.setRBW(unit.VDRRBW());
+        break;
+    case 2:
+        confirmAmp();
+        break;
+    case 4:
+        confirmDataMode();
+        break;
+    case 8:
+        unit.setVDRSamples(panel.Samples());
+        panel.setSamples(unit.VDRSamples());
+        break;
+    case 16:
+        resetLevels();
+        break;
+    default:
+        break;
+    }
+    m_host.showLinkStatus();
+}
+
+void PanelMediation::confirmAmp() {
+    ctlDataMode &panel = m_instruments.ctlDataMode1;
+    ctlChartSpectrum &chart = m_instruments.ctlChartSpectrum1;
+    m_instruments.vdr.setVDRAmp(panel.Amp());
+    panel.setAmp(m_instruments.vdr.VDRAmp());
+    chart.setdBStart(static_cast<qint16>(panel.Amp() - chart.dBSpan()));
+    chart.DrawAxes();
+}
+
+void PanelMediation::confirmDataMode() {
+    m_instruments.vdr.setVDRDataMode(m_instruments.ctlDataMode1.DataMode());
+    readDataModeBack();
+}
+
+/// The order of the two writes is the unit's: Normal first, then Max, whatever mode was set.
+void PanelMediation::resetLevels() {
+    m_instruments.vdr.setVDRDataMode(kNormal);
+    m_instruments.vdr.setVDRDataMode(kMax);
+    readDataModeBack();
+}
+
+void PanelMediation::readDataModeBack() {
+    ctlDataMode &panel = m_instruments.ctlDataMode1;
+    const qint16 reported = m_instruments.vdr.VDRDataMode();
+    qint16 mode = reported; // the panel turns a mode that it doesn't know into Normal
+    panel.setDataMode(mode);
+    if (hasSamples(reported)) {
+        panel.setSamples(m_instruments.vdr.VDRSamples());
+    }
+}
+
+// ---- monitor panel
+
+void PanelMediation::ctlMonitorMode1_Changed(qint32 What) {
+    switch (What) {
+    case 0:
+        changeMonitorMode();
+        break;
+    case 1:
+        changeCentre();
+        break;
+    case 2:
+    case 3:
+        changeSpan();
+        break;
+    case 4:
+        changeChannels();
+        break;
+    default:
+        return;
+    }
+    const ctlMonitorMode &panel = m_instruments.ctlMonitorMode1;
+    ctlChartSpectrum &chart = m_instruments.ctlChartSpectrum1;
+    chart.setDataResolution(panel.fStep());
+    chart.setScanStart(panel.fStart());
+    chart.setScanStop(panel.fEnd());
+    chart.DrawAxes();
+}
+
+void PanelMediation::changeMonitorMode() {
+    frmVDR &unit = m_instruments.vdr;
+    ctlMonitorMode &panel = m_instruments.ctlMonitorMode1;
+    unit.setVDRMonitorMode(panel.MonitorMode());
+    panel.setMonitorMode(unit.VDRMonitorMode());
+    if (isChannelMode()) {
+        readChannelsIn();
+        return;
+    }
+    panel.setfSpan(Hertz::fromWhole(unit.VDRSpan()));
+    panel.setfCentre(unit.VDRCentre());
+    showCentre(panel.fCentre());
+}
+
+void PanelMediation::changeCentre() {
+    ctlMonitorMode &panel = m_instruments.ctlMonitorMode1;
+    m_instruments.vdr.setVDRCentre(panel.fCentre());
+    panel.setfCentre(m_instruments.vdr.VDRCentre());
+    showCentre(panel.fCentre());
+}
+
+/// A new step goes out as the span that the panel has made of it.
+void PanelMediation::changeSpan() {
+    ctlMonitorMode &panel = m_instruments.ctlMonitorMode1;
+    m_instruments.vdr.setVDRSpan(panel.fSpan().roundedTo32());
+    panel.setfSpan(Hertz::fromWhole(m_instruments.vdr.VDRSpan()));
+}
+
+/// In channel mode the panel's centre holds the channel step.
+void PanelMediation::changeChannels() {
+    const ctlMonitorMode &panel = m_instruments.ctlMonitorMode1;
+    m_instruments.vdr.setVDRChData({panel.fStart(), panel.fCentre(), panel.fEnd()});
+    readChannelsIn();
+}
+
+/// The marker is asked for twice: once for the panel, once for the chart.
+void PanelMediation::readChannelsIn() {
+    showChannels();
+    m_instruments.ctlFrequency1.setFrequency(m_instruments.vdr.VDRMarkerFreq());
+    m_instruments.ctlChartSpectrum1.setRXFreq(m_instruments.vdr.VDRMarkerFreq());
+}
+
+void PanelMediation::showChannels() {
+    ctlMonitorMode &panel = m_instruments.ctlMonitorMode1;
+    const ChannelData channels = m_instruments.vdr.VDRChData();
+    panel.setfStart(channels[0]);
+    panel.setfCentre(channels[1]);
+    panel.setfEnd(channels[2]);
+    panel.setfSpan(channels[2] - channels[0]);
+    panel.setfStep(channels[1]);
+}
+
+// ---- chart
+
+void PanelMediation::ctlChartSpectrum1_Changed() {
+    frmVDR &unit = m_instruments.vdr;
+    const Hertz marker = m_instruments.ctlChartSpectrum1.MarkerFreq();
+    if (isChannelMode()) {
+        unit.setVDRMarkerFreq(marker);
+        m_instruments.ctlFrequency1.setFrequency(unit.VDRMarkerFreq());
+    } else {
+        unit.setVDRCentre(marker);
+    }
+    ReadBackSettings();
+}
+
+// ---- reading everything back
+
+void PanelMediation::ReadBackSettings() {
+    frmVDR &unit = m_instruments.vdr;
+    ctlFrequency &receiver = m_instruments.ctlFrequency1;
+    ctlDataMode &data = m_instruments.ctlDataMode1;
+    receiver.setRX(unit.RXType());
+    receiver.setStep(unit.RXStep());
+    receiver.setAtten(unit.RXAtten());
+    receiver.setMode(unit.RXMode());
+    data.setAmp(unit.VDRAmp());
+    qint16 dataMode = unit.VDRDataMode();
+    data.setDataMode(dataMode);
+    data.setRBW(unit.VDRRBW());
+    data.setSamples(unit.VDRSamples());
+    m_instruments.ctlMonitorMode1.setMonitorMode(unit.VDRMonitorMode());
+    readBackFrequencies();
+    UpdateChartSettings();
+    m_host.startPollTimer(m_instruments.commSettings.Poll());
+    m_host.recordSettings();
+}
+
+void PanelMediation::readBackFrequencies() {
+    frmVDR &unit = m_instruments.vdr;
+    ctlMonitorMode &panel = m_instruments.ctlMonitorMode1;
+    if (isChannelMode()) {
+        showChannels();
+        m_instruments.ctlFrequency1.setFrequency(unit.VDRMarkerFreq());
+        return;
+    }
+    panel.setfSpan(Hertz::fromWhole(unit.VDRSpan()));
+    panel.setfCentre(unit.VDRCentre());
+    m_instruments.ctlFrequency1.setFrequency(panel.fCentre());
+}
+
+void PanelMediation::UpdateChartSettings() {
+    const ctlMonitorMode &panel = m_instruments.ctlMonitorMode1;
+    const frmDisplaySettings &display = m_instruments.displaySettings;
+    ctlChartSpectrum &chart = m_instruments.ctlChartSpectrum1;
+    chart.setDataResolution(panel.fStep());
+    chart.setScanStart(panel.fStart());
+    chart.setScanStop(panel.fEnd());
+    chart.setRXFreq(isChannelMode() ? m_instruments.ctlFrequency1.Frequency() : panel.fCentre());
+    chart.setPalette(display.PaletteIndex());
+    chart.setTimespan(display.Persistence());
+    chart.setUpdate(display.Update());
+    chart.setMarkerEn(display.MarkerEnable());
+    chart.setPeak(display.PersistenceEnable());
+    chart.setDisplayType(display.WaterfallEnable() ? 1 : 0);
+    chart.DrawAxes();
+}
+
+} // namespace veldron

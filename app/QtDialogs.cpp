@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: MIT
+#include "app/QtDialogs.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+
+namespace veldron {
+
+namespace {
+
+/// A save dialog that stays up for a name that may not be written.
+class SaveDialog : public QFileDialog {
+public:
+    using QFileDialog::QFileDialog;
+
+    void accept() override {
+        const QStringList files = selectedFiles();
+        const QString refusal = files.isEmpty() ? QString() : refusalToWrite(files.first());
+        if (!refusal.isEmpty()) {
+            QMessageBox::warning(this, windowTitle(), refusal);
+            return;
+        }
+        QFileDialog::accept();
+    }
+};
+
+void setUp(QFileDialog &dialog, const FileRequest &request) {
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.setWindowTitle(request.title);
+    dialog.setDirectory(request.folder);
+    dialog.setNameFilter(request.filter);
+    dialog.setDefaultSuffix(request.suffix);
+}
+
+std::optional<QString> run(QFileDialog &dialog) {
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
+        return std::nullopt;
+    }
+    return dialog.selectedFiles().first();
+}
+
+} // namespace
+
+QString refusalToWrite(const QString &path) {
+    const QFileInfo file(path);
+    if (file.isDir()) {
+        return {}; // the dialog itself goes into the folder
+    }
+    if (file.exists() && !file.isWritable()) {
+        return QStringLiteral("The file \"%1\" is read-only. Please choose another name.")
+            .arg(file.fileName());
+    }
+    const QFileInfo folder(file.path());
+    if (!folder.isDir()) {
+        return QStringLiteral("There is no folder \"%1\".").arg(folder.filePath());
+    }
+    if (!folder.isWritable()) {
+        return QStringLiteral("You may not write to the folder \"%1\". Please choose another one.")
+            .arg(folder.filePath());
+    }
+    return {};
+}
+
+QWidget *QtDialogs::owner() const {
+    QWidget *active = QApplication::activeModalWidget();
+    if (active != nullptr) {
+        return active;
+    }
+    return m_window != nullptr && m_window->isVisible() ? m_window.data() : nullptr;
+}
+
+std::optional<QString> QtDialogs::openFile(const FileRequest &request) {
+    QFileDialog dialog(owner());
+    setUp(dialog, request);
+    dialog.setAcceptMode(QFileDialog::AcceptOpen);
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    return run(dialog);
+}
+
+std::optional<QString> QtDialogs::saveFile(const FileRequest &request) {
+    SaveDialog dialog(owner());
+    setUp(dialog, request);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    return run(dialog);
+}
+
+void QtDialogs::showMessage(const QString &title, const QString &text) {
+    QMessageBox box(QMessageBox::NoIcon, title, text, QMessageBox::Ok, owner());
+    box.exec();
+}
+
+bool QtDialogs::askOkOrCancel(const QString &title, const QString &text) {
+    QMessageBox box(QMessageBox::Warning, title, text, QMessageBox::Ok | QMessageBox::Cancel,
+                    owner());
+    box.setDefaultButton(QMessageBox::Cancel);
+    return box.exec() == QMessageBox::Ok;
+}
+
+void QtDialogs::showError(const QString &text) {
+    QMessageBox box(QMessageBox::Critical, QStringLiteral("VELDRON"), text, QMessageBox::Ok,
+                    owner());
+    box.exec();
+}
+
+} // namespace veldron

@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QStatusBar>
+
+#include "app/PollLoop.h"
+#include "common/Clock.h"
+
+#include <QString>
+#include <QTimer>
+
+class QLabel;
+
+namespace veldron {
+
+class ActivityPicture;
+class ElidedLabel;
+
+/// The form's status bar: panel 1 is the status text and takes the spare width; panel 2 the clock,
+/// or a text during playback; panel 3 the activity picture, or a text. Panels 2 and 3 come with
+/// addPanels.
+class StatusPanels : public QStatusBar {
+    Q_OBJECT
+
+public:
+    /// \a clock outlives the bar.
+    explicit StatusPanels(Clock &clock, QWidget *parent = nullptr);
+
+    void addPanels();
+    void setStatusText(const QString &text);
+    [[nodiscard]] QString statusText() const;
+    /// Shows \a image at once, without turning the event loop.
+    void showActivity(ActivityImage image);
+    /// Panels 2 and 3 as texts.
+    void showTexts(const QString &second, const QString &third);
+    /// The clock on panel 2 and the blank picture on panel 3.
+    void showClockAndActivity();
+    /// What panel 2 shows.
+    [[nodiscard]] QString secondText() const;
+    /// The text on panel 3, empty while it shows a picture.
+    [[nodiscard]] QString thirdText() const;
+    [[nodiscard]] ActivityImage activity() const;
+
+private:
+    void renewClock();
+
+    Clock &m_clock;
+    ElidedLabel *m_panel1 = nullptr;
+    QLabel *m_panel2 = nullptr;
+    QLabel *m_panel3Text = nullptr;
+    ActivityPicture *m_panel3 = nullptr;
+    QTimer m_clockTimer{this};
+    bool m_showsClock = true;
+};
+
+} // namespace veldron

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#include <QApplication>
+
+#include "app/QtDialogs.h"
+#include "app/SignalWatcher.h"
+#include "app/SystemClock.h"
+#include "app/frmDisplay.h"
+#include "common/DateTimeText.h"
+#include "common/ProgramFolder.h"
+#include "link/PortMap.h"
+#include "link/QtSerialControl.h"
+
+#include <QLocale>
+#include <QSessionManager>
+
+int main(int argc, char **argv) {
+    using namespace veldron;
+    const QApplication application(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("VELDRON"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(VELDRON_VERSION));
+    const QString folder = ProgramFolder::path();
+    SystemClock clock;
+    const DateTimeText texts{QLocale::system()};
+    QtSerialControl control(PortMap::choose(folder, QtSerialControl::systemDevices));
+    QtDialogs dialogs;
+    frmDisplay form(
+        {control, clock, dialogs, texts, folder, QCoreApplication::applicationVersion()});
+    dialogs.setWindow(&form);
+    const SignalWatcher signalWatcher;
+    QObject::connect(&signalWatcher, &SignalWatcher::endRequested, &form,
+                     &frmDisplay::endWithoutQuestion);
+    QObject::connect(&application, &QGuiApplication::commitDataRequest, &form,
+                     &frmDisplay::expectSessionEnd);
+    form.load();
+    if (form.hasEnded()) {
+        return form.hasFailed() ? 1 : 0;
+    }
+    return QApplication::exec();
+}

@@ -1,0 +1,153 @@
+// SPDX-License-Identifier: MIT
+#include "tests/app/FormFixture.h"
+
+namespace veldron {
+namespace {
+
+class FrmDisplayEndTest : public FormFixture {
+protected:
+    void startRecording() {
+        startUp();
+        m_dialogs.pickFile(path("a.rec"));
+        pick("mnuFileRecord");
+        ASSERT_TRUE(m_form->Recording());
+    }
+    [[nodiscard]] QStringList questions() const { return m_dialogs.log().filter("question"); }
+    void expectEnded() {
+        EXPECT_TRUE(m_form->hasEnded());
+        EXPECT_FALSE(m_form->isVisible());
+        EXPECT_FALSE(isPolling());
+        EXPECT_FALSE(m_control.PortOpen());
+        EXPECT_TRUE(readFile("VELDRON.set").startsWith("VELDRONv1 Settings\r\n"));
+    }
+};
+
+TEST_F(FrmDisplayEndTest, closeBoxWithoutRecording_savesTheDefaultsAndClosesThePort) {
+    startUp();
+    EXPECT_TRUE(m_form->close());
+    expectEnded();
+    EXPECT_EQ(questions(), QStringList());
+    EXPECT_EQ(sent(), QStringList());
+}
+
+TEST_F(FrmDisplayEndTest, exitEntry_endsTheProgramWithCode0) {
+    startUp();
+    EXPECT_EQ(runUntilEnd([this] { pick("mnuFileExit"); }), 0);
+    expectEnded();
+}
+
+TEST_F(FrmDisplayEndTest, closeWhileRecordingAnsweredCancel_changesNothing) {
+    startRecording();
+    m_dialogs.answerOk(false);
+    EXPECT_FALSE(m_form->close());
+    EXPECT_TRUE(m_form->isVisible());
+    EXPECT_TRUE(m_form->Recording());
+    EXPECT_TRUE(isPolling());
+    const qsizetype before = readFile("a.rec").size();
+    poll();
+    EXPECT_GT(readFile("a.rec").size(), before);
+    EXPECT_EQ(readFile("VELDRON.set"), QByteArray());
+}
+
+TEST_F(FrmDisplayEndTest, closeWhileRecording_asksInTheseWords) {
+    startRecording();
+    m_form->close();
+    EXPECT_EQ(m_dialogs.titles().last(), "Exit VELDRON?");
+    EXPECT_EQ(m_dialogs.texts().last(),
+              "You are still recording.\r\n Do you want to stop recording and exit?");
+}
+
+TEST_F(FrmDisplayEndTest, closeWhileRecordingAnsweredOk_closesFileAndPortAndSaves) {
+    startRecording();
+    poll();
+    m_dialogs.answerOk(true);
+    EXPECT_TRUE(m_form->close());
+    expectEnded();
+    EXPECT_TRUE(readFile("a.rec").contains("\r\nData "));
+    // The defaults of such an exit leave the display settings of the next start alone.
+    EXPECT_FALSE(readFile("VELDRON.set").contains("Palette "));
+}
+
+TEST_F(FrmDisplayEndTest, pollsGoOnUnderTheQuestion) {
+    startRecording();
+    forgetSent();
+    m_dialogs.setWhileUp([this] { poll(); });
+    m_form->close();
+    EXPECT_EQ(sent(), (QStringList{"RIFD", "RURX"}));
+}
+
+TEST_F(FrmDisplayEndTest, sessionEndWhileRecording_asksNothing) {
+    startRecording();
+    m_form->expectSessionEnd();
+    EXPECT_TRUE(m_form->close());
+    EXPECT_EQ(questions(), QStringList());
+    expectEnded();
+}
+
+TEST_F(FrmDisplayEndTest, systemAsksForTheEndWhileRecording_endsOrderlyWithCode0) {
+    startRecording();
+    EXPECT_EQ(runUntilEnd([this] { m_form->endWithoutQuestion(); }), 0);
+    EXPECT_EQ(questions(), QStringList());
+    EXPECT_FALSE(m_control.PortOpen());
+    EXPECT_FALSE(readFile("VELDRON.set").isEmpty());
+}
+
+TEST_F(FrmDisplayEndTest, systemAsksForTheEndUnderTheQuestion_ends) {
+    startRecording();
+    m_dialogs.setWhileUp([this] { m_form->endWithoutQuestion(); });
+    EXPECT_EQ(runUntilEnd([this] { m_form->close(); }), 0);
+    EXPECT_TRUE(m_form->hasEnded());
+    EXPECT_FALSE(m_control.PortOpen());
+}
+
+TEST_F(FrmDisplayEndTest, systemAsksForTheEndUnderADialog_endsWithoutApplyingIt) {
+    startUp();
+    const int code = runUntilEnd([this] {
+        pickDialog("mnuSettingsDisplay", [this](QDialog &dialog) {
+            pickRow(dialog, "cboPalette", 5);
+            m_form->endWithoutQuestion();
+        });
+    });
+    EXPECT_EQ(code, 0);
+    EXPECT_EQ(chart().Palette(), 3);
+    EXPECT_FALSE(isPolling());
+}
+
+TEST_F(FrmDisplayEndTest, bothDialogs_areClosed) {
+    startUp();
+    commSettings().show();
+    displaySettings().show();
+    m_form->close();
+    EXPECT_FALSE(commSettings().isVisible());
+    EXPECT_FALSE(displaySettings().isVisible());
+}
+
+TEST_F(FrmDisplayEndTest, defaultsOfARunWithoutTheUnit_areSaved) {
+    setPorts({}, 0);
+    startUp();
+    m_form->close();
+    EXPECT_TRUE(readFile("VELDRON.set").contains("Palette 3\r\n"));
+}
+
+TEST_F(FrmDisplayEndTest, folderThatCanNotBeWritten_failsNoExit) {
+    startUp();
+    ASSERT_TRUE(m_folder.remove());
+    EXPECT_TRUE(m_form->close());
+    EXPECT_FALSE(m_form->hasFailed());
+    EXPECT_FALSE(m_control.PortOpen());
+}
+
+TEST_F(FrmDisplayEndTest, recordingStoppedByAnErrorUnderTheQuestion_andCancel_goesOnWithout) {
+    startRecording();
+    m_dialogs.setWhileUp([this] {
+        QFile::remove(path("a.rec"));
+        poll();
+    });
+    EXPECT_FALSE(m_form->close());
+    EXPECT_FALSE(m_form->Recording());
+    EXPECT_TRUE(isPolling());
+    EXPECT_EQ(entry("mnuFileRecord").text(), "Record");
+}
+
+} // namespace
+} // namespace veldron

@@ -1,0 +1,244 @@
+// SPDX-License-Identifier: MIT
+#include "tests/app/FormFixture.h"
+
+#include "app/frmSplash.h"
+
+namespace veldron {
+namespace {
+
+class FrmDisplayStartTest : public FormFixture {
+protected:
+    [[nodiscard]] QStringList portRows() const {
+        const auto *list = commSettings().findChild<QComboBox *>("cboComPort");
+        QStringList rows;
+        for (int row = 0; row < list->count(); ++row) {
+            rows.append(list->itemText(row));
+        }
+        return rows;
+    }
+    [[nodiscard]] int portRow() const {
+        return commSettings().findChild<QComboBox *>("cboComPort")->currentIndex();
+    }
+    [[nodiscard]] static bool splashIsUp() {
+        for (const QWidget *window : QApplication::topLevelWidgets()) {
+            if (qobject_cast<const frmSplash *>(window) != nullptr && window->isVisible()) {
+                return true;
+            }
+        }
+        return false;
+    }
+    [[nodiscard]] static bool hourglass() {
+        const QCursor *cursor = QGuiApplication::overrideCursor();
+        return cursor != nullptr && cursor->shape() == Qt::WaitCursor;
+    }
+};
+
+TEST_F(FrmDisplayStartTest, unitOnTheOnlyPort_isFoundConnectedAndReadBack) {
+    start();
+    EXPECT_EQ(sent(), (QStringList{"RIVE", "RIVE"}) + readBack());
+    EXPECT_TRUE(m_form->isVisible());
+    EXPECT_TRUE(isPolling());
+    EXPECT_EQ(pollTimer()->interval(), 1000);
+    EXPECT_EQ(status(), "VELDRON connected on COM 3");
+    EXPECT_EQ(activity(), ActivityImage::Blank);
+}
+
+TEST_F(FrmDisplayStartTest, line_isSetUpBeforeTheFirstPortIsTried) {
+    start();
+    const QStringList writes = m_control.writes();
+    EXPECT_LT(writes.indexOf("Handshaking=2"), writes.indexOf("Settings=9600,n,8,2"));
+    EXPECT_LT(writes.indexOf("Settings=9600,n,8,2"), writes.indexOf("CommPort=1"));
+}
+
+TEST_F(FrmDisplayStartTest, unitOnTheThirdPort_selectsRow3) {
+    setPorts({2, 5, 9, 11}, 9);
+    start();
+    EXPECT_EQ(portRows(), (QStringList{"None", "COM 2", "COM 5", "COM 9", "COM 11"}));
+    EXPECT_EQ(portRow(), 3);
+    EXPECT_EQ(m_control.CommPort(), 9);
+    EXPECT_EQ(sent(), (QStringList{"RIVE", "RIVE", "RIVE", "RIVE"}) + readBack());
+    EXPECT_EQ(status(), "VELDRON connected on COM 9");
+}
+
+TEST_F(FrmDisplayStartTest, noPorts_comesUpWithNoneAndNeverPolls) {
+    setPorts({}, 0);
+    start();
+    EXPECT_EQ(portRows(), QStringList{"None"});
+    EXPECT_EQ(portRow(), 0);
+    EXPECT_TRUE(m_form->isVisible());
+    EXPECT_FALSE(isPolling());
+    EXPECT_EQ(status(), "No serial port selected");
+    EXPECT_EQ(sent(), QStringList());
+    EXPECT_EQ(activity(), ActivityImage::Blank);
+}
+
+TEST_F(FrmDisplayStartTest, silentPorts_costASecondEachAndLeaveThePollOff) {
+    setPorts({1, 2}, 0);
+    start();
+    EXPECT_EQ(sent(), (QStringList{"RIVE", "RIVE"}));
+    EXPECT_NEAR(m_clock.seconds(), 36002.2, 0.05);
+    EXPECT_FALSE(isPolling());
+    EXPECT_FALSE(m_control.PortOpen());
+    EXPECT_EQ(status(), "No serial port selected");
+}
+
+TEST_F(FrmDisplayStartTest, unitOnABusyPort_isListedButNotChosen) {
+    m_control.failOpen(3, SerialErrorCode::kPortInUse);
+    start();
+    EXPECT_EQ(portRows(), (QStringList{"None", "COM 3"}));
+    EXPECT_EQ(portRow(), 0);
+    EXPECT_FALSE(isPolling());
+    EXPECT_EQ(m_dialogs.log(), QStringList());
+}
+
+TEST_F(FrmDisplayStartTest, deviceThatIsNotTheUnit_isNotChosen) {
+    m_control.setVersion("Other 2.0");
+    start();
+    EXPECT_EQ(sent(), QStringList{"RIVE"});
+    EXPECT_FALSE(isPolling());
+}
+
+TEST_F(FrmDisplayStartTest, defaults_areThoseOfAFirstRun) {
+    setPorts({}, 0);
+    start();
+    EXPECT_EQ(commSettings().Poll(), 1000);
+    EXPECT_EQ(displaySettings().Update(), 1);
+    EXPECT_EQ(displaySettings().Persistence(), 5);
+    EXPECT_EQ(displaySettings().PaletteIndex(), 3);
+    EXPECT_TRUE(displaySettings().MarkerEnable());
+    EXPECT_FALSE(displaySettings().PersistenceEnable());
+    EXPECT_FALSE(displaySettings().WaterfallEnable());
+    EXPECT_EQ(chart().Palette(), 3);
+    EXPECT_EQ(chart().Timespan(), 5);
+    EXPECT_EQ(chart().Update(), 1);
+    EXPECT_TRUE(chart().MarkerEn());
+    EXPECT_EQ(pollTimer()->interval(), 500);
+}
+
+TEST_F(FrmDisplayStartTest, beforeTheStart_panel1ReadsTheDesignsText) {
+    make();
+    EXPECT_EQ(status(), "Finding Serial Ports");
+    EXPECT_FALSE(isPolling());
+    EXPECT_EQ(pollTimer()->interval(), 250);
+}
+
+TEST_F(FrmDisplayStartTest, search_runsUnderSplashAndHourglassWithOnePanel) {
+    QStringList seen;
+    m_control.setCommandHook([&](const QString &) {
+        if (seen.isEmpty()) {
+            seen = {status(), splashIsUp() ? "splash" : "none", hourglass() ? "busy" : "idle",
+                    statusBar().secondText(), m_form->isVisible() ? "form" : "no form"};
+        }
+    });
+    start();
+    EXPECT_EQ(seen, (QStringList{"Finding serial ports", "splash", "busy", "", "no form"}));
+}
+
+TEST_F(FrmDisplayStartTest, connection_comesAfterTheHourglass) {
+    QStringList seen;
+    m_control.setCommandHook([&](const QString &) { seen.append(hourglass() ? "busy" : "idle"); });
+    start();
+    EXPECT_EQ(seen.mid(0, 3), (QStringList{"busy", "idle", "idle"}));
+}
+
+TEST_F(FrmDisplayStartTest, endOfTheStart_leavesNoSplashAndAnOrdinaryPointer) {
+    start();
+    EXPECT_FALSE(splashIsUp());
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+    EXPECT_FALSE(statusBar().secondText().isEmpty());
+    EXPECT_FALSE(child<QWidget>("Picture2").isVisible());
+    EXPECT_EQ(m_form->focusWidget(), receiver().findChild<QWidget *>("Picture1"));
+}
+
+TEST_F(FrmDisplayStartTest, defaultFile_isSentAndThenReadBack) {
+    writeFile("VELDRON.set", "VELDRONv1 Settings\r\nStartSettings 01.01.2026\r\nPalette 5\r\n"
+                             "PersistenceOn True\r\nSpan 5000000\r\nRBW 3\r\nEndSettings \r\n");
+    start();
+    EXPECT_EQ(sent(), (QStringList{"RIVE", "RIVE", "WSSP5", "WSBW3"}) + readBack() + readBack());
+    EXPECT_EQ(data().RBW(), 3);
+    EXPECT_EQ(monitor().fSpan(), megahertz(5));
+    EXPECT_EQ(chart().Palette(), 5);
+    EXPECT_TRUE(chart().Peak());
+    EXPECT_EQ(status(), "VELDRON connected on COM 3");
+}
+
+TEST_F(FrmDisplayStartTest, defaultFileWithoutTheUnit_isNotRead) {
+    setPorts({}, 0);
+    writeFile("VELDRON.set", "VELDRONv1 Settings\r\nPalette 5\r\nEndSettings \r\n");
+    start();
+    EXPECT_EQ(chart().Palette(), 3);
+}
+
+TEST_F(FrmDisplayStartTest, brokenDefaultFile_keepsTheLinesBeforeAndIsReadBackAnyway) {
+    writeFile("VELDRON.set", "VELDRONv1 Settings\r\nRBW 3\r\nCentre nonsense\r\nAmp -10\r\n");
+    start();
+    const QStringList commands = sent();
+    EXPECT_EQ(commands.mid(0, 3), (QStringList{"RIVE", "RIVE", "WSBW3"}));
+    EXPECT_EQ(commands.mid(commands.size() - readBack().size()), readBack());
+    EXPECT_FALSE(commands.contains("WSGN-10"));
+    EXPECT_FALSE(m_form->hasFailed());
+    EXPECT_TRUE(m_form->isVisible());
+    EXPECT_EQ(m_dialogs.log(), QStringList());
+}
+
+TEST_F(FrmDisplayStartTest, secondStart_restoresWhatTheFirstRunEndedWith) {
+    startUp();
+    monitor().setfCentre(megahertz(433));
+    raise(monitor(), 1);
+    displaySettings().setPaletteIndex(1);
+    m_form->close();
+    resetUnit();
+    startUp();
+    EXPECT_EQ(monitor().fCentre(), megahertz(433));
+    EXPECT_EQ(unitHolds("SCF"), "433");
+    EXPECT_EQ(chart().Palette(), 1);
+}
+
+TEST_F(FrmDisplayStartTest, secondStart_sendsTheSettingsInTheFilesOrder) {
+    startUp();
+    m_form->close();
+    start();
+    EXPECT_EQ(sent(), (QStringList{"RIVE", "RIVE", "WUOM1", "WSSP10", "WSCF100", "WURX7", "WUMD1",
+                                   "WUST25", "WUAT2", "WSBW2", "WSGN-20", "WSDM1"}) +
+                          readBack() + readBack());
+}
+
+TEST_F(FrmDisplayStartTest, firstTick_comesAfterTheFormIsShown) {
+    bool early = false;
+    m_control.setCommandHook([&](const QString &command) { early |= command == "RIFD"; });
+    start();
+    EXPECT_FALSE(early);
+    poll();
+    EXPECT_TRUE(early);
+}
+
+TEST_F(FrmDisplayStartTest, keyOnTheSplash_closesItEarlyWithoutHarm) {
+    m_control.setCommandHook([](const QString &) {
+        for (QWidget *window : QApplication::topLevelWidgets()) {
+            if (qobject_cast<frmSplash *>(window) != nullptr) {
+                window->close();
+            }
+        }
+    });
+    start();
+    EXPECT_TRUE(m_form->isVisible());
+    EXPECT_TRUE(isPolling());
+    constexpr int kStillRunning = 7;
+    EXPECT_EQ(
+        runUntilEnd([] { QTimer::singleShot(20, [] { QCoreApplication::exit(kStillRunning); }); }),
+        kStillRunning);
+}
+
+TEST_F(FrmDisplayStartTest, endAskedForWhileTheSplashComesUp_startsNothing) {
+    make();
+    runUntilEnd([this] {
+        QTimer::singleShot(0, m_form.get(), [this] { m_form->endWithoutQuestion(); });
+        m_form->load();
+    });
+    EXPECT_TRUE(m_form->hasEnded());
+    EXPECT_FALSE(m_form->isVisible());
+    EXPECT_EQ(m_control.writes(), QStringList());
+}
+
+} // namespace
+} // namespace veldron

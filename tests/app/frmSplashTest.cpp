@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: MIT
+#include "app/frmSplash.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QFrame>
+#include <QImage>
+#include <QLabel>
+#include <QTest>
+
+namespace veldron {
+namespace {
+
+class FrmSplashTest : public testing::Test {
+protected:
+    FrmSplashTest() { m_splash.show(); }
+    QLabel *label(const char *name) { return m_splash.findChild<QLabel *>(QLatin1String(name)); }
+    QFrame *frame() { return m_splash.findChild<QFrame *>("Frame1"); }
+
+    QWidget m_owner;
+    frmSplash m_splash{"1.0.0", &m_owner};
+};
+
+TEST_F(FrmSplashTest, labels_tellProductAndVersion) {
+    EXPECT_EQ(label("Label4")->text(), "PC control for");
+    EXPECT_EQ(label("lblProductName")->text(), "VELDRON");
+    EXPECT_EQ(label("Label2")->text(), "Panoramic spectrum unit");
+    EXPECT_EQ(label("lblVersion")->text(), "Version 1.0.0");
+}
+
+TEST_F(FrmSplashTest, description_isTheAddressInLines) {
+    EXPECT_EQ(label("lblDescription")->text(), makerAddress("\n"));
+    EXPECT_GE(makerAddress("\r").count('\r'), 1);
+    EXPECT_TRUE(makerAddress("\r").startsWith("VELDRON project\r"));
+}
+
+TEST_F(FrmSplashTest, labels_areInArial) {
+    for (const char *name :
+         {"Label4", "lblProductName", "Label2", "lblVersion", "lblDescription"}) {
+        EXPECT_EQ(label(name)->font().family(), "Arial") << name;
+    }
+}
+
+TEST_F(FrmSplashTest, controls_standInTheFrame) {
+    for (const char *name :
+         {"Image1", "Label4", "lblProductName", "Label2", "lblVersion", "lblDescription"}) {
+        EXPECT_EQ(label(name)->parentWidget(), frame()) << name;
+    }
+}
+
+TEST_F(FrmSplashTest, builtInPicture_hasSixteenColoursAndItsSize) {
+    const QImage picture(":/veldron/splash.png");
+    EXPECT_EQ(picture.size(), QSize(2146, 972));
+    EXPECT_EQ(picture.format(), QImage::Format_Indexed8);
+    EXPECT_EQ(picture.colorCount(), 16);
+}
+
+TEST_F(FrmSplashTest, image_showsTheWholePictureScaled) {
+    EXPECT_EQ(label("Image1")->size(), QSize(536, 243));
+    const QImage shown = label("Image1")->pixmap(Qt::ReturnByValue).toImage();
+    ASSERT_FALSE(shown.isNull());
+    const QImage whole = QImage(":/veldron/splash.png")
+                             .convertToFormat(QImage::Format_RGB32)
+                             .scaled(shown.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    for (const QPoint place : {QPoint(3, 200), QPoint(268, 120), QPoint(530, 200)}) {
+        EXPECT_EQ(shown.pixel(place), whole.pixel(place));
+    }
+}
+
+TEST_F(FrmSplashTest, owner_isTheParentAndTheFormIsAWindow) {
+    EXPECT_EQ(m_splash.parentWidget(), &m_owner);
+    EXPECT_TRUE(m_splash.isWindow());
+    EXPECT_FALSE(m_splash.isModal());
+}
+
+TEST_F(FrmSplashTest, keyPress_closesIt) {
+    QTest::keyClick(&m_splash, Qt::Key_A);
+    EXPECT_FALSE(m_splash.isVisible());
+}
+
+TEST_F(FrmSplashTest, clickOnTheFrame_closesIt) {
+    QTest::mouseClick(frame(), Qt::LeftButton, Qt::NoModifier, QPoint(4, 4));
+    EXPECT_FALSE(m_splash.isVisible());
+}
+
+TEST_F(FrmSplashTest, clickOnThePicture_closesIt) {
+    QTest::mouseClick(label("Image1"), Qt::LeftButton);
+    EXPECT_FALSE(m_splash.isVisible());
+}
+
+TEST_F(FrmSplashTest, otherMouseButton_leavesIt) {
+    QTest::mouseClick(frame(), Qt::RightButton, Qt::NoModifier, QPoint(4, 4));
+    EXPECT_TRUE(m_splash.isVisible());
+}
+
+TEST_F(FrmSplashTest, closedEarly_canBeHiddenAndDoesNotEndTheProgram) {
+    bool quit = false;
+    QObject::connect(qApp, &QApplication::lastWindowClosed, &m_splash, [&] { quit = true; });
+    QTest::keyClick(&m_splash, Qt::Key_Escape);
+    QApplication::processEvents();
+    m_splash.hide();
+    EXPECT_FALSE(m_splash.isVisible());
+    EXPECT_FALSE(quit);
+}
+
+} // namespace
+} // namespace veldron
