@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QByteArray>
+#include <QImage>
+#include <QRect>
+
+#include <vector>
+
+namespace veldron {
+
+/// The chart's picture on the screen, read back: how high the trace stands in each column.
+///
+/// Works out the places by itself, from what a user can know: the margins of 40, 10, 15 and 30
+/// pixels, a scale of 60 dB from -90 dB, 321 levels over the plot.
+class ChartPicture {
+public:
+    /// \a place is where the picture is on the screen, \a waterfall whether the plot has only the
+    /// upper half of it.
+    ChartPicture(const QImage &screen, QRect place, bool waterfall = false);
+
+    [[nodiscard]] int plotWidth() const { return m_plot.width(); }
+    /// Height of the trace in each column of the plot, in pixels; -1 where a marker's line hides
+    /// it.
+    [[nodiscard]] std::vector<int> traceHeights() const;
+    /// Columns in which the trace doesn't stand as \a scan asks for, with \a cells steps across.
+    [[nodiscard]] int wrongColumns(const QByteArray &scan, int cells = 320) const;
+    /// True if every pixel of the plot above the trace and below the marker's read-out is black.
+    [[nodiscard]] bool isBlackAboveTrace() const;
+    /// Height of the trace at a place from 0 to 1 across the plot: the highest of a few columns.
+    [[nodiscard]] int heightAt(double share) const;
+    /// Number of different colours in the waterfall, one row of pixels in four.
+    [[nodiscard]] int waterfallColours() const;
+    /// Height that a raw level has, in pixels.
+    [[nodiscard]] int heightOf(int level) const;
+
+    [[nodiscard]] const QImage &image() const { return m_image; }
+
+private:
+    QImage m_image;
+    QRect m_plot; ///< from the column beside the axis to the last, from the top to the axis
+};
+
+} // namespace veldron

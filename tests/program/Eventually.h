@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QThread>
+
+#include <chrono>
+
+namespace veldron {
+
+/// Waits until \a holds gives true, for \a limit at most; what it gave last.
+template <typename Condition>
+[[nodiscard]] bool eventually(std::chrono::milliseconds limit, Condition holds) {
+    constexpr unsigned long kPause = 20;
+    QElapsedTimer since;
+    since.start();
+    while (!holds()) {
+        if (since.hasExpired(limit.count())) {
+            return false;
+        }
+        QCoreApplication::processEvents();
+        QThread::msleep(kPause);
+    }
+    return true;
+}
+
+} // namespace veldron

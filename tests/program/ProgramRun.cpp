@@ -1,0 +1,291 @@
+// SPDX-License-Identifier: MIT
+#include "tests/program/ProgramRun.h"
+
+#include <QDir>
+#include <QFile>
+
+#include "tests/program/Desk.h"
+#include "tests/program/Eventually.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+namespace veldron {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+const QString kTitle = QStringLiteral("VELDRON");
+const QString kProgram = QStringLiteral("veldron");
+const QString kSimulator = QStringLiteral("veldron-simulator");
+
+/// Puts an executable into the folder, without a copy where the file system allows that.
+void stage(const char *from, const QString &to) {
+    if (::link(from, QFile::encodeName(to).constData()) != 0) {
+        ASSERT_TRUE(QFile::copy(QFile::decodeName(from), to)) << from;
+    }
+}
+
+bool isControl(const ScreenItem &item) {
+    static const QStringList roles = {QStringLiteral("text"), QStringLiteral("combo box"),
+                                      QStringLiteral("check box")};
+    return roles.contains(item.role);
+}
+
+/// A control stands right under its label, their left edges in line, or to the right of it.
+bool belongsTo(const ScreenItem &item, const ScreenItem &label) {
+    constexpr int kSlack = 8;
+    constexpr int kReach = 60;
+    const bool under = qAbs(item.place.left() - label.place.left()) <= kSlack &&
+                       item.place.top() > label.place.top() &&
+                       item.place.top() - label.place.bottom() <= kSlack;
+    const bool beside = qAbs(item.place.center().y() - label.place.center().y()) <= kSlack &&
+                        item.place.left() > label.place.right() &&
+                        item.place.left() - label.place.right() <= kReach;
+    return under || beside;
+}
+
+const ScreenItem *find(const QList<ScreenItem> &items, const QString &role, const QString &name) {
+    for (const ScreenItem &item : items) {
+        if (item.role == role && item.name == name) {
+            return &item;
+        }
+    }
+    return nullptr;
+}
+
+} // namespace
+
+ProgramRun::ProgramRun() : m_folder(QDir::currentPath() + QStringLiteral("/program-XXXXXX")) {
+    stage(VELDRON_PROGRAM, path(kProgram));
+    stage(VELDRON_SIMULATOR, path(kSimulator));
+    QDir(m_folder.path()).mkdir(QStringLiteral("ports"));
+    m_process.setChildProcessModifier([this] {
+        ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+        if (m_fileLimit >= 0) {
+            const rlimit limit{static_cast<rlim_t>(m_fileLimit), static_cast<rlim_t>(m_fileLimit)};
+            ::setrlimit(RLIMIT_FSIZE, &limit);
+            // A write beyond the limit shall fail, as one on a full disk does, and not kill.
+            std::signal(SIGXFSZ, SIG_IGN);
+        }
+    });
+}
+
+ProgramRun::~ProgramRun() {
+    if (isRunning()) {
+        m_process.kill();
+        m_process.waitForFinished();
+    }
+}
+
+void ProgramRun::write(const QString &name, const QByteArray &content) const {
+    QFile file(path(name));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(content);
+}
+
+QByteArray ProgramRun::content(const QString &name) const {
+    QFile file(path(name));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+bool ProgramRun::exists(const QString &name) const {
+    return QFile::exists(path(name));
+}
+
+bool ProgramRun::plugUnit(int port, const QStringList &options) {
+    return m_unit.start(path(kSimulator), path(QStringLiteral("ports/COM%1").arg(port)),
+                        path(QStringLiteral("simulator.log")), options);
+}
+
+void ProgramRun::launch() {
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("QT_LINUX_ACCESSIBILITY_ALWAYS_ON"), QStringLiteral("1"));
+    m_process.setProcessEnvironment(environment);
+    m_process.setWorkingDirectory(m_folder.path());
+    m_process.start(path(kProgram), QStringList());
+    ASSERT_TRUE(m_process.waitForStarted());
+}
+
+bool ProgramRun::open() {
+    launch();
+    return awaitWindow();
+}
+
+bool ProgramRun::awaitWindow() {
+    const bool shown = Desk::awaitWindow(kTitle, 30s) &&
+                       eventually(10s, [this] { return m_reader.attach(m_process.processId()); }) &&
+                       eventually(10s, [this] { return control("RX Frequency").has_value(); });
+    focusWindow();
+    return shown;
+}
+
+bool ProgramRun::ends(std::chrono::milliseconds limit) {
+    return m_process.state() == QProcess::NotRunning ||
+           m_process.waitForFinished(static_cast<int>(limit.count()));
+}
+
+std::optional<ScreenItem> ProgramRun::control(const QString &label) const {
+    const QList<ScreenItem> all = items();
+    const ScreenItem *found = find(all, QStringLiteral("label"), label);
+    if (found == nullptr) {
+        return std::nullopt;
+    }
+    for (const ScreenItem &item : all) {
+        if (isControl(item) && belongsTo(item, *found)) {
+            return item;
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<ScreenItem> ProgramRun::named(const QString &role, const QString &name) const {
+    const QList<ScreenItem> all = items();
+    const ScreenItem *found = find(all, role, name);
+    return found == nullptr ? std::nullopt : std::optional<ScreenItem>(*found);
+}
+
+QString ProgramRun::shown(const QString &label) const {
+    const std::optional<ScreenItem> item = control(label);
+    if (!item) {
+        return QStringLiteral("(not there)");
+    }
+    if (item->role == QLatin1String("check box")) {
+        return item->isChecked ? QStringLiteral("on") : QStringLiteral("off");
+    }
+    return m_reader.textOf(*item);
+}
+
+QString ProgramRun::shownAfterWait(const QString &label, const QString &text,
+                                   std::chrono::milliseconds limit) {
+    QString present;
+    (void)eventually(limit, [&] {
+        present = shown(label);
+        return present == text;
+    });
+    return present;
+}
+
+bool ProgramRun::isEnabled(const QString &label) const {
+    const std::optional<ScreenItem> item = control(label);
+    return item && item->isEnabled;
+}
+
+QString ProgramRun::panel(int index) const {
+    const QList<ScreenItem> all = items();
+    int panels = 0;
+    for (const ScreenItem &item : all) {
+        const bool inBar =
+            item.parent >= 0 && all.at(item.parent).role == QLatin1String("status bar");
+        if (inBar && panels++ == index) {
+            return item.role == QLatin1String("label") ? item.name : item.description;
+        }
+    }
+    return {};
+}
+
+bool ProgramRun::awaitStatus(const QString &text, std::chrono::milliseconds limit) {
+    return eventually(limit, [&] { return statusText() == text; });
+}
+
+/// The chart's picture is the largest thing in the window that has nothing larger inside.
+QRect ProgramRun::chart() const {
+    const QList<ScreenItem> all = items();
+    QRect inside;
+    for (const ScreenItem &item : all) {
+        const bool inWindow = item.parent >= 0 && all.at(item.parent).parent < 0;
+        if (inWindow && item.role == QLatin1String("filler")) {
+            inside = item.place;
+        }
+    }
+    QRect largest;
+    for (const ScreenItem &item : all) {
+        const bool larger =
+            item.place.height() > largest.height() ||
+            (item.place.height() == largest.height() && item.place.width() <= largest.width());
+        if (item.role == QLatin1String("filler") && item.place != inside && larger &&
+            inside.contains(item.place)) {
+            largest = item.place;
+        }
+    }
+    return largest;
+}
+
+void ProgramRun::focusWindow() const {
+    Desk::focus(kTitle);
+}
+
+void ProgramRun::enter(const QString &label, const QString &text, const QString &endKey) {
+    const std::optional<ScreenItem> item = control(label);
+    ASSERT_TRUE(item) << qPrintable(label);
+    constexpr int kInside = 12;
+    Desk::click({item->place.left() + kInside, item->place.center().y()});
+    Desk::type(text);
+    if (!endKey.isEmpty()) {
+        Desk::key(endKey);
+    }
+}
+
+void ProgramRun::pick(const QString &label, const QString &row) {
+    const std::optional<ScreenItem> list = control(label);
+    ASSERT_TRUE(list) << qPrintable(label);
+    constexpr int kArrow = 8;
+    Desk::click({list->place.right() - kArrow, list->place.center().y()});
+    std::optional<ScreenItem> entry;
+    const bool opened = eventually(5s, [&] {
+        entry = named(QStringLiteral("list item"), row);
+        return entry && list->place.width() > 0 && entry->place.height() > 0;
+    });
+    ASSERT_TRUE(opened) << qPrintable(label + ": " + row);
+    Desk::click(entry->place.center());
+}
+
+void ProgramRun::clickControl(const QString &label) {
+    const std::optional<ScreenItem> item = control(label);
+    ASSERT_TRUE(item) << qPrintable(label);
+    Desk::click(item->place.center());
+}
+
+void ProgramRun::clickButton(const QString &name) {
+    static const QStringList roles = {QStringLiteral("push button"), QStringLiteral("check box"),
+                                      QStringLiteral("slider")};
+    for (const ScreenItem &item : items()) {
+        if (item.name == name && roles.contains(item.role)) {
+            Desk::click(item.place.center());
+            return;
+        }
+    }
+    FAIL() << "no button " << qPrintable(name);
+}
+
+void ProgramRun::choose(const QString &menu, const QString &entry) {
+    focusWindow();
+    const std::optional<ScreenItem> title = named(QStringLiteral("menu item"), menu);
+    ASSERT_TRUE(title) << qPrintable(menu);
+    Desk::click(title->place.center());
+    std::optional<ScreenItem> found;
+    ASSERT_TRUE(eventually(5s, [&] {
+        found = named(QStringLiteral("menu item"), entry);
+        return found.has_value();
+    })) << qPrintable(entry);
+    Desk::click(found->place.center());
+}
+
+bool ProgramRun::answerFileDialog(const QString &title, const QString &file) {
+    if (!Desk::awaitWindow(title, 10s)) {
+        return false;
+    }
+    Desk::focus(title);
+    Desk::key(QStringLiteral("ctrl+a"));
+    Desk::type(file);
+    Desk::key(QStringLiteral("Return"));
+    return eventually(5s, [&title] { return !Desk::hasWindow(title); });
+}
+
+} // namespace veldron

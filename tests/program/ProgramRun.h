@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QByteArray>
+#include <QProcess>
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+
+#include "tests/program/ScreenReader.h"
+#include "tests/program/SimulatedUnit.h"
+
+#include <chrono>
+#include <optional>
+
+namespace veldron {
+
+/// The program itself in a folder of its own, with a simulated unit on one of the folder's ports,
+/// and somebody who uses it through screen, keys and mouse.
+///
+/// A control is named by the label above or before it, a button by its caption or tip.
+class ProgramRun {
+public:
+    ProgramRun();
+    ProgramRun(const ProgramRun &) = delete;
+    ProgramRun &operator=(const ProgramRun &) = delete;
+    ~ProgramRun();
+
+    // The folder.
+    [[nodiscard]] QString path(const QString &name) const { return m_folder.filePath(name); }
+    void write(const QString &name, const QByteArray &content) const;
+    [[nodiscard]] QByteArray content(const QString &name) const;
+    [[nodiscard]] bool exists(const QString &name) const;
+
+    // The unit.
+    [[nodiscard]] bool plugUnit(int port = 3,
+                                const QStringList &options = {QStringLiteral("--pace"),
+                                                              QStringLiteral("none")});
+    [[nodiscard]] SimulatedUnit &unit() { return m_unit; }
+
+    // The process.
+    /// Files that the program writes may not grow beyond \a bytes: a full disk.
+    void limitFiles(qint64 bytes) { m_fileLimit = bytes; }
+    void launch();
+    /// Launches the program and waits until its window is there and can be read.
+    [[nodiscard]] bool open();
+    /// Waits for the window of a program that has been launched.
+    [[nodiscard]] bool awaitWindow();
+    [[nodiscard]] bool isRunning() const { return m_process.state() != QProcess::NotRunning; }
+    [[nodiscard]] qint64 processId() const { return m_process.processId(); }
+    void sendTerminate() { m_process.terminate(); }
+    void sendKill() { m_process.kill(); }
+    /// True if it ends within the time; exitCode() tells how.
+    [[nodiscard]] bool ends(std::chrono::milliseconds limit = std::chrono::seconds(15));
+    [[nodiscard]] int exitCode() const { return m_process.exitCode(); }
+    [[nodiscard]] bool hasCrashed() const { return m_process.exitStatus() == QProcess::CrashExit; }
+    [[nodiscard]] QByteArray errorOutput() { return m_process.readAllStandardError(); }
+
+    // Looking.
+    [[nodiscard]] QList<ScreenItem> items() const { return m_reader.read(); }
+    [[nodiscard]] std::optional<ScreenItem> control(const QString &label) const;
+    [[nodiscard]] std::optional<ScreenItem> named(const QString &role, const QString &name) const;
+    /// What a control shows: its text, its row, or "on" and "off".
+    [[nodiscard]] QString shown(const QString &label) const;
+    /// Waits until a control shows a text; what it shows then.
+    [[nodiscard]] QString shownAfterWait(const QString &label, const QString &text,
+                                         std::chrono::milliseconds limit = std::chrono::seconds(8));
+    [[nodiscard]] bool isEnabled(const QString &label) const;
+    /// The texts of the status bar's panels.
+    [[nodiscard]] QString statusText() const { return panel(0); }
+    [[nodiscard]] QString panel(int index) const;
+    [[nodiscard]] bool awaitStatus(const QString &text,
+                                   std::chrono::milliseconds limit = std::chrono::seconds(8));
+    /// Where the chart's picture is on the screen.
+    [[nodiscard]] QRect chart() const;
+
+    // Doing.
+    void enter(const QString &label, const QString &text, const QString &endKey = "Return");
+    void pick(const QString &label, const QString &row);
+    void clickControl(const QString &label);
+    void clickButton(const QString &name);
+    void choose(const QString &menu, const QString &entry);
+    /// Waits for a dialog, gives it the keys, names a file and presses Enter.
+    [[nodiscard]] bool answerFileDialog(const QString &title, const QString &file);
+
+private:
+    void focusWindow() const;
+
+    QTemporaryDir m_folder;
+    SimulatedUnit m_unit;
+    QProcess m_process;
+    ScreenReader m_reader;
+    qint64 m_fileLimit = -1;
+};
+
+} // namespace veldron

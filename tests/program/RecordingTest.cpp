@@ -1,0 +1,183 @@
+// SPDX-License-Identifier: MIT
+// Recordings, and what may happen to one.
+#include "tests/program/Desk.h"
+#include "tests/program/Eventually.h"
+#include "tests/program/Printing.h"
+#include "tests/program/ProgramRun.h"
+#include "tests/program/RecordedFile.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+
+#include <sys/mount.h>
+
+namespace veldron {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+const QString kFile = QStringLiteral("band.rec");
+
+/// A disk with room for a few scans, where this system lets us have one.
+class SmallDisk {
+public:
+    explicit SmallDisk(const QString &folder) : m_folder(QFile::encodeName(folder)) {
+        QDir().mkpath(folder);
+        m_mounted = ::mount("veldron", m_folder.constData(), "tmpfs", 0, "size=8k") == 0;
+    }
+    SmallDisk(const SmallDisk &) = delete;
+    SmallDisk &operator=(const SmallDisk &) = delete;
+    ~SmallDisk() {
+        if (m_mounted) {
+            ::umount2(m_folder.constData(), MNT_DETACH);
+        }
+    }
+    [[nodiscard]] bool isMounted() const { return m_mounted; }
+
+private:
+    QByteArray m_folder;
+    bool m_mounted = false;
+};
+
+/// A recording with four scans a second.
+class Recording : public testing::Test {
+protected:
+    void openProgram() {
+        ASSERT_TRUE(run.plugUnit());
+        ASSERT_TRUE(run.open());
+        run.choose("Settings", "Communications...");
+        ASSERT_TRUE(Desk::awaitWindow("Communication Settings", 5s));
+        run.pick("VDR poll rate", "0.25s");
+        run.clickButton("OK");
+        ASSERT_TRUE(eventually(5s, [] { return !Desk::hasWindow("Communication Settings"); }));
+    }
+
+    void record(const QString &path) {
+        run.choose("File", "Record");
+        ASSERT_TRUE(run.answerFileDialog("Record to file", path));
+        Desk::focus("VELDRON");
+        ASSERT_TRUE(eventually(5s, [this] { return run.statusText().startsWith("Recording"); }))
+            << qPrintable(run.statusText());
+    }
+
+    void startRecording() {
+        openProgram();
+        record(run.path(kFile));
+        awaitScans(4);
+    }
+
+    RecordedFile recorded() { return RecordedFile::read(run.content(kFile)); }
+
+    void awaitScans(qsizetype scans) {
+        ASSERT_TRUE(eventually(20s, [&] { return recorded().scans.size() >= scans; }));
+    }
+
+    /// The recorder has stopped by itself: the link's status is back, and the controls work.
+    void expectStopped() {
+        EXPECT_TRUE(run.awaitStatus("VELDRON connected on COM 3", 15s))
+            << qPrintable(run.statusText());
+        EXPECT_TRUE(run.isEnabled("Span"));
+        EXPECT_EQ(Desk::windows(), QStringList{"VELDRON"});
+    }
+
+    ProgramRun run;
+};
+
+TEST_F(Recording, whileItRuns_panelsAreHeldAndTheSizeIsShown) {
+    startRecording();
+    EXPECT_FALSE(run.isEnabled("Span"));
+    EXPECT_FALSE(run.isEnabled("RX Frequency"));
+    const QString status = run.statusText();
+    EXPECT_TRUE(status.startsWith("Recording to file " + run.path(kFile) + "   "))
+        << qPrintable(status);
+    run.choose("File", "Stop recording");
+    expectStopped();
+    expectRecorded(recorded(), run.unit().events());
+    EXPECT_TRUE(recorded().rest.isEmpty());
+}
+
+TEST_F(Recording, windowClosed_asksFirstAndCancelGoesOn) {
+    startRecording();
+    Desk::pressCloseBox("VELDRON");
+    ASSERT_TRUE(Desk::awaitWindow("Exit VELDRON?", 5s));
+    EXPECT_TRUE(run.named("label", "You are still recording.\r\n"
+                                   " Do you want to stop recording and exit?"));
+    // Cancel is what Enter presses.
+    Desk::focus("Exit VELDRON?");
+    Desk::key("Return");
+    ASSERT_TRUE(eventually(5s, [] { return !Desk::hasWindow("Exit VELDRON?"); }));
+    awaitScans(recorded().scans.size() + 4);
+    EXPECT_TRUE(run.isRunning());
+
+    Desk::pressCloseBox("VELDRON");
+    ASSERT_TRUE(Desk::awaitWindow("Exit VELDRON?", 5s));
+    Desk::focus("Exit VELDRON?");
+    run.clickButton("OK");
+    ASSERT_TRUE(run.ends());
+    EXPECT_EQ(run.exitCode(), 0);
+    expectRecorded(recorded(), run.unit().events());
+    EXPECT_TRUE(recorded().rest.isEmpty());
+    // The defaults of such an exit leave out how things are displayed.
+    EXPECT_FALSE(run.content("VELDRON.set").contains("PersistenceOn"));
+    EXPECT_TRUE(run.content("VELDRON.set").contains("\r\nPoll 250\r\n"));
+}
+
+TEST_F(Recording, terminated_endsInOrderWithoutAQuestion) {
+    startRecording();
+    run.sendTerminate();
+    ASSERT_TRUE(run.ends());
+    EXPECT_EQ(run.exitCode(), 0);
+    expectRecorded(recorded(), run.unit().events());
+    EXPECT_TRUE(recorded().rest.isEmpty());
+}
+
+TEST_F(Recording, killed_everyCompleteLineIsThere) {
+    startRecording();
+    run.sendKill();
+    ASSERT_TRUE(run.ends());
+    EXPECT_TRUE(run.hasCrashed());
+    const RecordedFile file = recorded();
+    EXPECT_GE(file.scans.size(), 4);
+    expectRecorded(file, run.unit().events());
+    EXPECT_EQ(file.blocks.size(), 1);
+}
+
+TEST_F(Recording, fileTakenAway_recorderStopsByItself) {
+    startRecording();
+    ASSERT_TRUE(QFile::remove(run.path(kFile)));
+    expectStopped();
+    EXPECT_FALSE(run.exists(kFile));
+}
+
+TEST_F(Recording, diskFull_recorderStopsAndWhatWasWrittenStays) {
+    constexpr qint64 kRoom = 8192;
+    const SmallDisk disk(run.path("disk"));
+    if (!disk.isMounted()) {
+        run.limitFiles(kRoom);
+    }
+    openProgram();
+    record(run.path("disk/band.rec"));
+    expectStopped();
+    const RecordedFile file = RecordedFile::read(run.content("disk/band.rec"));
+    EXPECT_LE(file.size, kRoom);
+    EXPECT_GE(file.scans.size(), 20);
+    expectRecorded(file, run.unit().events());
+}
+
+TEST_F(Recording, fileLimitReached_recorderStopsAndWhatWasWrittenStays) {
+    constexpr qint64 kLimit = 4000;
+    run.limitFiles(kLimit);
+    startRecording();
+    expectStopped();
+    const RecordedFile file = recorded();
+    EXPECT_LE(file.size, kLimit);
+    EXPECT_GE(file.scans.size(), 9);
+    expectRecorded(file, run.unit().events());
+}
+
+} // namespace
+
+} // namespace veldron

@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QDBusConnection>
+#include <QList>
+#include <QRect>
+#include <QString>
+
+#include <optional>
+
+namespace veldron {
+
+/// One thing on the screen, as a screen reader meets it.
+struct ScreenItem {
+    QString path;
+    QString role; ///< such as "label", "combo box", "text", "check box", "push button"
+    QString name; ///< of a label or button its text, of a list the row that it shows
+    QString description;
+    QRect place;     ///< on the screen
+    int parent = -1; ///< index in the list that it came in
+    bool isShowing = false;
+    bool isEnabled = false;
+    bool isChecked = false;
+    bool isFocused = false;
+};
+
+/// Reads the texts and places of a program's controls over the desktop's accessibility bus: what
+/// the program tells to people who can't see its screen.
+class ScreenReader {
+public:
+    ScreenReader();
+    ScreenReader(const ScreenReader &) = delete;
+    ScreenReader &operator=(const ScreenReader &) = delete;
+    ~ScreenReader();
+
+    /// True once the program with this process number answers.
+    [[nodiscard]] bool attach(qint64 process);
+    /// Everything in the program's windows, the outer before the inner; rows of closed lists and
+    /// entries of closed menus are left out.
+    [[nodiscard]] QList<ScreenItem> read() const;
+    /// The present text of a label, an entry or a list.
+    [[nodiscard]] QString textOf(const ScreenItem &item) const;
+    /// The item as it is now.
+    [[nodiscard]] ScreenItem renew(const ScreenItem &item) const;
+
+private:
+    [[nodiscard]] bool connectToBus();
+    [[nodiscard]] ScreenItem readItem(const QString &path) const;
+    [[nodiscard]] QStringList childrenOf(const QString &path) const;
+    void readInto(QList<ScreenItem> &items, const QString &path, int parent) const;
+
+    QDBusConnection m_bus;
+    QString m_service;
+};
+
+} // namespace veldron
