@@ -230,14 +230,16 @@ void Bitmap8::Resize(float factor) {
     const auto height = static_cast<double>(rows());
     const auto eighth = Numbers::roundTo<qint32>(height / 8.0);
     if (factor >= 1.0F) {
-        for (; factor > kLargestStep; factor /= kLargestStep) {
+        while (factor > kLargestStep) {
             stretchRows(eighth, rows());
+            factor /= kLargestStep;
         }
         stretchRows(Numbers::roundTo<qint32>(height / static_cast<double>(factor)), rows());
         return;
     }
-    for (; factor < 1.0F / kLargestStep; factor *= kLargestStep) {
+    while (factor < 1.0F / kLargestStep) {
         stretchRows(rows(), eighth);
+        factor *= kLargestStep;
     }
     // The rest of the factor decides what is zeroed, not the factor that came in.
     const double covered = static_cast<double>(factor) * height;

@@ -34,7 +34,7 @@ public:
         const BinGrid &grid;
         const ScanStore &scans;
         LevelScale scale;
-        bool peak;
+        bool peak = false;
         Hertz screenResolution;
     };
 

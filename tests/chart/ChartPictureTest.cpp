@@ -17,11 +17,12 @@ namespace {
 class PlainPicture {
 public:
     PlainPicture(int width, int height)
-        : m_width(width), m_height(height), m_points(static_cast<std::size_t>(width * height)) {}
+        : m_width(width), m_height(height),
+          m_points(static_cast<std::size_t>(width) * static_cast<std::size_t>(height)) {}
 
     void point(int x, int y, quint32 colour) {
         if (x >= 0 && x < m_width && y >= 0 && y < m_height) {
-            m_points[static_cast<std::size_t>(y * m_width + x)] = colour;
+            m_points[index(x, y)] = colour;
         }
     }
     void line(QPoint from, QPoint to, quint32 colour) {
@@ -52,11 +53,14 @@ public:
             }
         }
     }
-    [[nodiscard]] quint32 at(int x, int y) const {
-        return m_points[static_cast<std::size_t>(y * m_width + x)];
-    }
+    [[nodiscard]] quint32 at(int x, int y) const { return m_points[index(x, y)]; }
 
 private:
+    [[nodiscard]] std::size_t index(int x, int y) const {
+        return static_cast<std::size_t>(y) * static_cast<std::size_t>(m_width) +
+               static_cast<std::size_t>(x);
+    }
+
     int m_width;
     int m_height;
     std::vector<quint32> m_points;
