@@ -184,13 +184,15 @@ bool HasAttenuator(qint16 Code) {
 void WaitSeconds(Clock &clock, float Seconds) {
     const float start = clock.timeOfDay();
     bool nextDay = false;
-    for (float now = start; start + Seconds > now; now = clock.timeOfDay()) {
+    float now = start;
+    while (start + Seconds > now) {
         nextDay = nextDay || now < start;
         // A goal past midnight is on no clock: the time of the start has to do for it.
         if (nextDay && now >= start && start + Seconds >= kDay) {
             return;
         }
         clock.rest(kRestMilliseconds);
+        now = clock.timeOfDay();
     }
 }
 
