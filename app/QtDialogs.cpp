@@ -100,8 +100,8 @@ bool QtDialogs::askOkOrCancel(const QString &title, const QString &text) {
 }
 
 void QtDialogs::showError(const QString &text) {
-    QMessageBox box(QMessageBox::Critical, QStringLiteral("VELDRON"), text, QMessageBox::Ok,
-                    owner());
+    QMessageBox box(QMessageBox::Critical, QStringLiteral("VELDRON has to end"), text,
+                    QMessageBox::Ok, owner());
     box.exec();
 }
 

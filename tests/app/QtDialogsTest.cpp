@@ -87,7 +87,7 @@ TEST_F(QtDialogsTest, error_namesTheProgram) {
         box.accept();
     });
     m_dialogs.showError("It has to end.");
-    EXPECT_EQ(text, "VELDRON|It has to end.");
+    EXPECT_EQ(text, "VELDRON has to end|It has to end.");
 }
 
 TEST_F(QtDialogsTest, box_belongsToTheWindowThatIsUp) {
