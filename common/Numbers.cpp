@@ -1,7 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "common/Numbers.h"
 
+#include <limits>
+
 namespace veldron::Numbers {
+
+namespace {
+
+quint64 magnitude(qint64 value) {
+    return value < 0 ? quint64{0} - static_cast<quint64>(value) : static_cast<quint64>(value);
+}
+
+} // namespace
 
 double roundHalfEven(double value) {
     // Worked out by hand so that the thread's floating-point rounding mode plays no part.
@@ -17,18 +27,19 @@ double roundHalfEven(double value) {
 }
 
 qint64 divideHalfEven(qint64 numerator, qint64 denominator) {
-    if (denominator < 0) {
-        numerator = -numerator;
-        denominator = -denominator;
+    if (denominator == -1) {
+        // The lowest number has no opposite.
+        return numerator == std::numeric_limits<qint64>::min() ? std::numeric_limits<qint64>::max()
+                                                               : -numerator;
     }
-    const qint64 quotient = floorDivide(numerator, denominator);
-    // Not from a product: near the end of the range that would leave it.
-    const qint64 rest = floorModulo(numerator, denominator);
-    const qint64 other = denominator - rest;
-    if (rest != other) {
-        return rest > other ? quotient + 1 : quotient;
+    const qint64 quotient = numerator / denominator;
+    // Distances to the two neighbours, not products: near the end of the range those would leave it.
+    const quint64 rest = magnitude(numerator % denominator);
+    const quint64 other = magnitude(denominator) - rest;
+    if (rest < other || (rest == other && quotient % 2 == 0)) {
+        return quotient;
     }
-    return quotient % 2 == 0 ? quotient : quotient + 1;
+    return (numerator < 0) == (denominator < 0) ? quotient + 1 : quotient - 1;
 }
 
 qint64 floorDivide(qint64 numerator, qint64 denominator) {

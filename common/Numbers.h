@@ -44,7 +44,8 @@ template <typename T>
     return static_cast<T>(rounded);
 }
 
-/// \a numerator / \a denominator rounded to nearest, ties to even. \a denominator is not 0.
+/// \a numerator / \a denominator rounded to nearest, ties to even. \a denominator is not 0. The one
+/// quotient past the range, of the lowest number and -1, is the highest number.
 [[nodiscard]] qint64 divideHalfEven(qint64 numerator, qint64 denominator);
 
 /// \a numerator / \a denominator rounded down. \a denominator is above 0.

@@ -95,7 +95,7 @@ void TextFileReader::close() {
     m_position = 0;
 }
 
-TextFileWriter::TextFileWriter(const QString &path) : m_file(path) {
+TextFileWriter::TextFileWriter(const QString &path, Disk &disk) : m_file(path), m_disk(disk) {
     if (!m_file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered)) {
         fail(QStringLiteral("Can't make the file"), path, m_file.errorString());
     }
@@ -111,6 +111,22 @@ void TextFileWriter::writeLine(const QString &line) {
     if (m_file.write(bytes) != bytes.size()) {
         const QString why = m_file.errorString();
         m_file.resize(start);
+        fail(QStringLiteral("Can't write to the file"), m_file.fileName(), why);
+    }
+}
+
+void TextFileWriter::sync() {
+    if (!m_file.isOpen()) {
+        fail(QStringLiteral("Can't write to the file"), m_file.fileName(),
+             QStringLiteral("it is closed"));
+    }
+    QString why = m_disk.force(m_file);
+    // A file without a name on the disk is lost with all its lines; once is enough.
+    if (why.isEmpty() && !m_nameOnDisk) {
+        why = m_disk.forceName(m_file);
+        m_nameOnDisk = true;
+    }
+    if (!why.isEmpty()) {
         fail(QStringLiteral("Can't write to the file"), m_file.fileName(), why);
     }
 }

@@ -3,6 +3,8 @@
 // by hand. Every failure is an UntrappedError of the kind File.
 #pragma once
 
+#include "common/Disk.h"
+
 #include <QByteArray>
 #include <QFile>
 #include <QSaveFile>
@@ -63,13 +65,17 @@ private:
 };
 
 /// Appends lines to a new file, each with one unbuffered write, so that a program that is killed
-/// loses the line in hand at most. A line that can't be written whole is taken back.
+/// loses the line in hand at most. A line that can't be written whole is taken back. What must
+/// outlast a power cut is forced onto the disk by sync().
 class TextFileWriter : public LineSink {
 public:
-    /// Makes \a path anew, replacing what stood there.
-    explicit TextFileWriter(const QString &path);
+    /// Makes \a path anew, replacing what stood there. \a disk does the forcing.
+    explicit TextFileWriter(const QString &path, Disk &disk = systemDisk());
 
     void writeLine(const QString &line) override;
+    /// Returns when all lines written so far are on the disk. An error of the disk is a file error;
+    /// the lines stay.
+    void sync();
     [[nodiscard]] QString path() const { return m_file.fileName(); }
     /// An error here is a file error too, but the file is closed all the same; a second close does
     /// nothing.
@@ -77,6 +83,8 @@ public:
 
 private:
     QFile m_file;
+    Disk &m_disk;
+    bool m_nameOnDisk = false;
 };
 
 /// Writes a file that replaces the old one only when it is whole.

@@ -44,9 +44,9 @@ void Recorder::start() {
     }
     m_HistoryFileName = *path;
     m_HistoryFileSize = 0;
-    m_HistoryStream = std::make_unique<TextFileWriter>(*path);
+    m_HistoryStream = std::make_unique<TextFileWriter>(*path, m_surroundings.disk);
     m_HistoryStream->writeLine(QStringLiteral("VELDRONv1 History file"));
-    m_surroundings.stream.SaveSettings(*m_HistoryStream);
+    writeBlock();
     m_surroundings.session.Recording = true;
     m_surroundings.host.setRecordCaption(QStringLiteral("Stop recording"));
     m_surroundings.host.SetControlsEnabled(false);
@@ -66,6 +66,11 @@ void Recorder::stop() {
     m_surroundings.host.SetControlsEnabled(true);
 }
 
+void Recorder::writeBlock() {
+    m_surroundings.stream.SaveSettings(*m_HistoryStream);
+    m_HistoryStream->sync();
+}
+
 void Recorder::closeStream() {
     m_HistoryStream.reset();
 }
@@ -79,6 +84,7 @@ void Recorder::writeScan(const LevelScan &scan) {
         const QString time = m_surroundings.texts.timeText(m_surroundings.clock.now().time());
         m_HistoryStream->writeLine(QStringLiteral("Data ") + scanText(scan) + QLatin1Char(' ') +
                                    time);
+        m_HistoryStream->sync();
         learnSize();
     } catch (const UntrappedError &) {
         // Trapped: the scans written so far stay in the file.
@@ -105,7 +111,7 @@ void Recorder::writeSettings() {
         return;
     }
     try {
-        m_surroundings.stream.SaveSettings(*m_HistoryStream);
+        writeBlock();
     } catch (const UntrappedError &) {
         // Trapped like a scan that can't be written.
         stop();

@@ -19,8 +19,9 @@ namespace veldron {
 /// scan, with further blocks in short form wherever the unit's settings changed.
 ///
 /// A data line is "Data ", one Latin-1 character a level, a blank and the time. Nothing is escaped:
-/// a level of 10, 13 or 32 breaks its own line for the reader. Each line is one write, so that a
-/// killed program loses the line in hand at most.
+/// a level of 10, 13 or 32 breaks its own line for the reader. Each line is one write, and each scan
+/// and each block is forced onto the disk before anything else happens, so that neither a killed
+/// program nor a power cut loses more than what is being written.
 class Recorder {
 public:
     /// \a folder is where the dialog starts. All references outlive the recorder.
@@ -32,6 +33,7 @@ public:
         Clock &clock;
         const DateTimeText &texts;
         QString folder;
+        Disk &disk = systemDisk();
     };
     explicit Recorder(const Surroundings &surroundings);
 
@@ -51,6 +53,7 @@ public:
 private:
     void start();
     void stop();
+    void writeBlock();
     void learnSize();
 
     Surroundings m_surroundings;

@@ -73,6 +73,11 @@ TEST(Numbers, divideHalfEvenAtTheEndsOfTheRange_isExact) {
     EXPECT_EQ(Numbers::divideHalfEven(lowest, 312500000), -29514790518);
     EXPECT_EQ(Numbers::divideHalfEven(highest, 312500000), 29514790518);
     EXPECT_EQ(Numbers::divideHalfEven(lowest, 1), lowest);
+    EXPECT_EQ(Numbers::divideHalfEven(lowest, -1), highest);
+    EXPECT_EQ(Numbers::divideHalfEven(lowest, -2), qint64{1} << 62);
+    EXPECT_EQ(Numbers::divideHalfEven(lowest, lowest), 1);
+    EXPECT_EQ(Numbers::divideHalfEven(highest, lowest), -1);
+    EXPECT_EQ(Numbers::divideHalfEven(1, lowest), 0);
 }
 
 } // namespace

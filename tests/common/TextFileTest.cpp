@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
 namespace veldron {
 namespace {
 
@@ -132,6 +134,35 @@ TEST_F(TextFileTest, writerClosedTwice_refusesFurtherLines) {
 TEST_F(TextFileTest, writerOnAFullDevice_isAFileError) {
     TextFileWriter writer(QStringLiteral("/dev/full"));
     EXPECT_THROW(writer.writeLine(QStringLiteral("x")), UntrappedError);
+}
+
+TEST_F(TextFileTest, linesForcedOntoTheRealDisk_stayAsTheyAre) {
+    TextFileWriter writer(path("w.txt"));
+    writer.writeLine(QStringLiteral("one"));
+    writer.sync();
+    writer.writeLine(QStringLiteral("two"));
+    writer.sync();
+    EXPECT_EQ(bytesOf(path("w.txt")), "one\r\ntwo\r\n");
+}
+
+TEST_F(TextFileTest, targetThatCannotBeForced_isNoError) {
+    TextFileWriter writer(QStringLiteral("/dev/null"));
+    writer.writeLine(QStringLiteral("x"));
+    EXPECT_NO_THROW(writer.sync());
+}
+
+TEST_F(TextFileTest, forcingAClosedFile_isAFileError) {
+    TextFileWriter writer(path("w.txt"));
+    writer.close();
+    EXPECT_THROW(writer.sync(), UntrappedError);
+}
+
+TEST_F(TextFileTest, descriptorTakenAway_isAFileErrorOfTheDisk) {
+    QFile file(path("w.txt"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+    EXPECT_EQ(systemDisk().force(file), QString());
+    ::close(file.handle());
+    EXPECT_NE(systemDisk().force(file), QString());
 }
 
 TEST_F(TextFileTest, writerIntoAMissingFolder_isAFileError) {

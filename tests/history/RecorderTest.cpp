@@ -189,6 +189,17 @@ TEST_F(RecorderTest, scan_isInTheFileAtOnce) {
     EXPECT_TRUE(m_bench.session.Recording);
 }
 
+TEST_F(RecorderTest, headScanAndBlock_areEachForcedOntoTheDisk) {
+    start();
+    EXPECT_EQ(m_bench.disk.forced, 1);
+    EXPECT_EQ(m_bench.disk.namesForced, 1);
+    scan({'a'});
+    EXPECT_EQ(m_bench.disk.forced, 2);
+    m_bench.recorder.writeSettings();
+    EXPECT_EQ(m_bench.disk.forced, 3);
+    EXPECT_EQ(m_bench.disk.namesForced, 1);
+}
+
 TEST_F(RecorderTest, panelOne_showsNameAndSizeAfterEachScan) {
     start();
     scan(LevelScan(321, 'a'));
@@ -280,6 +291,21 @@ TEST_F(RecorderTest, diskFullAtASettingsBlock_stopsTheRecording) {
     }
     EXPECT_EQ(takeLog(), kStopped);
     EXPECT_EQ(tail(), "Data a 10:00:00\r\nStartSettings 21/03/2005\r\nPoll 1000\r\n");
+}
+
+TEST_F(RecorderTest, diskThatFailsAfterAScanWasTaken_stopsAndKeepsTheScan) {
+    start();
+    m_bench.disk.error = QStringLiteral("Input/output error");
+    scan({'a'});
+    EXPECT_FALSE(m_bench.session.Recording);
+    EXPECT_EQ(m_bench.log, kStopped);
+    EXPECT_EQ(tail(), "Data a 10:00:00\r\n");
+}
+
+TEST_F(RecorderTest, diskThatFailsAtTheStart_isUntrapped) {
+    m_bench.disk.error = QStringLiteral("Input/output error");
+    EXPECT_THROW(click(), UntrappedError);
+    EXPECT_FALSE(m_bench.session.Recording);
 }
 
 TEST_F(RecorderTest, fileRemovedUnderTheRecorder_stopsAtTheSecondOpen) {

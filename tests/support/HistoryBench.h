@@ -8,6 +8,22 @@
 
 namespace veldron {
 
+/// A disk that counts what is forced onto it, waits for nothing and fails on demand.
+class CountingDisk : public Disk {
+public:
+    QString force(QFile & /*file*/) override {
+        ++forced;
+        return error;
+    }
+    QString forceName(QFile & /*file*/) override {
+        ++namesForced;
+        return {};
+    }
+    int forced = 0;
+    int namesForced = 0;
+    QString error;
+};
+
 /// A bench with recorder and playback engine, and the form's part of them noted in the log.
 class HistoryBench : public InstrumentBench, public HistoryHost {
 public:
@@ -45,8 +61,9 @@ public:
     qint16 pollPeriod = 1000;
     QString status;
     QString place;
-    Recorder recorder{
-        {session, stream, *this, dialogs, clock, texts, QStringLiteral("the/program/folder")}};
+    CountingDisk disk;
+    Recorder recorder{{session, stream, *this, dialogs, clock, texts,
+                       QStringLiteral("the/program/folder"), disk}};
     PlaybackEngine playback{{instruments, session, stream, *this, dialogs, texts,
                              QStringLiteral("the/program/folder")}};
 
