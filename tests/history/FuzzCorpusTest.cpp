@@ -2,6 +2,7 @@
 // The fuzzers' corpus once more, with the ordinary build: each file ends in a load or in an error
 // that a user would be told, and leaves the readers fit for the next.
 #include "tests/fuzz/FuzzEntry.h"
+#include "tests/fuzz/LineEntry.h"
 
 #include <gtest/gtest.h>
 
@@ -33,6 +34,11 @@ TEST(FuzzCorpus, settingsFiles_loadOrFailCleanly) {
 
 TEST(FuzzCorpus, historyFiles_playOrFailCleanly) {
     EXPECT_GE(replay("history", playHistoryBytes), 8);
+}
+
+/// A promise of the reader that is broken ends the process, and with it this test.
+TEST(FuzzCorpus, plainLines_addUpToTheirFile) {
+    EXPECT_GE(replay("lines", readLinesOf), 9);
 }
 
 } // namespace
