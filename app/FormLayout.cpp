@@ -8,6 +8,9 @@ namespace {
 constexpr int kGapAboveTransport = 12;
 constexpr int kGapBelowTransport = 25;
 constexpr int kChartLeft = 10;
+constexpr QSize kFirstSize(1100, 760);
+/// What title bar and edges take at most, before any desktop has told.
+constexpr QSize kFrame(16, 48);
 
 } // namespace
 
@@ -23,6 +26,10 @@ FormLayout FormLayout::of(const Input &input) {
     layout.chart = QRect(kChartLeft, top, width > 0 ? width : input.chart.width(),
                          height > 0 ? height : input.chart.height());
     return layout;
+}
+
+QSize openingSize(QSize room, QSize least) {
+    return kFirstSize.boundedTo(room - kFrame).expandedTo(least);
 }
 
 } // namespace veldron

@@ -24,4 +24,8 @@ struct FormLayout {
     [[nodiscard]] static FormLayout of(const Input &input);
 };
 
+/// The inside's size at which the form opens, menus included. \a room is what the screen has free
+/// for windows with their frames; \a least is the smallest that the form can be.
+[[nodiscard]] QSize openingSize(QSize room, QSize least);
+
 } // namespace veldron

@@ -10,7 +10,8 @@ namespace veldron {
 
 namespace {
 
-/// A save dialog that stays up for a name that may not be written.
+/// A save dialog that stays up for a name that may not be written, and for one that the user, when
+/// asked, doesn't want to be made. Before it replaces a file the toolkit's dialog asks by itself.
 class SaveDialog : public QFileDialog {
 public:
     using QFileDialog::QFileDialog;
@@ -22,7 +23,20 @@ public:
             QMessageBox::warning(this, windowTitle(), refusal);
             return;
         }
-        QFileDialog::accept();
+        if (files.isEmpty() || QFileInfo::exists(files.first()) || wantsNewFile(files.first())) {
+            QFileDialog::accept();
+        }
+    }
+
+private:
+    bool wantsNewFile(const QString &path) {
+        const QString question = QStringLiteral("%1 does not exist.\nDo you want to create it?");
+        QMessageBox box(QMessageBox::Question, windowTitle(),
+                        question.arg(QFileInfo(path).fileName()),
+                        QMessageBox::Yes | QMessageBox::No, this);
+        box.setTextFormat(Qt::PlainText);
+        box.setDefaultButton(QMessageBox::Yes);
+        return box.exec() == QMessageBox::Yes;
     }
 };
 
@@ -102,6 +116,8 @@ bool QtDialogs::askOkOrCancel(const QString &title, const QString &text) {
 void QtDialogs::showError(const QString &text) {
     QMessageBox box(QMessageBox::Critical, QStringLiteral("VELDRON has to end"), text,
                     QMessageBox::Ok, owner());
+    // What a file has put into the text is never taken for mark-up.
+    box.setTextFormat(Qt::PlainText);
     box.exec();
 }
 

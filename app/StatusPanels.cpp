@@ -72,17 +72,26 @@ void StatusPanels::showActivity(ActivityImage image) {
     }
 }
 
-void StatusPanels::showTexts(const QString &second, const QString &third) {
+void StatusPanels::hideClockAndActivity() {
     if (m_panel2 == nullptr) {
         return;
     }
     m_showsClock = false;
     m_clockTimer.stop();
-    m_panel2->setText(second);
-    m_panel3Text->setText(third);
-    m_panel3Text->show();
+    m_panel2->clear();
     m_panel3->setImage(ActivityImage::Blank);
     m_panel3->hide();
+}
+
+void StatusPanels::showTexts(const QString &second, const QString &third) {
+    if (m_panel2 == nullptr) {
+        return;
+    }
+    if (!m_showsClock) {
+        m_panel2->setText(second);
+    }
+    m_panel3Text->setText(third);
+    m_panel3Text->show();
 }
 
 void StatusPanels::showClockAndActivity() {

@@ -31,13 +31,16 @@ public:
     [[nodiscard]] QString statusText() const;
     /// Shows \a image at once, without turning the event loop.
     void showActivity(ActivityImage image);
-    /// Panels 2 and 3 as texts.
+    /// Panels 2 and 3 are for texts from now on: neither the clock nor a picture is there.
+    void hideClockAndActivity();
+    /// Texts of panels 2 and 3. While the clock is there panel 2 goes on showing it, and panel 3
+    /// has its picture beside the text.
     void showTexts(const QString &second, const QString &third);
     /// The clock on panel 2 and the blank picture on panel 3.
     void showClockAndActivity();
     /// What panel 2 shows.
     [[nodiscard]] QString secondText() const;
-    /// The text on panel 3, empty while it shows a picture.
+    /// The text on panel 3.
     [[nodiscard]] QString thirdText() const;
     [[nodiscard]] ActivityImage activity() const;
 

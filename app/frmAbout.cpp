@@ -29,19 +29,19 @@ QString versionText(const AboutFacts &facts) {
            facts.locale.toString(dateOfFile(facts.programFile), QLocale::LongFormat);
 }
 
-QString infoText(const AboutFacts &facts) {
-    return facts.Connected ? facts.Status + "\nFirmware " + facts.Version : QString();
-}
-
 } // namespace
+
+QString infoText(const AboutFacts &facts) {
+    return facts.Connected ? facts.Status + "\rFirmware " + facts.Version : QString();
+}
 
 frmAbout::frmAbout(const AboutFacts &facts, QWidget *parent) : QDialog(parent) {
     setWindowTitle("About " + facts.title);
     lblTitle = makeLabel("lblTitle", "PC control software for VELDRON");
     lblTitle->setFont(informationFont(14, QFont::Bold));
     lblVersion = makeLabel("lblVersion", versionText(facts));
-    lblDescription = makeLabel("lblDescription", makerAddress("\n"));
-    lblInfo = makeLabel("lblInfo", infoText(facts));
+    lblDescription = makeLabel("lblDescription", labelLines(makerAddress()));
+    lblInfo = makeLabel("lblInfo", labelLines(infoText(facts)));
     cmdOK = new QPushButton("OK", this);
     cmdOK->setObjectName("cmdOK");
     cmdOK->setDefault(true);

@@ -22,6 +22,10 @@ struct AboutFacts {
     QLocale locale = QLocale::system(); ///< of the date
 };
 
+/// State of the link and version of the unit's program, joined with a CR; empty without a
+/// connection.
+[[nodiscard]] QString infoText(const AboutFacts &facts);
+
 /// The dialog that tells which program this is, and which unit it is connected to.
 class frmAbout : public QDialog {
     Q_OBJECT

@@ -28,6 +28,8 @@ namespace {
 
 /// What the poll timer ticks at until the settings are made, in milliseconds.
 constexpr int kFirstInterval = 250;
+/// How long the close of an ending session may be in coming, in milliseconds.
+constexpr int kSessionEndPatience = 60000;
 constexpr int kMargin = 10;
 constexpr int kStripTop = 6;
 constexpr int kLeastChartHeight = 120;
@@ -44,6 +46,11 @@ frmDisplay::frmDisplay(const World &world)
     Timer1->setObjectName(QStringLiteral("Timer1"));
     Timer1->setTimerType(Qt::PreciseTimer);
     Timer1->setInterval(kFirstInterval);
+    m_sessionEnd = new QTimer(this);
+    m_sessionEnd->setObjectName(QStringLiteral("SessionEnd"));
+    m_sessionEnd->setSingleShot(true);
+    m_sessionEnd->setInterval(kSessionEndPatience);
+    connect(m_sessionEnd, &QTimer::timeout, this, [this] { m_asksOnClose = true; });
 }
 
 frmDisplay::~frmDisplay() {
@@ -166,8 +173,8 @@ void frmDisplay::stopTimers() {
 }
 
 void frmDisplay::endWithError(const UntrappedError &error) {
-    if (m_failed) {
-        return;
+    if (m_unloaded) {
+        return; // what a routine meets under which the program was ended is no error any more
     }
     m_failed = true;
     m_unloaded = true;
@@ -269,6 +276,10 @@ void frmDisplay::showStatus(const QString &text) {
 
 void frmDisplay::showLinkStatus() {
     showStatus(m_vdr->Status());
+}
+
+void frmDisplay::hideClockAndActivity() {
+    StatusBar1->hideClockAndActivity();
 }
 
 void frmDisplay::showPlaybackPlace(const QString &time, const QString &percent) {

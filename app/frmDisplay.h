@@ -74,7 +74,8 @@ public:
     /// The session manager closes the program: no question is asked at the close that
     /// follows within a minute. A session that stays is asked again.
     void expectSessionEnd();
-    /// Stops all timers, closes file and port, tells the user and ends the event loop with 1.
+    /// Stops all timers, closes file and port, tells the user and ends the event loop with 1. Does
+    /// nothing once the form has ended.
     void endWithError(const UntrappedError &error);
     /// True after endWithError.
     [[nodiscard]] bool hasFailed() const { return m_failed; }
@@ -102,6 +103,7 @@ private:
     void start();
     void showSplash();
     void InitialiseSettings();
+    void connectFoundUnit();
     void showForm();
 
     // End.
@@ -132,6 +134,7 @@ private:
     void setPollTimerEnabled(bool enable) override;
     [[nodiscard]] qint16 PollPeriod() const override;
     void showStatus(const QString &text) override;
+    void hideClockAndActivity() override;
     void showPlaybackPlace(const QString &time, const QString &percent) override;
     void showClockAndActivity() override;
     void stopTransport() override;
@@ -148,12 +151,16 @@ private:
     ScreenPointer m_pointer;
     SessionState m_session;
     bool m_asksOnClose = true;
+    /// The start has come past the settings of the last run, so that the end may replace them.
+    bool m_settingsStand = false;
     bool m_unloaded = false;
     bool m_failed = false;
 
     /// Whether Timer1 is switched on; it ticks only if its interval is above 0 as well.
     bool m_Timer1Enabled = false;
     QTimer *Timer1 = nullptr;
+    /// Runs while a close is taken for the end of the desktop's session.
+    QTimer *m_sessionEnd = nullptr;
     QWidget *m_inside = nullptr;
     QWidget *Picture1 = nullptr;
     QWidget *Picture2 = nullptr;

@@ -2,6 +2,7 @@
 // The form's way in and its way out.
 #include "app/frmDisplay.h"
 
+#include "app/FormLayout.h"
 #include "app/StatusPanels.h"
 #include "app/frmSplash.h"
 #include "chart/ctlChartSpectrum.h"
@@ -15,23 +16,11 @@
 
 #include <QCloseEvent>
 #include <QCoreApplication>
-#include <QDeadlineTimer>
 #include <QPushButton>
 #include <QScreen>
 #include <QTimer>
-#include <QWindow>
 
 namespace veldron {
-
-namespace {
-
-/// How long the splash may take to reach the screen, in milliseconds.
-constexpr int kSplashPatience = 500;
-/// How long the close of an ending session may be in coming, in milliseconds.
-constexpr int kSessionEndPatience = 60000;
-constexpr QSize kFirstSize(1100, 760);
-
-} // namespace
 
 void frmDisplay::load() {
     m_guard.run([this] { start(); });
@@ -46,14 +35,16 @@ void frmDisplay::start() {
     InitialiseSettings();
     Picture2->setVisible(false);
     m_pointer.setShape(PointerShape::Default);
-    if (m_vdr->ComDefault() > 0) {
-        m_commSettings->selectComPort(m_vdr->ComDefault());
+    connectFoundUnit();
+    if (m_unloaded) {
+        return; // the system asked for the end while the user was told of a port in use
     }
     if (m_vdr->Connected()) {
         m_settingsFiles->LoadDefaultSettings();
         ReadBackSettings();
         showLinkStatus();
     }
+    m_settingsStand = true;
     StatusBar1->addPanels();
     m_splash->hide();
     m_splash.reset();
@@ -65,15 +56,7 @@ void frmDisplay::showSplash() {
     m_splash = std::make_unique<frmSplash>(m_world.version, this);
     m_splash->show();
     m_pointer.setShape(PointerShape::Hourglass);
-    const QDeadlineTimer patience(kSplashPatience);
-    do {
-        QCoreApplication::processEvents();
-        QCoreApplication::sendPostedEvents();
-    } while (m_splash->windowHandle() != nullptr && m_splash->isVisible() &&
-             !m_splash->windowHandle()->isExposed() && !patience.hasExpired());
-    if (m_splash->isVisible()) {
-        m_splash->repaint();
-    }
+    m_splash->awaitPaint();
 }
 
 void frmDisplay::makeParts() {
@@ -162,10 +145,22 @@ void frmDisplay::InitialiseSettings() {
     ctlChartSpectrum1->setMarkerEn(m_displaySettings->MarkerEnable());
 }
 
+/// A port that was free at the search and can't be opened now stops nothing: the start goes on as
+/// if no unit had been found.
+void frmDisplay::connectFoundUnit() {
+    if (m_vdr->ComDefault() <= 0) {
+        return;
+    }
+    try {
+        m_commSettings->selectComPort(m_vdr->ComDefault());
+    } catch (const UntrappedError &) {
+        m_commSettings->selectComPort(0);
+    }
+}
+
 /// At a size that suits the screen, never cut off by it.
 void frmDisplay::showForm() {
-    const QSize room = screen()->availableSize();
-    resize(kFirstSize.boundedTo(room).expandedTo(minimumSizeHint()));
+    resize(openingSize(screen()->availableSize(), minimumSizeHint()));
     layOut();
     show();
     ctlFrequency1->SetFocus();
@@ -195,7 +190,9 @@ void frmDisplay::unload() {
     m_unloaded = true;
     stopTimers();
     if (m_settingsFiles) {
-        m_settingsFiles->SaveDefaultSettings();
+        if (m_settingsStand) {
+            m_settingsFiles->SaveDefaultSettings();
+        }
         m_playback->closeStream();
         m_vdr->unload();
         m_commSettings->close();
@@ -216,7 +213,7 @@ void frmDisplay::closeEvent(QCloseEvent *event) {
 void frmDisplay::expectSessionEnd() {
     m_asksOnClose = false;
     // The system doesn't tell when the user has called the end of the session off.
-    QTimer::singleShot(kSessionEndPatience, this, [this] { m_asksOnClose = true; });
+    m_sessionEnd->start();
 }
 
 void frmDisplay::endWithoutQuestion() {

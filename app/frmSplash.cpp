@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/frmSplash.h"
 
+#include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QEvent>
 #include <QFrame>
 #include <QGridLayout>
@@ -12,6 +14,7 @@
 #include <QScreen>
 #include <QStringList>
 #include <QVBoxLayout>
+#include <QWindow>
 
 /// The picture is in a library, whose resources nobody else asks for. Outside of any namespace, as
 /// the macro wants it.
@@ -25,13 +28,19 @@ namespace {
 
 /// A quarter of the built-in picture, in pixels of the form.
 constexpr QSize kShownPicture(536, 243);
+/// How long the form may take to reach the screen, in milliseconds.
+constexpr int kPatience = 500;
 
 } // namespace
 
-QString makerAddress(const QString &lineEnd) {
+QString makerAddress() {
     return QStringList{"VELDRON project", "Panoramic spectrum control",
                        "Free software, MIT licence"}
-        .join(lineEnd);
+        .join('\r');
+}
+
+QString labelLines(QString text) {
+    return text.replace('\r', '\n');
 }
 
 QFont informationFont(int points, QFont::Weight weight) {
@@ -63,7 +72,7 @@ void frmSplash::makeControls(const QString &version) {
     lblProductName = makeLabel("lblProductName", "VELDRON", informationFont(30, QFont::Bold));
     Label2 = makeLabel("Label2", "Panoramic spectrum unit", informationFont(12));
     lblVersion = makeLabel("lblVersion", "Version " + version, informationFont(11, QFont::Bold));
-    lblDescription = makeLabel("lblDescription", makerAddress("\n"), informationFont(9));
+    lblDescription = makeLabel("lblDescription", labelLines(makerAddress()), informationFont(9));
 }
 
 QLabel *frmSplash::makeLabel(const char *name, const QString &text, const QFont &font) {
@@ -108,6 +117,17 @@ void frmSplash::centre() {
     adjustSize();
     if (const QScreen *const shownOn = QGuiApplication::primaryScreen()) {
         move(shownOn->availableGeometry().center() - rect().center());
+    }
+}
+
+void frmSplash::awaitPaint() {
+    const QDeadlineTimer patience(kPatience);
+    do {
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents();
+    } while (isVisible() && !windowHandle()->isExposed() && !patience.hasExpired());
+    if (isVisible()) {
+        repaint();
     }
 }
 

@@ -11,8 +11,11 @@ class QLabel;
 
 namespace veldron {
 
-/// Who makes the program, in lines joined with \a lineEnd.
-[[nodiscard]] QString makerAddress(const QString &lineEnd);
+/// Who makes the program, in lines joined with a CR.
+[[nodiscard]] QString makerAddress();
+
+/// \a text, whose lines are joined with a CR, as a label wants it.
+[[nodiscard]] QString labelLines(QString text);
 
 /// The font of the two forms that only inform: Arial, or the nearest that the machine has.
 [[nodiscard]] QFont informationFont(int points, QFont::Weight weight = QFont::Normal);
@@ -29,6 +32,10 @@ public:
     /// \a version as "1.0.0"; \a parent is the owner, over which the form stands as a window of its
     /// own in the middle of the screen.
     explicit frmSplash(const QString &version, QWidget *parent = nullptr);
+
+    /// Turns the event loop until the form, which has been shown, is painted on the screen or
+    /// closed: once as a rule, and for half a second at most.
+    void awaitPaint();
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;

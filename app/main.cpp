@@ -4,6 +4,7 @@
 #include "app/QtDialogs.h"
 #include "app/SignalWatcher.h"
 #include "app/SystemClock.h"
+#include "app/SystemRequests.h"
 #include "app/frmDisplay.h"
 #include "common/DateTimeText.h"
 #include "common/ProgramFolder.h"
@@ -11,7 +12,6 @@
 #include "link/QtSerialControl.h"
 
 #include <QLocale>
-#include <QSessionManager>
 
 int main(int argc, char **argv) {
     using namespace veldron;
@@ -21,16 +21,14 @@ int main(int argc, char **argv) {
     const QString folder = ProgramFolder::path();
     SystemClock clock;
     const DateTimeText texts{QLocale::system()};
-    QtSerialControl control(PortMap::choose(folder, QtSerialControl::systemDevices));
+    QtSerialControl control(
+        PortMap::choose(QCoreApplication::applicationDirPath(), QtSerialControl::systemDevices));
     QtDialogs dialogs;
     frmDisplay form(
         {control, clock, dialogs, texts, folder, QCoreApplication::applicationVersion()});
     dialogs.setWindow(&form);
     const SignalWatcher signalWatcher;
-    QObject::connect(&signalWatcher, &SignalWatcher::endRequested, &form,
-                     &frmDisplay::endWithoutQuestion);
-    QObject::connect(&application, &QGuiApplication::commitDataRequest, &form,
-                     &frmDisplay::expectSessionEnd);
+    followSystem(form, signalWatcher, application);
     form.load();
     if (form.hasEnded()) {
         return form.hasFailed() ? 1 : 0;

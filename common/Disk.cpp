@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "common/Disk.h"
 
+#include <QFileDevice>
 #include <QFileInfo>
 
 #ifdef Q_OS_WIN
@@ -21,12 +22,12 @@ namespace {
 
 class SystemDisk final : public Disk {
 public:
-    QString force(QFile &file) override {
+    QString force(QFileDevice &file) override {
         const auto handle = reinterpret_cast<HANDLE>(_get_osfhandle(file.handle()));
         return FlushFileBuffers(handle) != 0 ? QString() : qt_error_string();
     }
     /// The system forces the entry together with the file.
-    QString forceName(QFile & /*file*/) override { return {}; }
+    QString forceName(QFileDevice & /*file*/) override { return {}; }
 };
 
 #else
@@ -41,11 +42,11 @@ QString lastError() {
 
 class SystemDisk final : public Disk {
 public:
-    QString force(QFile &file) override {
+    QString force(QFileDevice &file) override {
         return ::fdatasync(file.handle()) == 0 ? QString() : lastError();
     }
 
-    QString forceName(QFile &file) override {
+    QString forceName(QFileDevice &file) override {
         const QByteArray folder = QFile::encodeName(QFileInfo(file).absolutePath());
         const int descriptor = ::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
         if (descriptor < 0) {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QFile>
+#include <QFileDevice>
 #include <QString>
 
 namespace veldron {
@@ -17,9 +17,9 @@ public:
 
     /// Puts the bytes and the length of \a file, which is open for writing, on the disk. Returns an
     /// empty text, or what went wrong; a target that can't be forced (a pipe, say) is none.
-    [[nodiscard]] virtual QString force(QFile &file) = 0;
+    [[nodiscard]] virtual QString force(QFileDevice &file) = 0;
     /// The same for the entry of \a file in its folder.
-    [[nodiscard]] virtual QString forceName(QFile &file) = 0;
+    [[nodiscard]] virtual QString forceName(QFileDevice &file) = 0;
 };
 
 /// The real one.

@@ -33,7 +33,8 @@ qint64 divideHalfEven(qint64 numerator, qint64 denominator) {
                                                                : -numerator;
     }
     const qint64 quotient = numerator / denominator;
-    // Distances to the two neighbours, not products: near the end of the range those would leave it.
+    // Distances to the two neighbours, not products: near the end of the range those would leave
+    // it.
     const quint64 rest = magnitude(numerator % denominator);
     const quint64 other = magnitude(denominator) - rest;
     if (rest < other || (rest == other && quotient % 2 == 0)) {

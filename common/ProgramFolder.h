@@ -5,7 +5,7 @@
 
 namespace veldron::ProgramFolder {
 
-/// The folder that holds the default settings file and the optional folder "ports": the folder of
+/// The folder that holds the default settings file and that file dialogs start in: the folder of
 /// the executable if the user may write there, otherwise the user's application data folder, which
 /// is made if it is missing. Needs a QCoreApplication.
 [[nodiscard]] QString path();

@@ -22,6 +22,28 @@ QByteArray lineBytes(const QString &line) {
     return bytes;
 }
 
+/// Place of the first line end in \a bytes from \a from on, their size if there is none.
+qsizetype lineEndFrom(QByteArrayView bytes, qsizetype from) {
+    const qsizetype feed = bytes.indexOf('\n', from);
+    const qsizetype end = feed < 0 ? bytes.size() : feed;
+    const qsizetype carriage = bytes.first(end).indexOf('\r', from);
+    return carriage < 0 ? end : carriage;
+}
+
+/// Hands \a bytes to \a file, which is unbuffered; false when they could not all be written. What a
+/// full disk left over is tried again, because only a write that takes nothing tells why.
+bool writeWhole(QFileDevice &file, const QByteArray &bytes) {
+    qint64 done = 0;
+    while (done < bytes.size()) {
+        const qint64 count = file.write(bytes.constData() + done, bytes.size() - done);
+        if (count <= 0) {
+            return false;
+        }
+        done += count;
+    }
+    return true;
+}
+
 } // namespace
 
 TextFileReader::TextFileReader(const QString &path) : m_path(path) {
@@ -65,22 +87,24 @@ void TextFileReader::takeLineEnd(char end) {
 QString TextFileReader::readLine() {
     if (atEnd()) {
         fail(QStringLiteral("Can't read the file"), m_path,
-             QStringLiteral("there is no line after line %1").arg(m_lineNumber));
+             m_lineNumber == 0
+                 ? QStringLiteral("the file is empty")
+                 : QStringLiteral("there is no line after line %1").arg(m_lineNumber));
     }
     QByteArray line;
     m_lastLineLength = 0;
     ++m_lineNumber;
-    while (fill()) {
-        const char byte = m_buffer[m_position];
-        if (byte == '\r' || byte == '\n') {
-            takeLineEnd(byte);
-            break;
+    bool ended = false;
+    while (!ended && fill()) {
+        const qsizetype end = lineEndFrom(m_buffer, m_position);
+        const qsizetype count = end - m_position;
+        line.append(m_buffer.constData() + m_position, qMin(count, kLongestLine - line.size()));
+        m_lastLineLength += count;
+        m_position = end;
+        ended = end < m_buffer.size();
+        if (ended) {
+            takeLineEnd(m_buffer.at(end));
         }
-        if (line.size() < kLongestLine) {
-            line += byte;
-        }
-        ++m_lastLineLength;
-        ++m_position;
     }
     return QString::fromLatin1(line);
 }
@@ -108,7 +132,7 @@ void TextFileWriter::writeLine(const QString &line) {
     }
     const QByteArray bytes = lineBytes(line);
     const qint64 start = m_file.pos();
-    if (m_file.write(bytes) != bytes.size()) {
+    if (!writeWhole(m_file, bytes)) {
         const QString why = m_file.errorString();
         m_file.resize(start);
         fail(QStringLiteral("Can't write to the file"), m_file.fileName(), why);
@@ -141,22 +165,36 @@ void TextFileWriter::close() {
     }
 }
 
-ReplacingTextFileWriter::ReplacingTextFileWriter(const QString &path) : m_file(path) {
-    if (!m_file.open(QIODevice::WriteOnly)) {
+ReplacingTextFileWriter::ReplacingTextFileWriter(const QString &path, Disk &disk)
+    : m_file(path), m_disk(disk) {
+    // Without a buffer of its own: what the system takes of it, or doesn't, is known at each line.
+    if (!m_file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
         fail(QStringLiteral("Can't make the file"), path, m_file.errorString());
     }
 }
 
+void ReplacingTextFileWriter::giveUp(const QString &why) {
+    // A half file must not be put in place by a commit that follows.
+    m_file.cancelWriting();
+    fail(QStringLiteral("Can't write the file"), m_file.fileName(), why);
+}
+
 void ReplacingTextFileWriter::writeLine(const QString &line) {
-    const QByteArray bytes = lineBytes(line);
-    if (m_file.write(bytes) != bytes.size()) {
-        fail(QStringLiteral("Can't write to the file"), m_file.fileName(), m_file.errorString());
+    if (!writeWhole(m_file, lineBytes(line))) {
+        giveUp(m_file.errorString());
     }
 }
 
 void ReplacingTextFileWriter::commit() {
+    // The content before the name: a power cut in between leaves the old file, not an empty one.
+    if (const QString why = m_disk.force(m_file); !why.isEmpty()) {
+        giveUp(why);
+    }
     if (!m_file.commit()) {
         fail(QStringLiteral("Can't write the file"), m_file.fileName(), m_file.errorString());
+    }
+    if (const QString why = m_disk.forceName(m_file); !why.isEmpty()) {
+        fail(QStringLiteral("Can't write the file"), m_file.fileName(), why);
     }
 }
 

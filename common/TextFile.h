@@ -87,17 +87,23 @@ private:
     bool m_nameOnDisk = false;
 };
 
-/// Writes a file that replaces the old one only when it is whole.
+/// Writes a file that replaces the old one only when it is whole and on the disk.
 class ReplacingTextFileWriter : public LineSink {
 public:
-    explicit ReplacingTextFileWriter(const QString &path);
+    /// Begins a file beside \a path. \a disk does the forcing.
+    explicit ReplacingTextFileWriter(const QString &path, Disk &disk = systemDisk());
 
+    /// A line that can't be written whole ends the matter: the old file stays, whatever follows.
     void writeLine(const QString &line) override;
-    /// Puts the new file in the old one's place. Without it the old file stays as it was.
+    /// Puts the new file in the old one's place. Without it, or when it fails before the change of
+    /// the name, the old file stays as it was.
     void commit();
 
 private:
+    [[noreturn]] void giveUp(const QString &why);
+
     QSaveFile m_file;
+    Disk &m_disk;
 };
 
 } // namespace veldron

@@ -26,7 +26,10 @@ public:
     [[nodiscard]] virtual qint16 PollPeriod() const = 0;
     /// Text of panel 1 of the status bar.
     virtual void showStatus(const QString &text) = 0;
-    /// Panels 2 and 3 as texts: the time of the scan shown, and how far the file is read.
+    /// Panels 2 and 3 are for texts from now on: neither the clock nor a picture is there.
+    virtual void hideClockAndActivity() = 0;
+    /// Texts of panels 2 and 3: the time of the scan shown, and how far the file is read. While the
+    /// clock is there panel 2 goes on showing it, and panel 3 has its picture beside the text.
     virtual void showPlaybackPlace(const QString &time, const QString &percent) = 0;
     /// Panels 2 and 3 as they are without playback: the clock and the first activity picture.
     virtual void showClockAndActivity() = 0;

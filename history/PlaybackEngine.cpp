@@ -3,14 +3,11 @@
 
 #include "chart/ctlChartSpectrum.h"
 #include "common/Numbers.h"
+#include "common/ReportText.h"
 #include "link/frmVDR.h"
 #include "panels/GeneralUtilities.h"
 #include "settings/SettingsFiles.h"
 #include "settings/frmCommSettings.h"
-
-#include <QTimeZone>
-
-#include <limits>
 
 namespace veldron {
 
@@ -18,8 +15,8 @@ namespace {
 
 using Kind = UntrappedError::Kind;
 
-qint32 saturated(qint64 value) {
-    return static_cast<qint32>(qMin<qint64>(value, std::numeric_limits<qint32>::max()));
+bool hasKey(const QString &line, QLatin1String key) {
+    return line.startsWith(key) && (line.size() == key.size() || line[key.size()] == u' ');
 }
 
 } // namespace
@@ -49,12 +46,13 @@ void PlaybackEngine::mnuFilePlayback() {
 void PlaybackEngine::open(const QString &path) {
     m_HistoryStream = std::make_unique<TextFileReader>(path);
     m_HistoryFileName = path;
-    m_HistoryFileSize = saturated(m_HistoryStream->size());
+    m_HistoryFileSize = m_HistoryStream->size();
     m_HistoryPosition = 0;
     m_RewindOffset = 0;
     m_surroundings.session.InPlayback = true;
     // A date left over from an earlier file must not stand in for one that this file lacks.
     m_surroundings.session.ScanDate.clear();
+    m_dateLine = 0;
     (void)readLine(); // any text is taken for the header line
 }
 
@@ -67,6 +65,7 @@ void PlaybackEngine::startShowing() {
     feedChart();
     m_surroundings.host.showStatus(QStringLiteral("Playback from ") + m_HistoryFileName +
                                    GeneralUtilities::FormatFileSize(m_HistoryFileSize));
+    m_surroundings.host.hideClockAndActivity();
     m_surroundings.host.showPlaybackPlace(m_surroundings.session.ScanDate + QLatin1Char(' ') +
                                               m_surroundings.session.ScanTime,
                                           m_surroundings.texts.percentText(shareRead()));
@@ -74,7 +73,7 @@ void PlaybackEngine::startShowing() {
 
 QString PlaybackEngine::readLine() {
     QString line = m_HistoryStream->readLine();
-    m_HistoryPosition = saturated(m_HistoryPosition + m_HistoryStream->lastLineLength() + 2);
+    m_HistoryPosition += m_HistoryStream->lastLineLength() + 2;
     return line;
 }
 
@@ -82,16 +81,30 @@ QString PlaybackEngine::readLine() {
 bool PlaybackEngine::readToNextScan() {
     bool found = false;
     while (!found && !m_HistoryStream->atEnd()) {
-        const QString line = readLine();
-        loadLineOf(*m_HistoryStream, m_surroundings.stream, line, found);
+        applyLine(readLine(), found);
     }
     return found;
 }
 
+void PlaybackEngine::applyLine(const QString &line, bool &found) {
+    if (hasKey(line, QLatin1String("StartSettings"))) {
+        m_dateLine = m_HistoryStream->lineNumber();
+    }
+    try {
+        m_surroundings.stream.LoadSettings(line, found);
+    } catch (const UntrappedError &error) {
+        QString what = error.message();
+        if (hasKey(line, QLatin1String("Data"))) {
+            what += QStringLiteral(" (a level of 10, 13 or 32 in a recording does this)");
+        }
+        fail(error.kind(), what);
+    }
+}
+
 void PlaybackEngine::Step(qint16 Direction) {
     ctlChartSpectrum &chart = m_surroundings.instruments.ctlChartSpectrum1;
-    // Stranded, or a file given up: there is nothing to step through.
-    if (!m_HistoryStream || !m_surroundings.session.InPlayback) {
+    // A recording that was started over a stranded transport has the file's place.
+    if (!m_HistoryStream || m_surroundings.session.Recording) {
         m_surroundings.host.stopTransport();
         return;
     }
@@ -115,6 +128,9 @@ void PlaybackEngine::feedChart() {
     try {
         chart.SetPlaybackTime(m_surroundings.session.ScanTime);
     } catch (const UntrappedError &error) {
+        if (error.kind() == Kind::BadValue) {
+            failForTime();
+        }
         throw atLineOf(*m_HistoryStream, error);
     }
     const double expected =
@@ -130,17 +146,34 @@ void PlaybackEngine::feedChart() {
 QDateTime PlaybackEngine::scanMoment() const {
     const auto date = m_surroundings.texts.readDate(m_surroundings.session.ScanDate);
     if (!date) {
-        fail(Kind::BadValue,
-             m_surroundings.session.ScanDate.isEmpty()
-                 ? QStringLiteral("there is no StartSettings line with a date")
-                 : QStringLiteral("\"%1\" is not a date").arg(m_surroundings.session.ScanDate));
+        failForDate();
     }
     const auto time = m_surroundings.texts.readTime(m_surroundings.session.ScanTime);
     if (!time) {
-        fail(Kind::BadValue,
-             QStringLiteral("\"%1\" is not a time of day").arg(m_surroundings.session.ScanTime));
+        failForTime();
     }
     return QDateTime(*date, *time, QTimeZone::utc());
+}
+
+/// The date may stand far above the scan that wants it.
+void PlaybackEngine::failForDate() const {
+    const QString &date = m_surroundings.session.ScanDate;
+    if (m_dateLine == 0) {
+        fail(Kind::BadValue, QStringLiteral("there is no StartSettings line with a date"));
+    }
+    const QString what = date.isEmpty() ? QStringLiteral("the StartSettings line has no date")
+                                        : quotedForReport(date) + QStringLiteral(" is not a date");
+    throw atLineOf(*m_HistoryStream, m_dateLine, UntrappedError(Kind::BadValue, what));
+}
+
+void PlaybackEngine::failForTime() const {
+    const QString &time = m_surroundings.session.ScanTime;
+    fail(Kind::BadValue,
+         time.isEmpty() ? QStringLiteral("no time of day stands behind the scan")
+                        : QStringLiteral("no time of day stands behind the scan but %1 (a level of "
+                                         "10, 13 or 32 in a recording does this, and so do more "
+                                         "than 323 levels)")
+                              .arg(quotedForReport(time)));
 }
 
 double PlaybackEngine::shareRead() const {

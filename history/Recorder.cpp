@@ -6,8 +6,6 @@
 
 #include <QFile>
 
-#include <limits>
-
 namespace veldron {
 
 namespace {
@@ -102,8 +100,7 @@ void Recorder::learnSize() {
     if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
         throw UntrappedError(UntrappedError::Kind::File, file.errorString());
     }
-    m_HistoryFileSize =
-        static_cast<qint32>(qMin<qint64>(file.size(), std::numeric_limits<qint32>::max()));
+    m_HistoryFileSize = file.size();
 }
 
 void Recorder::writeSettings() {

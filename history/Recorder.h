@@ -19,9 +19,9 @@ namespace veldron {
 /// scan, with further blocks in short form wherever the unit's settings changed.
 ///
 /// A data line is "Data ", one Latin-1 character a level, a blank and the time. Nothing is escaped:
-/// a level of 10, 13 or 32 breaks its own line for the reader. Each line is one write, and each scan
-/// and each block is forced onto the disk before anything else happens, so that neither a killed
-/// program nor a power cut loses more than what is being written.
+/// a level of 10, 13 or 32 breaks its own line for the reader. Each line is one write, and each
+/// scan and each block is forced onto the disk before anything else happens, so that neither a
+/// killed program nor a power cut loses more than what is being written.
 class Recorder {
 public:
     /// \a folder is where the dialog starts. All references outlive the recorder.
@@ -48,7 +48,7 @@ public:
     void closeStream();
     [[nodiscard]] QString HistoryFileName() const { return m_HistoryFileName; }
     /// Length of the file in bytes after the last data line.
-    [[nodiscard]] qint32 HistoryFileSize() const { return m_HistoryFileSize; }
+    [[nodiscard]] qint64 HistoryFileSize() const { return m_HistoryFileSize; }
 
 private:
     void start();
@@ -59,7 +59,7 @@ private:
     Surroundings m_surroundings;
     std::unique_ptr<TextFileWriter> m_HistoryStream;
     QString m_HistoryFileName;
-    qint32 m_HistoryFileSize = 0;
+    qint64 m_HistoryFileSize = 0;
 };
 
 } // namespace veldron

@@ -96,9 +96,9 @@ PortMap PortMap::ofDevices(const QStringList &devices) {
     return map;
 }
 
-PortMap PortMap::choose(const QString &programFolder,
+PortMap PortMap::choose(const QString &executableFolder,
                         const std::function<QStringList()> &systemDevices) {
-    const QString folder = programFolder + QStringLiteral("/ports");
+    const QString folder = executableFolder + QStringLiteral("/ports");
     return QFileInfo(folder).isDir() ? ofFolder(folder) : ofDevices(systemDevices());
 }
 

@@ -24,9 +24,10 @@ public:
     /// \a devices are paths, in any order. A device named COMn is COM n, as on Windows; the others
     /// take the numbers from 1 in their order.
     [[nodiscard]] static PortMap ofDevices(const QStringList &devices);
-    /// The rule above. \a programFolder is the program's folder; \a systemDevices lists the
-    /// system's ports, which may mean touching them, and is only called when they count.
-    [[nodiscard]] static PortMap choose(const QString &programFolder,
+    /// The rule above. \a executableFolder is the one that the program's executable lies in;
+    /// \a systemDevices lists the system's ports, which may mean touching them, and is only called
+    /// when they count.
+    [[nodiscard]] static PortMap choose(const QString &executableFolder,
                                         const std::function<QStringList()> &systemDevices);
 
     /// ttyS, ttyUSB, ttyACM, others; each of them in natural order (ttyS2 before ttyS10).

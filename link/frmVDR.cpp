@@ -24,6 +24,7 @@ frmVDR::~frmVDR() {
 }
 
 void frmVDR::unload() {
+    m_unloaded = true;
     if (m_control.PortOpen()) {
         m_control.setPortOpen(false);
     }

@@ -38,8 +38,10 @@ public:
     frmVDR &operator=(const frmVDR &) = delete;
     ~frmVDR();
 
-    /// Closes the port if one is open; the object is done with after that.
+    /// Closes the port if one is open; the object is done with after that and opens none again, not
+    /// even when the unload comes in the middle of setCommPort, while the user is being told.
     void unload();
+    [[nodiscard]] bool isUnloaded() const { return m_unloaded; }
 
     /// The ports that exist, as "COM 3". The first call tries COM 1 to COM 16, up to a second each,
     /// looks for the unit on those that open, and leaves all ports closed; later calls return the
@@ -155,6 +157,7 @@ private:
     QStringList m_PortList;
     qint16 m_ComDefault = 0;
     bool m_portsListed = false;
+    bool m_unloaded = false;
     bool m_Connected = false;
     bool m_Active = false;
 

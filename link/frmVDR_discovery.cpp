@@ -59,6 +59,9 @@ qint16 frmVDR::CommPort() const {
 }
 
 void frmVDR::setCommPort(qint16 port) {
+    if (m_unloaded) {
+        return;
+    }
     qint16 old = 0;
     if (m_control.PortOpen()) {
         old = m_control.CommPort();
@@ -85,8 +88,9 @@ SerialControl::Result frmVDR::openPort(qint16 port) {
 }
 
 void frmVDR::restorePort(qint16 port) {
-    // Nothing more can be done for the user if the earlier port is gone too.
-    if (port > 0) {
+    // The program may have been ended while the user was told. Nothing more can be done for him if
+    // the earlier port is gone too.
+    if (port > 0 && !m_unloaded) {
         static_cast<void>(openPort(port));
     }
 }

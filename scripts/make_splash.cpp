@@ -60,7 +60,7 @@ class Picture {
 public:
     void set(int x, int y, int ink) {
         if (y >= 0 && y < kHeight) {
-            m_inks[static_cast<std::size_t>(y * kWidth + x)] = static_cast<quint8>(ink);
+            m_inks[indexOf(x, y)] = static_cast<quint8>(ink);
         }
     }
     void column(int x, int top, int bottom, int ink) {
@@ -81,8 +81,9 @@ public:
     }
 
 private:
-    [[nodiscard]] int at(int x, int y) const {
-        return m_inks[static_cast<std::size_t>(y * kWidth + x)];
+    [[nodiscard]] int at(int x, int y) const { return m_inks[indexOf(x, y)]; }
+    [[nodiscard]] static std::size_t indexOf(int x, int y) {
+        return static_cast<std::size_t>(y) * kWidth + static_cast<std::size_t>(x);
     }
 
     std::vector<quint8> m_inks = std::vector<quint8>(std::size_t{kWidth} * kHeight, Paper);

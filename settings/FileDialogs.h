@@ -28,7 +28,8 @@ public:
 
     /// A file that exists.
     [[nodiscard]] virtual std::optional<QString> openFile(const FileRequest &request) = 0;
-    /// A file that may be written; an existing one only after the user agreed to replace it.
+    /// A file that may be written; an existing one only after the user agreed to replace it, a new
+    /// one only after the user agreed to make it.
     [[nodiscard]] virtual std::optional<QString> saveFile(const FileRequest &request) = 0;
 };
 

@@ -6,13 +6,17 @@
 namespace veldron {
 
 UntrappedError atLineOf(const TextFileReader &reader, const UntrappedError &error) {
+    return atLineOf(reader, reader.lineNumber(), error);
+}
+
+UntrappedError atLineOf(const TextFileReader &reader, qint64 line, const UntrappedError &error) {
     QString what = error.message();
     if (what.endsWith(QLatin1Char('.'))) {
         what.chop(1);
     }
     // One call for all three: no text is looked through for place marks of its own.
     return {error.kind(), QStringLiteral("Line %1 of the file \"%2\": %3.")
-                              .arg(QString::number(reader.lineNumber()), reader.path(), what)};
+                              .arg(QString::number(line), reader.path(), what)};
 }
 
 void loadLineOf(TextFileReader &reader, SettingsStream &stream, const QString &line, bool &found) {

@@ -42,6 +42,10 @@ private:
 /// \a error with the place where it was met: the last line that \a reader has read.
 [[nodiscard]] UntrappedError atLineOf(const TextFileReader &reader, const UntrappedError &error);
 
+/// The same for an error that lies in line \a line, which \a reader has read before.
+[[nodiscard]] UntrappedError atLineOf(const TextFileReader &reader, qint64 line,
+                                      const UntrappedError &error);
+
 /// Applies \a line of \a reader to \a stream; an error tells the file and the line.
 void loadLineOf(TextFileReader &reader, SettingsStream &stream, const QString &line, bool &found);
 

@@ -5,6 +5,7 @@
 
 #include "chart/ctlChartSpectrum.h"
 #include "common/Numbers.h"
+#include "common/ReportText.h"
 #include "common/UntrappedError.h"
 #include "link/frmVDR.h"
 #include "panels/GeneralUtilities.h"
@@ -32,8 +33,9 @@ bool flag(const QString &value) {
 }
 
 [[noreturn]] void failOutOfRange(const QString &value) {
-    throw UntrappedError(UntrappedError::Kind::Overflow,
-                         QStringLiteral("the number \"%1\" is out of range").arg(value));
+    throw UntrappedError(
+        UntrappedError::Kind::Overflow,
+        QStringLiteral("the number %1 is out of range").arg(quotedForReport(value)));
 }
 
 Hertz leadingHertz(const QString &value) {
@@ -62,8 +64,9 @@ void SettingsStream::wait() {
 Hertz SettingsStream::decimal(const QString &value) const {
     const auto number = Hertz::fromText(value, m_texts.decimalMark());
     if (!number) {
-        throw UntrappedError(UntrappedError::Kind::BadValue,
-                             QStringLiteral("\"%1\" is not a frequency in hertz").arg(value));
+        throw UntrappedError(
+            UntrappedError::Kind::BadValue,
+            QStringLiteral("%1 is not a frequency in hertz").arg(quotedForReport(value)));
     }
     return *number;
 }
@@ -129,7 +132,7 @@ void SettingsStream::applyPoll(const QString &value) {
         if (milliseconds < 0 || milliseconds > kLongestInterval) {
             throw UntrappedError(
                 UntrappedError::Kind::OutOfRange,
-                QStringLiteral("\"%1\" is no poll rate in milliseconds").arg(value));
+                QStringLiteral("%1 is no poll rate in milliseconds").arg(quotedForReport(value)));
         }
         m_host.setPollInterval(milliseconds);
     }

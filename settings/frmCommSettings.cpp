@@ -131,6 +131,9 @@ void frmCommSettings::selectComPort(int row) {
 void frmCommSettings::reactToComPort() {
     const qint16 port = portOfText(cboComPort->currentText());
     m_vdr.setCommPort(cboComPort->currentIndex() == 0 ? qint16{0} : port);
+    if (m_vdr.isUnloaded()) {
+        return; // the program was ended under the message that the port can't be opened
+    }
     if (m_vdr.CommPort() == port) {
         m_vdr.Connect();
     } else {

@@ -29,6 +29,12 @@ public:
     [[nodiscard]] QStringList titles() const { return m_titles; }
     [[nodiscard]] QStringList texts() const { return m_texts; }
 
+    void forget() {
+        m_log.clear();
+        m_titles.clear();
+        m_texts.clear();
+    }
+
     std::optional<QString> openFile(const FileRequest &request) override {
         show("open", request.title, request.filter);
         return m_file;

@@ -46,5 +46,23 @@ TEST(FormLayout, tooNarrowForTheChart_keepsItsWidth) {
     EXPECT_EQ(FormLayout::of(form({11, 700}, false)).chart.width(), 1);
 }
 
+TEST(OpeningSize, largeScreen_givesTheSizeThatSuits) {
+    EXPECT_EQ(openingSize({1920, 1040}, {700, 400}), QSize(1100, 760));
+    EXPECT_EQ(openingSize({1116, 808}, {700, 400}), QSize(1100, 760));
+}
+
+TEST(OpeningSize, smallScreens_leaveRoomForTitleBarAndEdges) {
+    for (const QSize screen : {QSize(1280, 720), QSize(1366, 768), QSize(1024, 600)}) {
+        const QSize inside = openingSize(screen, {700, 400});
+        EXPECT_EQ(inside.width(), qMin(1100, screen.width() - 16));
+        EXPECT_EQ(inside.height(), screen.height() - 48);
+    }
+}
+
+TEST(OpeningSize, screenWithoutRoom_givesTheSmallestForm) {
+    EXPECT_EQ(openingSize({640, 480}, {700, 460}), QSize(700, 460));
+    EXPECT_EQ(openingSize({0, 0}, {700, 460}), QSize(700, 460));
+}
+
 } // namespace
 } // namespace veldron

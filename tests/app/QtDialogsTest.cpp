@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "app/QtDialogs.h"
 
+#include "tests/support/PlainUser.h"
+
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
@@ -47,7 +51,18 @@ protected:
         dialog.findChild<QLineEdit *>("fileNameEdit")->setText(name);
     }
 
+    /// Accepts \a dialog and presses \a button of the question that it asks.
+    void accept(QFileDialog &dialog, QMessageBox::StandardButton button) {
+        over<QMessageBox>([this, button](QMessageBox &box) {
+            m_questions.append(box.text());
+            EXPECT_EQ(box.standardButtons(), QMessageBox::Yes | QMessageBox::No);
+            box.button(button)->click();
+        });
+        QMetaObject::invokeMethod(&dialog, "accept");
+    }
+
     QTemporaryDir m_folder;
+    QStringList m_questions;
     QWidget m_window;
     QtDialogs m_dialogs;
 };
@@ -90,6 +105,19 @@ TEST_F(QtDialogsTest, error_namesTheProgram) {
     EXPECT_EQ(text, "VELDRON has to end|It has to end.");
 }
 
+TEST_F(QtDialogsTest, markUpInAnError_isShownAsItStands) {
+    const QString text = "Line 3 of the file \"a.rec\": \"<b>1</b>\" is not a date.";
+    over<QMessageBox>([&](QMessageBox &box) {
+        EXPECT_EQ(box.textFormat(), Qt::PlainText);
+        const auto *label = box.findChild<QLabel *>("qt_msgbox_label");
+        ASSERT_NE(label, nullptr);
+        EXPECT_EQ(label->text(), text);
+        EXPECT_EQ(label->textFormat(), Qt::PlainText);
+        box.accept();
+    });
+    m_dialogs.showError(text);
+}
+
 TEST_F(QtDialogsTest, box_belongsToTheWindowThatIsUp) {
     m_window.show();
     m_dialogs.setWindow(&m_window);
@@ -103,13 +131,53 @@ TEST_F(QtDialogsTest, box_belongsToTheWindowThatIsUp) {
 }
 
 TEST_F(QtDialogsTest, nameWithoutSuffix_getsOne) {
-    over<QFileDialog>([](QFileDialog &dialog) {
+    over<QFileDialog>([this](QFileDialog &dialog) {
         EXPECT_EQ(dialog.windowTitle(), "Save Settings");
         EXPECT_EQ(dialog.nameFilters(), QStringList{"VELDRON Settings (*.set)"});
         typeName(dialog, "mine");
-        QMetaObject::invokeMethod(&dialog, "accept");
+        accept(dialog, QMessageBox::Yes);
     });
     EXPECT_EQ(m_dialogs.saveFile(request()), std::optional<QString>(path("mine.set")));
+    EXPECT_EQ(m_questions, QStringList{"mine.set does not exist.\nDo you want to create it?"});
+}
+
+TEST_F(QtDialogsTest, newNameThatIsNotWanted_keepsTheDialogUp) {
+    over<QFileDialog>([this](QFileDialog &dialog) {
+        typeName(dialog, "mine");
+        accept(dialog, QMessageBox::No);
+        EXPECT_TRUE(dialog.isVisible());
+        typeName(dialog, "other.set");
+        accept(dialog, QMessageBox::Yes);
+        EXPECT_FALSE(dialog.isVisible());
+    });
+    EXPECT_EQ(m_dialogs.saveFile(request()), std::optional<QString>(path("other.set")));
+    EXPECT_EQ(m_questions.size(), 2);
+    EXPECT_FALSE(QFile::exists(path("mine.set")));
+}
+
+TEST_F(QtDialogsTest, existingFile_isReplacedOnlyWhenTheUserAgrees) {
+    makeFile("a.set");
+    over<QFileDialog>([this](QFileDialog &dialog) {
+        typeName(dialog, "a.set");
+        accept(dialog, QMessageBox::No);
+        EXPECT_TRUE(dialog.isVisible());
+        accept(dialog, QMessageBox::Yes);
+    });
+    EXPECT_EQ(m_dialogs.saveFile(request()), std::optional<QString>(path("a.set")));
+    const QString question = "a.set already exists.\nDo you want to replace it?";
+    EXPECT_EQ(m_questions, (QStringList{question, question}));
+}
+
+TEST_F(QtDialogsTest, folderInASaveDialog_isEnteredWithoutAQuestion) {
+    ASSERT_TRUE(QDir(m_folder.path()).mkdir("inner"));
+    over<QFileDialog>([this](QFileDialog &dialog) {
+        typeName(dialog, path("inner"));
+        QMetaObject::invokeMethod(&dialog, "accept");
+        EXPECT_EQ(dialog.directory().path(), path("inner"));
+        EXPECT_TRUE(dialog.isVisible());
+        dialog.reject();
+    });
+    EXPECT_EQ(m_dialogs.saveFile(request()), std::nullopt);
 }
 
 TEST_F(QtDialogsTest, cancelledFileDialogs_giveNothing) {
@@ -154,6 +222,26 @@ TEST_F(QtDialogsTest, refusalToWrite_namesWhatIsInTheWay) {
     EXPECT_TRUE(refusalToWrite(path("nowhere/a.set")).startsWith("There is no folder"));
     // A file where a folder is wanted can't be written into by anybody, root included.
     EXPECT_TRUE(refusalToWrite(path("a.set/b.set")).startsWith("There is no folder"));
+}
+
+TEST_F(QtDialogsTest, refusalToWrite_namesAReadOnlyFileAndAReadOnlyFolder) {
+    makeFile("a.set");
+    makeFile("mine.set");
+    ASSERT_TRUE(QFile::setPermissions(path("a.set"), QFile::Permissions(0x4444)));
+    ASSERT_TRUE(QFile::setPermissions(path("mine.set"), QFile::Permissions(0x6666)));
+    ASSERT_TRUE(QFile::setPermissions(m_folder.path(), QFile::Permissions(0x5555)));
+    QStringList refusals;
+    {
+        const PlainUser user;
+        refusals = {refusalToWrite(path("a.set")), refusalToWrite(path("new.set")),
+                    refusalToWrite(path("mine.set"))};
+    }
+    ASSERT_TRUE(QFile::setPermissions(m_folder.path(), QFile::Permissions(0x7777)));
+    const QString folder =
+        "You may not write to the folder \"" + m_folder.path() + "\". Please choose another one.";
+    EXPECT_EQ(refusals, (QStringList{"The file \"a.set\" is read-only. Please choose another name.",
+                                     folder, folder}));
+    EXPECT_EQ(refusalToWrite(path("new.set")), "");
 }
 
 } // namespace

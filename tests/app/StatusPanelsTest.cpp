@@ -48,6 +48,7 @@ TEST_F(StatusPanelsTest, design_hasOnePanelWithItsText) {
 
 TEST_F(StatusPanelsTest, withoutThePanels_whatIsForThemIsDropped) {
     m_bar.showActivity(ActivityImage::Busy);
+    m_bar.hideClockAndActivity();
     m_bar.showTexts("a", "b");
     m_bar.showClockAndActivity();
     EXPECT_EQ(m_bar.activity(), ActivityImage::Blank);
@@ -94,6 +95,7 @@ TEST_F(StatusPanelsTest, twelveHourLocale_showsItsMark) {
 TEST_F(StatusPanelsTest, playback_putsTextsInPlaceOfClockAndPicture) {
     m_bar.addPanels();
     m_bar.showActivity(ActivityImage::Busy);
+    m_bar.hideClockAndActivity();
     m_bar.showTexts("14 Mar 2026 10:00:00", "39.06%");
     EXPECT_EQ(m_bar.secondText(), "14 Mar 2026 10:00:00");
     EXPECT_EQ(m_bar.thirdText(), "39.06%");
@@ -101,9 +103,22 @@ TEST_F(StatusPanelsTest, playback_putsTextsInPlaceOfClockAndPicture) {
     EXPECT_FALSE(clockTimer()->isActive());
 }
 
+TEST_F(StatusPanelsTest, textsUnderTheClock_leaveClockAndPictureUp) {
+    m_bar.addPanels();
+    m_bar.showActivity(ActivityImage::Idle);
+    m_bar.showTexts("14 Mar 2026 10:00:00", "39.06%");
+    EXPECT_EQ(m_bar.secondText(), "10:05");
+    EXPECT_TRUE(clockTimer()->isActive());
+    EXPECT_EQ(m_bar.thirdText(), "39.06%");
+    EXPECT_FALSE(panel<QWidget>("Panel3Text")->isHidden());
+    EXPECT_FALSE(panel<QWidget>("Panel3")->isHidden());
+    EXPECT_EQ(m_bar.activity(), ActivityImage::Idle);
+}
+
 TEST_F(StatusPanelsTest, endOfPlayback_bringsClockAndBlankPictureBack) {
     m_bar.addPanels();
     m_bar.showActivity(ActivityImage::Busy);
+    m_bar.hideClockAndActivity();
     m_bar.showTexts("a", "b");
     m_bar.showClockAndActivity();
     EXPECT_EQ(m_bar.secondText(), "10:05");
@@ -116,6 +131,7 @@ TEST_F(StatusPanelsTest, endOfPlayback_bringsClockAndBlankPictureBack) {
 TEST_F(StatusPanelsTest, playback_leavesTheBarsHeightAlone) {
     m_bar.addPanels();
     const int height = m_bar.sizeHint().height();
+    m_bar.hideClockAndActivity();
     m_bar.showTexts("a", "b");
     EXPECT_EQ(m_bar.sizeHint().height(), height);
 }

@@ -48,7 +48,7 @@ TEST_F(FrmAboutTest, caption_namesTheProgram) {
 TEST_F(FrmAboutTest, labels_tellTitleAndMaker) {
     const frmAbout form(m_facts);
     EXPECT_EQ(text(form, "lblTitle"), "PC control software for VELDRON");
-    EXPECT_EQ(text(form, "lblDescription"), makerAddress("\n"));
+    EXPECT_EQ(text(form, "lblDescription"), makerAddress().replace('\r', '\n'));
 }
 
 TEST_F(FrmAboutTest, versionLine_tellsWhenTheProgramFileWasBuilt) {
@@ -60,11 +60,13 @@ TEST_F(FrmAboutTest, versionLine_tellsWhenTheProgramFileWasBuilt) {
 TEST_F(FrmAboutTest, noConnection_showsNoFirmwareLine) {
     m_facts.Status = "No serial port selected";
     m_facts.Version = "Ver 1.5";
+    EXPECT_EQ(infoText(m_facts), "");
     EXPECT_EQ(text(frmAbout(m_facts), "lblInfo"), "");
 }
 
 TEST_F(FrmAboutTest, connection_showsStatusAndFirmware) {
     connectUnit("Ver 1.5");
+    EXPECT_EQ(infoText(m_facts), "VELDRON connected on COM 3\rFirmware Ver 1.5");
     EXPECT_EQ(text(frmAbout(m_facts), "lblInfo"), "VELDRON connected on COM 3\nFirmware Ver 1.5");
 }
 

@@ -113,6 +113,48 @@ TEST_F(FrmDisplayEndTest, systemAsksForTheEndUnderADialog_endsWithoutApplyingIt)
     EXPECT_FALSE(isPolling());
 }
 
+TEST_F(FrmDisplayEndTest, systemAsksForTheEndUnderThePortsMessage_opensNoPortAgain) {
+    for (const qint16 unitPort : {qint16{3}, qint16{0}}) {
+        setPorts({3, 4}, unitPort);
+        startUp();
+        m_control.failOpen(4, SerialErrorCode::kPortInUse);
+        m_control.clearWrites();
+        m_dialogs.setWhileUp([this] {
+            m_form->endWithoutQuestion();
+            m_control.clearWrites();
+        });
+        const int code = runUntilEnd([this] {
+            pickDialog("mnuSettingsComms",
+                       [](QDialog &dialog) { pickRow(dialog, "cboComPort", 2); });
+        });
+        EXPECT_EQ(code, 0);
+        EXPECT_EQ(m_control.writes(), QStringList());
+        EXPECT_FALSE(m_control.PortOpen());
+        EXPECT_FALSE(m_form->hasFailed());
+        EXPECT_TRUE(readFile("VELDRON.set").endsWith("EndSettings \r\n"));
+        ASSERT_TRUE(QFile::remove(path("VELDRON.set")));
+        m_dialogs.setWhileUp({});
+        m_control.failOpen(4, 0);
+    }
+    EXPECT_EQ(m_dialogs.log(), (QStringList{"message", "message"}));
+}
+
+TEST_F(FrmDisplayEndTest, closeDuringPlayback_savesThePanelsAsTheHistoryLeftThem) {
+    startUp();
+    writeFile("a.rec", "VELDRONv1 History file\r\nStartSettings 14 Mar 2026\r\nMonitorMode 1\r\n"
+                       "Span 5000000\r\nCentre 433000000\r\nRBW 3\r\nEndSettings \r\n"
+                       "Data AAAA 10:00:00\r\nData BBBB 10:00:10\r\n");
+    m_dialogs.pickFile(path("a.rec"));
+    pick("mnuFilePlayback");
+    ASSERT_TRUE(m_form->InPlayback());
+    m_form->close();
+    expectEnded();
+    EXPECT_TRUE(readFile("VELDRON.set")
+                    .contains("\r\nMonitorMode 1\r\nSpan 5000000\r\nCentre 433000000\r\n"));
+    EXPECT_TRUE(readFile("VELDRON.set").contains("\r\nRBW 3\r\n"));
+    EXPECT_EQ(unitHolds("SCF"), "100");
+}
+
 TEST_F(FrmDisplayEndTest, bothDialogs_areClosed) {
     startUp();
     commSettings().show();

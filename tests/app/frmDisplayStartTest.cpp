@@ -1,10 +1,36 @@
 // SPDX-License-Identifier: MIT
 #include "tests/app/FormFixture.h"
 
+#include "app/QtDialogs.h"
 #include "app/frmSplash.h"
+
+#include <QMessageBox>
+#include <QTest>
+#include <QWindow>
 
 namespace veldron {
 namespace {
+
+/// Notes whether the splash's picture was painted while no port had been opened yet.
+class PaintWatch : public QObject {
+public:
+    explicit PaintWatch(const ScriptedSerialControl &control) : m_control(control) {
+        qApp->installEventFilter(this);
+    }
+    [[nodiscard]] bool seenBeforeFirstOpen() const { return m_seen; }
+    bool eventFilter(QObject *watched, QEvent *event) override {
+        const auto *widget = qobject_cast<const QWidget *>(watched);
+        m_seen = m_seen || (event->type() == QEvent::Paint && widget != nullptr &&
+                            widget->objectName() == "Image1" &&
+                            qobject_cast<const frmSplash *>(widget->window()) != nullptr &&
+                            !m_control.writes().contains("PortOpen=true"));
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    const ScriptedSerialControl &m_control;
+    bool m_seen = false;
+};
 
 class FrmDisplayStartTest : public FormFixture {
 protected:
@@ -19,18 +45,52 @@ protected:
     [[nodiscard]] int portRow() const {
         return commSettings().findChild<QComboBox *>("cboComPort")->currentIndex();
     }
-    [[nodiscard]] static bool splashIsUp() {
+    [[nodiscard]] static QWindow *splashWindow() {
         for (const QWidget *window : QApplication::topLevelWidgets()) {
             if (qobject_cast<const frmSplash *>(window) != nullptr && window->isVisible()) {
-                return true;
+                return window->windowHandle();
             }
         }
-        return false;
+        return nullptr;
+    }
+    [[nodiscard]] static bool splashIsUp() { return splashWindow() != nullptr; }
+    /// Another program takes the unit's port as soon as the search has found the unit there.
+    void takePortAfterTheSearch() {
+        m_control.setCommandHook(
+            [this](const QString &) { m_control.failOpen(3, SerialErrorCode::kPortInUse); });
+    }
+    /// \a act comes from the window system while the splash comes up; true if no splash is left
+    /// when the search begins.
+    bool closesTheSplash(const std::function<void(QWindow &)> &act) {
+        bool acted = false;
+        bool left = true;
+        m_control.setCommandHook([&](const QString &) { left = left && splashIsUp(); });
+        QTimer::singleShot(0, [&] {
+            if (QWindow *window = splashWindow()) {
+                acted = true;
+                act(*window);
+            }
+        });
+        start();
+        m_control.setCommandHook({});
+        EXPECT_TRUE(acted);
+        return !left;
+    }
+    /// Presses OK of the box that is up, as soon as one is.
+    void acceptBox() {
+        if (auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
+            m_boxAccepted = true;
+            box->accept();
+        } else {
+            QTimer::singleShot(5, m_form.get(), [this] { acceptBox(); });
+        }
     }
     [[nodiscard]] static bool hourglass() {
         const QCursor *cursor = QGuiApplication::overrideCursor();
         return cursor != nullptr && cursor->shape() == Qt::WaitCursor;
     }
+
+    bool m_boxAccepted = false;
 };
 
 TEST_F(FrmDisplayStartTest, unitOnTheOnlyPort_isFoundConnectedAndReadBack) {
@@ -91,6 +151,67 @@ TEST_F(FrmDisplayStartTest, unitOnABusyPort_isListedButNotChosen) {
     EXPECT_EQ(m_dialogs.log(), QStringList());
 }
 
+TEST_F(FrmDisplayStartTest, portTakenBetweenSearchAndSelection_goesOnAsIfNoUnitWasFound) {
+    writeFile("VELDRON.set", "VELDRONv1 Settings\r\nRBW 3\r\nEndSettings \r\n");
+    takePortAfterTheSearch();
+    start();
+    EXPECT_EQ(m_dialogs.log(), QStringList{"message"});
+    EXPECT_EQ(m_dialogs.texts(), QStringList{"COM  3 is in use by another application"});
+    EXPECT_EQ(sent(), QStringList{"RIVE"});
+    EXPECT_EQ(portRows(), (QStringList{"None", "COM 3"}));
+    EXPECT_EQ(portRow(), 0);
+    EXPECT_EQ(status(), "No serial port selected");
+    EXPECT_TRUE(m_form->isVisible());
+    EXPECT_FALSE(splashIsUp());
+    EXPECT_FALSE(isPolling());
+    EXPECT_FALSE(m_form->hasFailed());
+}
+
+TEST_F(FrmDisplayStartTest, portTakenBetweenSearchAndSelection_canBeChosenLater) {
+    takePortAfterTheSearch();
+    start();
+    m_control.setCommandHook({});
+    m_control.failOpen(3, 0);
+    forgetSent();
+    pickDialog("mnuSettingsComms", [](QDialog &dialog) { pickRow(dialog, "cboComPort", 1); });
+    EXPECT_EQ(sent(), QStringList{"RIVE"} + readBack());
+    EXPECT_TRUE(isPolling());
+}
+
+TEST_F(FrmDisplayStartTest, portsMessageClosed_doesNotEndTheProgramBeforeItsWindowIsThere) {
+    takePortAfterTheSearch();
+    QtDialogs boxes;
+    dropForm();
+    m_form = std::make_unique<frmDisplay>(
+        frmDisplay::World{m_control, m_clock, boxes, m_texts, m_folder.path(), "1.0.0"});
+    boxes.setWindow(m_form.get());
+    constexpr int kStillRunning = 7;
+    // Before the loop of the program runs, as in life.
+    QTimer::singleShot(0, m_form.get(), [this] { acceptBox(); });
+    m_form->load();
+    EXPECT_TRUE(m_boxAccepted);
+    EXPECT_EQ(
+        runUntilEnd([] { QTimer::singleShot(20, [] { QCoreApplication::exit(kStillRunning); }); }),
+        kStillRunning);
+    EXPECT_TRUE(m_form->isVisible());
+    EXPECT_FALSE(m_form->hasEnded());
+}
+
+TEST_F(FrmDisplayStartTest, endAskedForUnderThePortsMessage_keepsTheSettingsOfTheLastRun) {
+    const QByteArray settings = "VELDRONv1 Settings\r\nRBW 3\r\nEndSettings \r\n";
+    writeFile("VELDRON.set", settings);
+    takePortAfterTheSearch();
+    make();
+    m_dialogs.setWhileUp([this] { m_form->endWithoutQuestion(); });
+    EXPECT_EQ(runUntilEnd([this] { m_form->load(); }), 0);
+    EXPECT_EQ(m_dialogs.log(), QStringList{"message"});
+    EXPECT_TRUE(m_form->hasEnded());
+    EXPECT_FALSE(m_form->hasFailed());
+    EXPECT_FALSE(m_form->isVisible());
+    EXPECT_FALSE(m_control.PortOpen());
+    EXPECT_EQ(readFile("VELDRON.set"), settings);
+}
+
 TEST_F(FrmDisplayStartTest, deviceThatIsNotTheUnit_isNotChosen) {
     m_control.setVersion("Other 2.0");
     start();
@@ -132,6 +253,29 @@ TEST_F(FrmDisplayStartTest, search_runsUnderSplashAndHourglassWithOnePanel) {
     });
     start();
     EXPECT_EQ(seen, (QStringList{"Finding serial ports", "splash", "busy", "", "no form"}));
+}
+
+TEST_F(FrmDisplayStartTest, splash_isPaintedBeforeTheFirstPortIsOpened) {
+    PaintWatch paints(m_control);
+    start();
+    EXPECT_TRUE(paints.seenBeforeFirstOpen());
+    EXPECT_TRUE(m_control.writes().contains("PortOpen=true"));
+}
+
+TEST_F(FrmDisplayStartTest, keyWhileTheSplashComesUp_closesItAndTheStartGoesOn) {
+    EXPECT_TRUE(closesTheSplash([](QWindow &window) { QTest::keyClick(&window, Qt::Key_Space); }));
+    EXPECT_TRUE(m_form->isVisible());
+    EXPECT_TRUE(isPolling());
+    EXPECT_EQ(status(), "VELDRON connected on COM 3");
+}
+
+TEST_F(FrmDisplayStartTest, clickWhileTheSplashComesUp_closesItAndTheStartGoesOn) {
+    EXPECT_TRUE(closesTheSplash([](QWindow &window) {
+        QTest::mouseClick(&window, Qt::LeftButton, {}, {window.width() / 2, window.height() / 2});
+    }));
+    EXPECT_TRUE(m_form->isVisible());
+    EXPECT_TRUE(isPolling());
+    EXPECT_EQ(status(), "VELDRON connected on COM 3");
 }
 
 TEST_F(FrmDisplayStartTest, connection_comesAfterTheHourglass) {

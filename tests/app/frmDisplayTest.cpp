@@ -193,6 +193,26 @@ TEST_F(FrmDisplayTest, displayDialogDuringPlayback_startsNoPoll) {
     EXPECT_FALSE(isPolling());
 }
 
+TEST_F(FrmDisplayTest, displayLinesOfAHistory_giveWayToTheDialogsSettings) {
+    for (const bool on : {false, true}) {
+        startUp();
+        displaySettings().setPersistenceEnable(on);
+        displaySettings().setWaterfallEnable(on);
+        displaySettings().setMarkerEnable(on);
+        writeFile("a.rec", QByteArray("VELDRONv1 History file\r\nStartSettings 14 Mar 2026\r\n"
+                                      "PersistenceOn X\r\nWaterfallOn X\r\nMarkerOn X\r\n"
+                                      "EndSettings \r\nData AAAA 10:00:00\r\n"
+                                      "Data BBBB 10:00:10\r\n")
+                               .replace(" X", on ? " False" : " True"));
+        m_dialogs.pickFile(path("a.rec"));
+        pick("mnuFilePlayback");
+        ASSERT_TRUE(m_form->InPlayback());
+        EXPECT_EQ(chart().Peak(), on);
+        EXPECT_EQ(chart().DisplayType(), on ? 1 : 0);
+        EXPECT_EQ(chart().MarkerEn(), on);
+    }
+}
+
 TEST_F(FrmDisplayTest, endOfPlayback_readsEverythingBackAndPollsOn) {
     startUp();
     writeHistory("a.rec");
@@ -242,6 +262,22 @@ TEST_F(FrmDisplayTest, insideTooShortForTheChart_keepsTheChartsHeight) {
     inside().setMinimumSize(0, 0);
     inside().resize(inside().width(), 40);
     EXPECT_EQ(chart().height(), height);
+}
+
+TEST_F(FrmDisplayTest, smallestWindowInPlayback_keepsTransportChartAndStatusApart) {
+    startUp();
+    writeHistory("a.rec");
+    m_dialogs.pickFile(path("a.rec"));
+    pick("mnuFilePlayback");
+    m_form->resize(m_form->minimumSizeHint());
+    QCoreApplication::sendPostedEvents();
+    EXPECT_EQ(m_form->size(), m_form->minimumSizeHint());
+    expectLayout(true);
+    EXPECT_GT(chart().height(), 0);
+    EXPECT_GE(transportStrip().width(), transport().width());
+    EXPECT_FALSE(m_form->grab().isNull());
+    Q_EMIT transport().Step(1);
+    expectLayout(true);
 }
 
 TEST_F(FrmDisplayTest, window_fitsTheScreenAndNeverCutsThePanelsOff) {

@@ -4,13 +4,31 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QFrame>
 #include <QImage>
 #include <QLabel>
+#include <QProcess>
+#include <QTemporaryDir>
 #include <QTest>
+#include <QWindow>
 
 namespace veldron {
 namespace {
+
+/// Counts how often a widget is painted.
+class PaintWatch : public QObject {
+public:
+    explicit PaintWatch(QWidget &widget) { widget.installEventFilter(this); }
+    [[nodiscard]] int count() const { return m_count; }
+    bool eventFilter(QObject *watched, QEvent *event) override {
+        m_count += event->type() == QEvent::Paint ? 1 : 0;
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    int m_count = 0;
+};
 
 class FrmSplashTest : public testing::Test {
 protected:
@@ -30,9 +48,10 @@ TEST_F(FrmSplashTest, labels_tellProductAndVersion) {
 }
 
 TEST_F(FrmSplashTest, description_isTheAddressInLines) {
-    EXPECT_EQ(label("lblDescription")->text(), makerAddress("\n"));
-    EXPECT_GE(makerAddress("\r").count('\r'), 1);
-    EXPECT_TRUE(makerAddress("\r").startsWith("VELDRON project\r"));
+    EXPECT_EQ(makerAddress(),
+              "VELDRON project\rPanoramic spectrum control\rFree software, MIT licence");
+    EXPECT_EQ(label("lblDescription")->text(),
+              "VELDRON project\nPanoramic spectrum control\nFree software, MIT licence");
 }
 
 TEST_F(FrmSplashTest, labels_areInArial) {
@@ -72,6 +91,47 @@ TEST_F(FrmSplashTest, owner_isTheParentAndTheFormIsAWindow) {
     EXPECT_EQ(m_splash.parentWidget(), &m_owner);
     EXPECT_TRUE(m_splash.isWindow());
     EXPECT_FALSE(m_splash.isModal());
+}
+
+TEST_F(FrmSplashTest, builtInPicture_isTheOneThatTheScriptDraws) {
+    const QTemporaryDir folder;
+    const QString drawn = folder.filePath("drawn.png");
+    ASSERT_EQ(QProcess::execute(VELDRON_MAKE_SPLASH, {drawn}), 0);
+    const QImage picture(drawn);
+    EXPECT_EQ(picture.size(), QSize(2146, 972));
+    EXPECT_EQ(picture.colorTable(), QImage(":/veldron/splash.png").colorTable());
+    EXPECT_TRUE(picture == QImage(":/veldron/splash.png"));
+}
+
+TEST_F(FrmSplashTest, shownForm_isPaintedWhenTheWaitIsOver) {
+    frmSplash splash("1.0.0");
+    PaintWatch painted(*splash.findChild<QLabel *>("Image1"));
+    splash.show();
+    const int before = painted.count();
+    splash.awaitPaint();
+    EXPECT_TRUE(splash.windowHandle()->isExposed());
+    EXPECT_GT(painted.count(), before);
+}
+
+TEST_F(FrmSplashTest, formThatNeverReachesTheScreen_isWaitedForHalfASecond) {
+    frmSplash splash("1.0.0");
+    splash.setAttribute(Qt::WA_DontShowOnScreen);
+    splash.show();
+    QElapsedTimer waited;
+    waited.start();
+    splash.awaitPaint();
+    EXPECT_FALSE(splash.windowHandle()->isExposed());
+    EXPECT_GE(waited.elapsed(), 500);
+    EXPECT_LT(waited.elapsed(), 1500);
+}
+
+TEST_F(FrmSplashTest, closedForm_isNotWaitedFor) {
+    m_splash.close();
+    QElapsedTimer waited;
+    waited.start();
+    m_splash.awaitPaint();
+    EXPECT_LT(waited.elapsed(), 400);
+    EXPECT_FALSE(m_splash.isVisible());
 }
 
 TEST_F(FrmSplashTest, keyPress_closesIt) {

@@ -2,8 +2,10 @@
 #include "common/TextFile.h"
 
 #include "common/UntrappedError.h"
+#include "tests/support/FullDisk.h"
 
 #include <QBuffer>
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -13,6 +15,22 @@
 
 namespace veldron {
 namespace {
+
+/// A disk that breaks when it is told to, and tells what stands under a name while it is asked.
+class BreakingDisk : public Disk {
+public:
+    QString force(QFileDevice & /*file*/) override {
+        calls += QStringLiteral("content");
+        return contentError;
+    }
+    QString forceName(QFileDevice & /*file*/) override {
+        calls += QStringLiteral("name");
+        return nameError;
+    }
+    QStringList calls;
+    QString contentError;
+    QString nameError;
+};
 
 class TextFileTest : public testing::Test {
 protected:
@@ -37,6 +55,16 @@ protected:
         QFile file(path);
         file.open(QIODevice::ReadOnly);
         return file.readAll();
+    }
+
+    void writeOld() const {
+        QFile file(path("s.set"));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write("old\r\n");
+    }
+    void expectOldFileAlone() const {
+        EXPECT_EQ(bytesOf(path("s.set")), "old\r\n");
+        EXPECT_EQ(QDir(m_folder.path()).entryList(QDir::Files), QStringList{"s.set"});
     }
 
     QTemporaryDir m_folder;
@@ -180,6 +208,85 @@ TEST_F(TextFileTest, replacingWriter_keepsTheOldFileUntilTheCommit) {
     ReplacingTextFileWriter writer(path("s.set"));
     writer.writeLine(QStringLiteral("new"));
     writer.commit();
+    EXPECT_EQ(bytesOf(path("s.set")), "new\r\n");
+}
+
+TEST_F(TextFileTest, replacingWriterOnAFullDisk_tellsItAtTheLineAndKeepsTheOldFile) {
+    for (const rlim_t room : {0U, 100U}) {
+        writeOld();
+        {
+            const FullDisk disk(room);
+            ReplacingTextFileWriter writer(path("s.set"));
+            if (room > 0) {
+                writer.writeLine(QString(60, QLatin1Char('a')));
+            }
+            EXPECT_THROW(writer.writeLine(QString(60, QLatin1Char('b'))), UntrappedError);
+        }
+        expectOldFileAlone();
+    }
+}
+
+TEST_F(TextFileTest, commitAfterAFailedLine_isAFileErrorAndKeepsTheOldFile) {
+    for (const rlim_t room : {0U, 100U}) {
+        writeOld();
+        {
+            ReplacingTextFileWriter writer(path("s.set"));
+            {
+                const FullDisk disk(room);
+                EXPECT_THROW(writer.writeLine(QString(200, QLatin1Char('x'))), UntrappedError);
+            }
+            EXPECT_THROW(writer.writeLine(QStringLiteral("more")), UntrappedError);
+            EXPECT_THROW(writer.commit(), UntrappedError);
+            EXPECT_THROW(writer.commit(), UntrappedError);
+        }
+        expectOldFileAlone();
+    }
+}
+
+TEST_F(TextFileTest, fullDisk_isNamedInTheError) {
+    for (const rlim_t room : {0U, 100U}) {
+        const FullDisk disk(room);
+        try {
+            ReplacingTextFileWriter(path("s.set")).writeLine(QString(200, QLatin1Char('x')));
+            ADD_FAILURE() << "written to a full disk";
+        } catch (const UntrappedError &error) {
+            EXPECT_EQ(error.kind(), UntrappedError::Kind::File);
+            EXPECT_TRUE(error.message().contains(QStringLiteral("s.set\": File too large")))
+                << qPrintable(error.message());
+        }
+    }
+}
+
+TEST_F(TextFileTest, replacingWriter_forcesContentAndThenTheNameOntoTheDisk) {
+    BreakingDisk disk;
+    ReplacingTextFileWriter writer(path("s.set"), disk);
+    writer.writeLine(QStringLiteral("new"));
+    EXPECT_EQ(disk.calls, QStringList());
+    writer.commit();
+    EXPECT_EQ(disk.calls, (QStringList{"content", "name"}));
+    EXPECT_EQ(bytesOf(path("s.set")), "new\r\n");
+}
+
+TEST_F(TextFileTest, contentThatCanNotBeForced_isAFileErrorAndKeepsTheOldFile) {
+    writeOld();
+    {
+        BreakingDisk disk;
+        disk.contentError = QStringLiteral("the disk is gone");
+        ReplacingTextFileWriter writer(path("s.set"), disk);
+        writer.writeLine(QStringLiteral("new"));
+        EXPECT_THROW(writer.commit(), UntrappedError);
+        EXPECT_EQ(disk.calls, QStringList{"content"});
+    }
+    expectOldFileAlone();
+}
+
+TEST_F(TextFileTest, nameThatCanNotBeForced_isAFileErrorAfterTheChange) {
+    writeOld();
+    BreakingDisk disk;
+    disk.nameError = QStringLiteral("the disk is gone");
+    ReplacingTextFileWriter writer(path("s.set"), disk);
+    writer.writeLine(QStringLiteral("new"));
+    EXPECT_THROW(writer.commit(), UntrappedError);
     EXPECT_EQ(bytesOf(path("s.set")), "new\r\n");
 }
 

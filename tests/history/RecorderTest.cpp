@@ -2,6 +2,7 @@
 #include "history/Recorder.h"
 
 #include "common/UntrappedError.h"
+#include "tests/support/FullDisk.h"
 #include "tests/support/HistoryBench.h"
 
 #include <gtest/gtest.h>
@@ -11,9 +12,7 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 
-#include <csignal>
 #include <functional>
-#include <sys/resource.h>
 #include <unistd.h>
 #include <utility>
 
@@ -41,26 +40,6 @@ const QByteArray kUnitLines = "Poll 1000\r\n"
                               "DataMode 1\r\n"
                               "EndSettings \r\n";
 const QStringList kStopped = {"caption Record", "SetControlsEnabled on"};
-
-/// No file of this process grows past \a bytes while this lives: the disk is full there.
-class FullDisk {
-public:
-    explicit FullDisk(rlim_t bytes) : m_oldHandler(std::signal(SIGXFSZ, SIG_IGN)) {
-        getrlimit(RLIMIT_FSIZE, &m_old);
-        const rlimit limit{bytes, m_old.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    FullDisk(const FullDisk &) = delete;
-    FullDisk &operator=(const FullDisk &) = delete;
-    ~FullDisk() {
-        setrlimit(RLIMIT_FSIZE, &m_old);
-        std::signal(SIGXFSZ, m_oldHandler);
-    }
-
-private:
-    rlimit m_old{};
-    void (*m_oldHandler)(int);
-};
 
 class RecorderTest : public testing::Test {
 protected:
@@ -203,13 +182,21 @@ TEST_F(RecorderTest, headScanAndBlock_areEachForcedOntoTheDisk) {
 TEST_F(RecorderTest, panelOne_showsNameAndSizeAfterEachScan) {
     start();
     scan(LevelScan(321, 'a'));
-    const auto size = static_cast<qint32>(QFileInfo(path()).size());
-    EXPECT_EQ(m_bench.recorder.HistoryFileSize(), size);
+    EXPECT_EQ(m_bench.recorder.HistoryFileSize(), QFileInfo(path()).size());
     EXPECT_EQ(takeLog(), QStringList{"panel 1: Recording to file " + path() + "   0.6k"});
     for (int i = 0; i < 10; ++i) {
         scan(LevelScan(321, 'a'));
     }
     EXPECT_EQ(m_bench.status, "Recording to file " + path() + "   3.9k");
+}
+
+TEST_F(RecorderTest, fileBeyondTwoGigabytes_hasItsSizeShown) {
+    constexpr qint64 kSize = 3LL << 30;
+    start();
+    ASSERT_TRUE(QFile::resize(path(), kSize)); // takes no room on the disk
+    scan({'a'});
+    EXPECT_EQ(m_bench.recorder.HistoryFileSize(), kSize);
+    EXPECT_EQ(m_bench.status, "Recording to file " + path() + "   3072.0M");
 }
 
 TEST_F(RecorderTest, settingsChange_addsAShortBlockBetweenTwoScans) {
@@ -223,7 +210,7 @@ TEST_F(RecorderTest, settingsChange_addsAShortBlockBetweenTwoScans) {
     EXPECT_EQ(tail(), "Data a 10:00:00\r\n" + block + "Data b 10:00:00\r\n");
 }
 
-TEST_F(RecorderTest, readBackAfterMidnight_putsTheNewDateAheadOfTheFirstScan) {
+TEST_F(RecorderTest, readBackAfterMidnight_putsTheNewDateAheadOfTheNextScan) {
     m_bench.clock.setTimeOfDay(86399.5);
     start();
     scan({'a'});
@@ -306,6 +293,14 @@ TEST_F(RecorderTest, diskThatFailsAtTheStart_isUntrapped) {
     m_bench.disk.error = QStringLiteral("Input/output error");
     EXPECT_THROW(click(), UntrappedError);
     EXPECT_FALSE(m_bench.session.Recording);
+}
+
+TEST_F(RecorderTest, folderThatCannotBeForcedAtTheStart_isUntrapped) {
+    m_bench.disk.nameError = QStringLiteral("Input/output error");
+    EXPECT_THROW(click(), UntrappedError);
+    EXPECT_FALSE(m_bench.session.Recording);
+    EXPECT_EQ(m_bench.disk.namesForced, 1);
+    EXPECT_TRUE(m_bench.log.isEmpty());
 }
 
 TEST_F(RecorderTest, fileRemovedUnderTheRecorder_stopsAtTheSecondOpen) {

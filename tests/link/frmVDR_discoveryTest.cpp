@@ -44,6 +44,28 @@ TEST_F(FrmVDRDiscovery, unload_closesOnceAndLeavesAClosedPortAlone) {
     EXPECT_EQ(control.writes(), QStringList({"PortOpen=false"}));
 }
 
+TEST_F(FrmVDRDiscovery, unloadUnderTheMessage_leavesTheEarlierPortClosed) {
+    vdr.setCommPort(2);
+    control.failOpen(4, SerialErrorCode::kPortInUse);
+    host.setOnMessage([this] {
+        vdr.unload();
+        control.clearWrites();
+    });
+    vdr.setCommPort(4);
+    EXPECT_EQ(host.messages().size(), 1U);
+    EXPECT_EQ(control.writes(), QStringList());
+    EXPECT_TRUE(vdr.isUnloaded());
+}
+
+TEST_F(FrmVDRDiscovery, portChosenAfterTheUnload_staysClosed) {
+    vdr.unload();
+    control.clearWrites();
+    vdr.setCommPort(2);
+    EXPECT_EQ(control.writes(), QStringList());
+    EXPECT_EQ(vdr.CommPort(), 0);
+    EXPECT_FALSE(vdr.Connect());
+}
+
 TEST_F(FrmVDRDiscovery, scan_listsEachPortThatOpensAndClosesThemAll) {
     control.setPorts({1, 3, 16});
     EXPECT_EQ(vdr.GetCommPorts(), QStringList({"COM 1", "COM 3", "COM 16"}));

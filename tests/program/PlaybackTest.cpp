@@ -19,6 +19,39 @@ namespace {
 
 const QString kFile = QStringLiteral("band.rec");
 
+/// What a panel shows: its label and its text.
+struct Shown {
+    const char *label;
+    const char *text;
+};
+
+/// The panels at the start of the recording.
+const QList<Shown> kRecorded = {
+    {"Receiver", "VK3900"},  {"RX Frequency", "100.00000"},
+    {"RX Mode", "WFM"},      {"RX Step", "100.000"},
+    {"RX Atten", "off"},     {"Monitor mode", "Spectrum"},
+    {"Span", "10.00000"},    {"Centre", "100.00000"},
+    {"Start", "95.00000"},   {"End", "105.00000"},
+    {"RBW", "32 kHz"},       {"Amp", "-30 dB"},
+    {"Data mode", "Normal"},
+};
+
+const QList<QByteArray> kChangedByHand = {
+    "set receiver 5",  "set mode 7",     "set step 25",    "set attenuator 1", "set amplitude -20",
+    "set bandwidth 3", "set datamode 2", "set average 21", "set centre 145.5", "set span 5",
+};
+
+/// The panels of a unit that was changed so.
+const QList<Shown> kChanged = {
+    {"Receiver", "VK3700(10M)"}, {"RX Frequency", "145.50000"},
+    {"RX Mode", "LSB"},          {"RX Step", "25.000"},
+    {"RX Atten", "on"},          {"Monitor mode", "Spectrum"},
+    {"Span", "5.00000"},         {"Centre", "145.50000"},
+    {"Start", "143.00000"},      {"End", "148.00000"},
+    {"RBW", "64 kHz"},           {"Amp", "-20 dB"},
+    {"Data mode", "Avg"},        {"Samples", "21"},
+};
+
 const QByteArray kFullBlock = "PersistenceOn False\r\nPersistence 5\r\nWaterfallOn False\r\n"
                               "Palette 3\r\nUpdate 1\r\nMarkerOn True\r\n";
 
@@ -97,6 +130,22 @@ protected:
         }
     }
 
+    void expectPanels(const QList<Shown> &panels) {
+        for (const Shown &panel : panels) {
+            EXPECT_EQ(run.shownAfterWait(panel.label, panel.text, 3s), QString(panel.text))
+                << panel.label;
+        }
+    }
+
+    /// Somebody turns the unit's own knobs, while the program follows them.
+    void changeUnitBeforePlayback() {
+        run.unit().tell("set bandwidth 4");
+        run.unit().tell("set amplitude -10");
+        run.unit().tell("set centre 433");
+        ASSERT_EQ(run.shownAfterWait("Centre", "433.00000", 20s), "433.00000");
+        ASSERT_EQ(run.shownAfterWait("RBW", "128 kHz", 20s), "128 kHz");
+    }
+
     QString percent(double share) { return QString::number(share * 100.0, 'f', 2) + "%"; }
 
     void expectPanel(int index, const QString &text) {
@@ -153,14 +202,20 @@ TEST_F(Playback, thirtyScansWithAChange_fileIsWhatTheUnitSentAndPlaysBack) {
     expectBlockInItsPlace();
     expectRecorded(file, run.unit().events());
 
+    changeUnitBeforePlayback();
     play();
+    const qsizetype begin = run.unit().now();
     EXPECT_TRUE(run.statusText().startsWith("Playback from " + run.path(kFile) + "   "));
     EXPECT_TRUE(run.control("Span").has_value());
     EXPECT_FALSE(run.isEnabled("Span"));
-    EXPECT_EQ(run.shown("Span"), "10.00000");
+    expectPanels(kRecorded);
     expectAt(0);
+    for (const QByteArray &change : kChangedByHand) {
+        run.unit().tell(change);
+    }
     step("Step forward", 2);
     expectAt(2);
+    expectPanels(kRecorded);
 
     // Past the change: the panels show it from its own scans on.
     const qsizetype firstBehind = file.scans.size() - scansOfBlock(2);
@@ -185,14 +240,14 @@ TEST_F(Playback, thirtyScansWithAChange_fileIsWhatTheUnitSentAndPlaysBack) {
         return button && button->isEnabled;
     }));
 
-    // Back to the unit.
+    // Back to the unit, which was left alone meanwhile.
+    EXPECT_EQ(run.unit().commandsSince(begin), QList<QByteArray>());
     run.clickButton("Stop playback");
     EXPECT_TRUE(run.awaitStatus("VELDRON connected on COM 3"));
-    EXPECT_EQ(run.shown("Span"), "2.00000");
-    EXPECT_EQ(run.shown("Centre"), "100.00000");
+    expectPanels(kChanged);
     EXPECT_TRUE(run.isEnabled("Span"));
-    const qsizetype begin = run.unit().now();
-    EXPECT_TRUE(eventually(5s, [&] { return run.unit().scansSince(begin) > 1; }));
+    const qsizetype end = run.unit().now();
+    EXPECT_TRUE(eventually(5s, [&] { return run.unit().scansSince(end) > 1; }));
 }
 
 } // namespace

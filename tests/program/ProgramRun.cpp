@@ -3,6 +3,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 #include "tests/program/Desk.h"
 #include "tests/program/Eventually.h"
@@ -11,6 +12,7 @@
 
 #include <csignal>
 
+#include <linux/capability.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
 #include <unistd.h>
@@ -68,6 +70,9 @@ ProgramRun::ProgramRun() : m_folder(QDir::currentPath() + QStringLiteral("/progr
     QDir(m_folder.path()).mkdir(QStringLiteral("ports"));
     m_process.setChildProcessModifier([this] {
         ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+        if (m_isLocked) {
+            ::prctl(PR_CAPBSET_DROP, CAP_DAC_OVERRIDE);
+        }
         if (m_fileLimit >= 0) {
             const rlimit limit{static_cast<rlim_t>(m_fileLimit), static_cast<rlim_t>(m_fileLimit)};
             ::setrlimit(RLIMIT_FSIZE, &limit);
@@ -82,6 +87,7 @@ ProgramRun::~ProgramRun() {
         m_process.kill();
         m_process.waitForFinished();
     }
+    QFile::setPermissions(m_folder.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 }
 
 void ProgramRun::write(const QString &name, const QByteArray &content) const {
@@ -97,6 +103,16 @@ QByteArray ProgramRun::content(const QString &name) const {
 
 bool ProgramRun::exists(const QString &name) const {
     return QFile::exists(path(name));
+}
+
+/// Without its right to write anywhere even root keeps to what a folder allows.
+void ProgramRun::lockFolder() {
+    ASSERT_TRUE(QFile::setPermissions(m_folder.path(), QFile::ReadOwner | QFile::ExeOwner));
+    m_isLocked = true;
+}
+
+void ProgramRun::sendSignal(int number) const {
+    ASSERT_EQ(::kill(static_cast<pid_t>(processId()), number), 0);
 }
 
 bool ProgramRun::plugUnit(int port, const QStringList &options) {
@@ -277,7 +293,18 @@ void ProgramRun::choose(const QString &menu, const QString &entry) {
     Desk::click(found->place.center());
 }
 
-bool ProgramRun::answerFileDialog(const QString &title, const QString &file) {
+/// A file that is not there yet is made only after a question.
+void ProgramRun::agreeToNewFile(const QString &file) const {
+    const QString question =
+        QFileInfo(file).fileName() + QStringLiteral(" does not exist.\nDo you want to create it?");
+    const QList<ScreenItem> all = items();
+    const ScreenItem *yes = find(all, QStringLiteral("push button"), QStringLiteral("Yes"));
+    if (yes != nullptr && find(all, QStringLiteral("label"), question) != nullptr) {
+        Desk::click(yes->place.center());
+    }
+}
+
+bool ProgramRun::nameFile(const QString &title, const QString &file) const {
     if (!Desk::awaitWindow(title, 10s)) {
         return false;
     }
@@ -285,7 +312,25 @@ bool ProgramRun::answerFileDialog(const QString &title, const QString &file) {
     Desk::key(QStringLiteral("ctrl+a"));
     Desk::type(file);
     Desk::key(QStringLiteral("Return"));
-    return eventually(5s, [&title] { return !Desk::hasWindow(title); });
+    return true;
+}
+
+bool ProgramRun::answerFileDialog(const QString &title, const QString &file) {
+    return nameFile(title, file) && eventually(5s, [&] {
+               agreeToNewFile(file);
+               return !Desk::hasWindow(title);
+           });
+}
+
+bool ProgramRun::answerQuestion(const QString &text, const QString &button) {
+    const auto isUp = [&] {
+        return named(QStringLiteral("label"), text).has_value();
+    };
+    if (!eventually(5s, isUp)) {
+        return false;
+    }
+    clickButton(button);
+    return eventually(5s, [&] { return !isUp(); });
 }
 
 } // namespace veldron

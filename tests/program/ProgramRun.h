@@ -41,6 +41,8 @@ public:
     // The process.
     /// Files that the program writes may not grow beyond \a bytes: a full disk.
     void limitFiles(qint64 bytes) { m_fileLimit = bytes; }
+    /// The program may not write into its own folder any more, whoever runs it.
+    void lockFolder();
     void launch();
     /// Launches the program and waits until its window is there and can be read.
     [[nodiscard]] bool open();
@@ -48,6 +50,7 @@ public:
     [[nodiscard]] bool awaitWindow();
     [[nodiscard]] bool isRunning() const { return m_process.state() != QProcess::NotRunning; }
     [[nodiscard]] qint64 processId() const { return m_process.processId(); }
+    void sendSignal(int number) const;
     void sendTerminate() { m_process.terminate(); }
     void sendKill() { m_process.kill(); }
     /// True if it ends within the time; exitCode() tells how.
@@ -80,17 +83,23 @@ public:
     void clickControl(const QString &label);
     void clickButton(const QString &name);
     void choose(const QString &menu, const QString &entry);
-    /// Waits for a dialog, gives it the keys, names a file and presses Enter.
+    /// Waits for a dialog, gives it the keys, names a file and presses Enter; agrees to a new file.
     [[nodiscard]] bool answerFileDialog(const QString &title, const QString &file);
+    /// The first half of that: up to Enter.
+    [[nodiscard]] bool nameFile(const QString &title, const QString &file) const;
+    /// Waits for a question with \a text, presses \a button and waits until it is gone.
+    [[nodiscard]] bool answerQuestion(const QString &text, const QString &button);
 
 private:
     void focusWindow() const;
+    void agreeToNewFile(const QString &file) const;
 
     QTemporaryDir m_folder;
     SimulatedUnit m_unit;
     QProcess m_process;
     ScreenReader m_reader;
     qint64 m_fileLimit = -1;
+    bool m_isLocked = false;
 };
 
 } // namespace veldron

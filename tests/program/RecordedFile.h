@@ -28,6 +28,10 @@ struct RecordedFile {
     [[nodiscard]] QTime timeOf(qsizetype scan) const;
 };
 
+/// The scans that the unit says it sent, from the first one of \a file on.
+[[nodiscard]] QList<LineEvent> sentFromFirstOf(const RecordedFile &file,
+                                               const QList<LineEvent> &events);
+
 /// Compares a recording with the scans that the unit says it sent: one line for each, none missing
 /// between the first and the last, each with the second it came in. Fails the test where they
 /// differ.

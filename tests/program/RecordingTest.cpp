@@ -83,6 +83,18 @@ protected:
         EXPECT_EQ(Desk::windows(), QStringList{"VELDRON"});
     }
 
+    /// Playback of the file shows its first scan. With four scans a second it goes no further.
+    void expectOpens(const QString &path, const RecordedFile &file) {
+        run.choose("File", "Playback");
+        ASSERT_TRUE(run.answerFileDialog("History playback", path));
+        Desk::focus("VELDRON");
+        EXPECT_TRUE(eventually(5s, [&] { return run.statusText().startsWith("Playback from "); }))
+            << qPrintable(run.statusText());
+        EXPECT_TRUE(run.panel(1).endsWith(' ' + QString::fromLatin1(file.scans.first().time)));
+        run.clickButton("Stop playback");
+        expectStopped();
+    }
+
     ProgramRun run;
 };
 
@@ -143,6 +155,9 @@ TEST_F(Recording, killed_everyCompleteLineIsThere) {
     EXPECT_GE(file.scans.size(), 4);
     expectRecorded(file, run.unit().events());
     EXPECT_EQ(file.blocks.size(), 1);
+    // All that the unit has sent but, at the most, the one in hand.
+    const qsizetype sent = sentFromFirstOf(file, run.unit().events()).size();
+    EXPECT_GE(file.scans.size(), sent - 1);
 }
 
 TEST_F(Recording, fileTakenAway_recorderStopsByItself) {
@@ -164,7 +179,9 @@ TEST_F(Recording, diskFull_recorderStopsAndWhatWasWrittenStays) {
     const RecordedFile file = RecordedFile::read(run.content("disk/band.rec"));
     EXPECT_LE(file.size, kRoom);
     EXPECT_GE(file.scans.size(), 20);
+    EXPECT_TRUE(file.rest.isEmpty()) << file.rest.constData();
     expectRecorded(file, run.unit().events());
+    expectOpens(run.path("disk/band.rec"), file);
 }
 
 TEST_F(Recording, fileLimitReached_recorderStopsAndWhatWasWrittenStays) {
@@ -175,7 +192,9 @@ TEST_F(Recording, fileLimitReached_recorderStopsAndWhatWasWrittenStays) {
     const RecordedFile file = recorded();
     EXPECT_LE(file.size, kLimit);
     EXPECT_GE(file.scans.size(), 9);
+    EXPECT_TRUE(file.rest.isEmpty()) << file.rest.constData();
     expectRecorded(file, run.unit().events());
+    expectOpens(run.path(kFile), file);
 }
 
 } // namespace

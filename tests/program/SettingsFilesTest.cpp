@@ -223,6 +223,24 @@ TEST_F(OwnSettings, dialogCancelled_nothingHappens) {
     EXPECT_TRUE(run.isRunning());
 }
 
+TEST_F(OwnSettings, newNameAndOldName_areAskedAboutBeforeTheFileIsWritten) {
+    run.choose("File", "Save Settings");
+    ASSERT_TRUE(run.nameFile("Save Settings", run.path("mine.set")));
+    const QString make = "mine.set does not exist.\nDo you want to create it?";
+    ASSERT_TRUE(run.answerQuestion(make, "No"));
+    EXPECT_TRUE(Desk::hasWindow("Save Settings"));
+    EXPECT_FALSE(run.exists("mine.set"));
+    run.write("mine.set", "old");
+    ASSERT_TRUE(run.nameFile("Save Settings", run.path("mine.set")));
+    const QString replace = "mine.set already exists.\nDo you want to replace it?";
+    ASSERT_TRUE(run.answerQuestion(replace, "No"));
+    EXPECT_EQ(run.content("mine.set"), "old");
+    ASSERT_TRUE(run.nameFile("Save Settings", run.path("mine.set")));
+    ASSERT_TRUE(run.answerQuestion(replace, "Yes"));
+    EXPECT_TRUE(eventually(5s, [this] { return run.content("mine.set").startsWith("VELDRON"); }));
+    EXPECT_EQ(Desk::windows(), QStringList{"VELDRON"});
+}
+
 TEST_F(OwnSettings, badValueInALoadedFile_programSaysSoAndEnds) {
     run.write("bad.set", "VELDRONv1 Settings\r\nCentre nowhere\r\n");
     run.choose("File", "Load Settings");

@@ -2,6 +2,7 @@
 #include "settings/SettingsFiles.h"
 
 #include "common/UntrappedError.h"
+#include "tests/support/FullDisk.h"
 #include "tests/support/InstrumentBench.h"
 
 #include <gtest/gtest.h>
@@ -259,6 +260,36 @@ TEST_F(SettingsFilesTest, errorInTheMiddleOfASave_keepsTheOldFile) {
     SettingsFiles(stream, m_dialogs, m_folder.path()).SaveDefaultSettings();
     EXPECT_EQ(bytesOf("VELDRON.set"), "old");
     EXPECT_EQ(QDir(m_folder.path()).entryList(QDir::Files), QStringList{"VELDRON.set"});
+}
+
+TEST_F(SettingsFilesTest, menuSaveOnAFullDisk_isAnUntrappedFileErrorAndKeepsTheOldFile) {
+    for (const rlim_t room : {0U, 100U}) {
+        put("mine.set", "old");
+        answer("mine.set");
+        {
+            const FullDisk disk(room);
+            try {
+                m_files.mnuFileSaveSettings();
+                ADD_FAILURE() << "saved on a full disk";
+            } catch (const UntrappedError &error) {
+                EXPECT_EQ(error.kind(), UntrappedError::Kind::File);
+            }
+        }
+        EXPECT_EQ(bytesOf("mine.set"), "old");
+        EXPECT_EQ(QDir(m_folder.path()).entryList(QDir::Files), QStringList{"mine.set"});
+    }
+}
+
+TEST_F(SettingsFilesTest, defaultSaveOnAFullDisk_isSilentAndKeepsTheOldFile) {
+    for (const rlim_t room : {0U, 100U}) {
+        put("VELDRON.set", "old");
+        {
+            const FullDisk disk(room);
+            m_files.SaveDefaultSettings();
+        }
+        EXPECT_EQ(bytesOf("VELDRON.set"), "old");
+        EXPECT_EQ(QDir(m_folder.path()).entryList(QDir::Files), QStringList{"VELDRON.set"});
+    }
 }
 
 } // namespace

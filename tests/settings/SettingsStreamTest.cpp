@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QComboBox>
+
 #include <memory>
 
 namespace veldron {
@@ -326,6 +328,23 @@ TEST(SettingsStream, unknownName_sendsCodeNought) {
     bench.connectUnit();
     bench.loadAll({"Receiver vk1100", "RXMode AM"});
     EXPECT_EQ(bench.log, (QStringList{"WURX0", "wait 1.0", "WUMD0"}));
+}
+
+TEST(SettingsStream, unknownReceiver_leavesThePanelWithoutOne) {
+    InstrumentBench bench;
+    ASSERT_NE(bench.ctlFrequency1.RX(), 0);
+    bench.load("Receiver vk1100");
+    EXPECT_EQ(bench.ctlFrequency1.RX(), 0);
+    EXPECT_EQ(bench.ctlFrequency1.findChild<QComboBox *>("cboRX")->currentIndex(), -1);
+    EXPECT_TRUE(bench.ctlFrequency1.findChild<QComboBox *>("cboMode")->isHidden());
+}
+
+TEST(SettingsStream, unknownMode_isNoneThatThePanelTakes) {
+    InstrumentBench bench;
+    bench.load("RXMode WFM");
+    const qint16 mode = bench.ctlFrequency1.Mode();
+    EXPECT_TRUE(bench.changesOf("RXMode AM").isEmpty());
+    EXPECT_EQ(bench.ctlFrequency1.Mode(), mode);
 }
 
 TEST(SettingsStream, linesOfOtherFormats_doNothing) {

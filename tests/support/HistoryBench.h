@@ -11,17 +11,18 @@ namespace veldron {
 /// A disk that counts what is forced onto it, waits for nothing and fails on demand.
 class CountingDisk : public Disk {
 public:
-    QString force(QFile & /*file*/) override {
+    QString force(QFileDevice & /*file*/) override {
         ++forced;
         return error;
     }
-    QString forceName(QFile & /*file*/) override {
+    QString forceName(QFileDevice & /*file*/) override {
         ++namesForced;
-        return {};
+        return nameError;
     }
     int forced = 0;
     int namesForced = 0;
     QString error;
+    QString nameError;
 };
 
 /// A bench with recorder and playback engine, and the form's part of them noted in the log.
@@ -40,6 +41,9 @@ public:
     void showStatus(const QString &text) override {
         status = text;
         InstrumentBench::note(QStringLiteral("panel 1: ") + text);
+    }
+    void hideClockAndActivity() override {
+        InstrumentBench::note(QStringLiteral("no clock and activity"));
     }
     void showPlaybackPlace(const QString &time, const QString &percent) override {
         place = time + QStringLiteral(" / ") + percent;
