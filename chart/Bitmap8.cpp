@@ -119,6 +119,7 @@ Bitmap8::Handle Bitmap8::Create(qint32 width, qint32 height) {
 void Bitmap8::Destroy() {
     m_previousBitmap = 0;
     m_pixels = {};
+    m_origin = 0;
     m_hDC = 0;
     m_hBitmap = 0;
 }
@@ -160,7 +161,17 @@ void Bitmap8::slideDown(qint32 by) {
 }
 
 void Bitmap8::straighten() {
-    std::rotate(m_pixels.begin(), m_pixels.begin() + m_origin, m_pixels.end());
+    // The shorter part steps aside: after a few rows that is a few hundred bytes of megabytes.
+    const auto middle = m_pixels.begin() + m_origin;
+    if (middle - m_pixels.begin() <= m_pixels.end() - middle) {
+        const std::vector<quint8> front(m_pixels.begin(), middle);
+        std::copy(middle, m_pixels.end(), m_pixels.begin());
+        std::copy_backward(front.begin(), front.end(), m_pixels.end());
+    } else {
+        const std::vector<quint8> back(middle, m_pixels.end());
+        std::copy_backward(m_pixels.begin(), middle, m_pixels.end());
+        std::copy(back.begin(), back.end(), m_pixels.begin());
+    }
     m_origin = 0;
 }
 
@@ -254,19 +265,28 @@ void Bitmap8::stretchRows(qint32 sourceHeight, qint32 destinationHeight) {
         return;
     }
     straighten();
-    const std::vector<quint8> scratch(m_pixels);
+    // In place, from the end that the copies move towards: no row is written before it was read.
+    const bool grows = destinationHeight > sourceHeight;
     const auto length = static_cast<std::size_t>(m_header.biWidth);
-    for (qint64 row = 0; row < destinationHeight; ++row) {
+    for (qint64 i = 0; i < destinationHeight; ++i) {
+        const qint64 row = grows ? destinationHeight - 1 - i : i;
         const qint64 source = row * sourceHeight / destinationHeight;
-        std::memcpy(m_pixels.data() + row * m_stride, scratch.data() + source * m_stride, length);
+        if (source != row) {
+            std::memcpy(m_pixels.data() + row * m_stride, m_pixels.data() + source * m_stride,
+                        length);
+        }
     }
 }
 
 void Bitmap8::zero(qint64 offset, qint64 count) {
-    straighten();
     const auto size = static_cast<qint64>(m_pixels.size());
     const qint64 first = std::clamp<qint64>(offset, 0, size);
     const qint64 end = std::clamp<qint64>(offset + count, first, size);
+    if (end - first < size) {
+        straighten();
+    } else {
+        m_origin = 0; // nothing of the old rows is left
+    }
     std::fill(m_pixels.begin() + first, m_pixels.begin() + end, quint8{0});
 }
 

@@ -116,12 +116,15 @@ void WaterfallStore::AdvanceRows(float time, float fallRoom, const RowClosed &cl
         pushRow(time);
         const bool scrollBarIsDue = countRow(fallRoom);
         // Whole seconds can't count rows of under one: there, one scan is one row.
-        const bool oneRowOnly = interval < 1.0F;
+        bool oneRowOnly = interval < 1.0F;
         if (oneRowOnly) {
             m_nextRowTime = time;
         } else if (!gap) {
-            m_nextRowTime = wholeSecondOfDay(static_cast<double>(interval) +
-                                             static_cast<double>(m_nextRowTime));
+            const float next = wholeSecondOfDay(static_cast<double>(interval) +
+                                                static_cast<double>(m_nextRowTime));
+            // Nor does the time of day count rows of whole days: all end at the same one.
+            oneRowOnly = next == m_nextRowTime;
+            m_nextRowTime = next;
         }
         closed(scrollBarIsDue);
         if (oneRowOnly) {

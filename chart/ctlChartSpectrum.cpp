@@ -75,10 +75,13 @@ void ctlChartSpectrum::makePicture() {
 
 void ctlChartSpectrum::wireControls() {
     connect(Timer1, &QTimer::timeout, this, [this] { m_guard.run([this] { onTimer1(); }); });
-    connect(VScroll1, &QScrollBar::valueChanged, this, &ctlChartSpectrum::onScrollBarMoved);
+    connect(VScroll1, &QScrollBar::valueChanged, this,
+            [this](int value) { m_guard.run([this, value] { onScrollBarMoved(value); }); });
     connect(Picture1, &PictureBox::exposed, this, [this] { m_guard.run([this] { redraw(); }); });
     connect(Picture1, &PictureBox::pressed, this, &ctlChartSpectrum::onPress);
-    connect(Picture1, &PictureBox::moved, this, &ctlChartSpectrum::onMove);
+    connect(Picture1, &PictureBox::moved, this, [this](QPoint at, Qt::MouseButtons buttons) {
+        m_guard.run([this, at, buttons] { onMove(at, buttons); });
+    });
     connect(Picture1, &PictureBox::released, this, &ctlChartSpectrum::onRelease);
     connect(Picture1, &PictureBox::doubleClicked, this, &ctlChartSpectrum::onDoubleClick);
     connect(Picture1, &PictureBox::pointerLeft, this, &ctlChartSpectrum::onPointerLeft);
@@ -173,7 +176,7 @@ void ctlChartSpectrum::SetData(const LevelScan &levels) {
 
 void ctlChartSpectrum::resizeEvent(QResizeEvent *event) {
     QWidget::resizeEvent(event);
-    resizeSteps();
+    m_guard.run([this] { resizeSteps(); });
 }
 
 void ctlChartSpectrum::resizeSteps() {

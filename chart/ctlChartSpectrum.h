@@ -49,8 +49,9 @@ public:
                      QWidget *parent = nullptr);
     ~ctlChartSpectrum() override;
 
-    /// What receives an UntrappedError out of the control's own timer and its repaints; without it
-    /// such an error is fatal. Calls from code throw to their caller instead.
+    /// What receives an UntrappedError out of the control's own events: its timer, repaints,
+    /// changes of size, the scroll bar and the pointer. Without it such an error is fatal. Calls
+    /// from code throw to their caller instead.
     void setGuard(ErrorGuard guard) { m_guard = std::move(guard); }
 
     /// True while scans come from a history file. A write in either direction empties the history
@@ -171,9 +172,9 @@ private:
     [[nodiscard]] AxisInput axisInput(const ChartLayout &layout) const;
     void placeReceiveLine(const ChartLayout &layout);
     void placeMarker(const ChartLayout &layout);
-    void preparePicture();
     void drawAxes(PixelSurface &surface, const ChartLayout &layout);
     [[nodiscard]] bool waterfallCoversItsArea(const ChartLayout &layout) const;
+    void paintPicture(const ChartLayout &layout);
     int paintTrace(const ChartLayout &layout);
     void paintWaterfall(const ChartLayout &layout, int lowestTraceRow);
     void placePlayLine(const ChartLayout &layout);

@@ -13,13 +13,6 @@
 
 namespace veldron {
 
-void ctlChartSpectrum::preparePicture() {
-    if (Picture1->prepare()) {
-        m_standingTrace.forget();
-        m_standingWaterfall.forget();
-    }
-}
-
 AxisInput ctlChartSpectrum::axisInput(const ChartLayout &layout) const {
     return {layout,
             m_grid,
@@ -39,7 +32,11 @@ void ctlChartSpectrum::DrawAxes() {
     if (!layout.isDrawable()) {
         return;
     }
-    preparePicture();
+    if (Picture1->prepare()) {
+        // What was shown stays in view until Refresh, so it is drawn anew at the screen's density.
+        drawAxes(Picture1->surfaceShownSoon(), layout);
+        paintPicture(layout);
+    }
     PixelSurface &surface = Picture1->surface();
     surface.clear();
     drawAxes(surface, layout);
@@ -49,7 +46,7 @@ void ctlChartSpectrum::DrawAxes() {
 void ctlChartSpectrum::redraw() {
     const ChartLayout layout = chartLayout();
     if (layout.isDrawable()) {
-        preparePicture();
+        Picture1->prepare();
         PixelSurface &surface = Picture1->surfaceShownSoon();
         surface.clearAround(waterfallCoversItsArea(layout) ? layout.fallArea() : QRect());
         drawAxes(surface, layout);
@@ -63,15 +60,15 @@ bool ctlChartSpectrum::waterfallCoversItsArea(const ChartLayout &layout) const {
 }
 
 void ctlChartSpectrum::drawAxes(PixelSurface &surface, const ChartLayout &layout) {
+    // The surface is new or has been wiped, and the plan of a scale without height throws.
+    m_standingTrace.forget();
     m_standingWaterfall.forget();
     const AxisPlan plan = AxisPlan::of(axisInput(layout));
     for (const PlannedLine &line : plan.lines) {
         surface.line(line.from, line.to, line.colour);
     }
     // Labels of a usual length stay outside of the plot.
-    if (Picture1->Print(surface, plan.texts).intersects(layout.plotInside())) {
-        m_standingTrace.forget();
-    } else {
+    if (!Picture1->Print(surface, plan.texts).intersects(layout.plotInside())) {
         m_standingTrace.wiped(layout);
     }
     if (plan.placesMarker) {
@@ -115,7 +112,14 @@ void ctlChartSpectrum::Refresh() {
     if (!layout.isDrawable() || m_grid.binCount() <= 0) {
         return;
     }
-    preparePicture();
+    if (Picture1->prepare()) {
+        // A new picture has no axes.
+        drawAxes(Picture1->surfaceShownSoon(), layout);
+    }
+    paintPicture(layout);
+}
+
+void ctlChartSpectrum::paintPicture(const ChartLayout &layout) {
     if (layout.plotRight - 1 > layout.plotLeft) {
         const int lowest = paintTrace(layout);
         Line1->showIf(m_marker.enabled);

@@ -4,6 +4,7 @@
 
 #include "chart/PictureBox.h"
 #include "common/Numbers.h"
+#include "common/ReportText.h"
 #include "common/UntrappedError.h"
 
 #include <QScrollBar>
@@ -103,7 +104,7 @@ void ctlChartSpectrum::SetPlaybackTime(const QString &text) {
     const std::optional<QTime> time = m_texts.readTime(text);
     if (!time) {
         throw UntrappedError(UntrappedError::Kind::BadValue,
-                             QStringLiteral("\"%1\" is not a time of day.").arg(text));
+                             quotedForReport(text) + QStringLiteral(" is not a time of day."));
     }
     const auto seconds = static_cast<float>(time->msecsSinceStartOfDay() / 1000.0);
     m_waterfall.setPlaybackTime(seconds);

@@ -3,8 +3,13 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
+#include <iterator>
 #include <limits>
+#include <random>
 #include <stdexcept>
+#include <vector>
 
 namespace veldron {
 namespace {
@@ -43,6 +48,19 @@ TEST(Bitmap8, destroyed_hasNoHandlesAndNoPixels) {
     EXPECT_EQ(bitmap.hDC(), 0U);
     EXPECT_EQ(bitmap.hBitmap(), 0U);
     EXPECT_EQ(bitmap.data(0, 0), 0);
+}
+
+TEST(Bitmap8, destroyedAfterScrolling_takesEverythingQuietly) {
+    Numbered bitmap(4, 6);
+    bitmap.Scroll(0, 2);
+    bitmap.Destroy();
+    bitmap.Scroll(0, 5);
+    bitmap.Scroll(-1, 0);
+    bitmap.Resize(2.0F);
+    bitmap.Resize(0.1F);
+    bitmap.Clear();
+    EXPECT_EQ(bitmap.data(0, 0), 0);
+    EXPECT_EQ(bitmap.data(3, 5), 0);
 }
 
 TEST(Bitmap8, strideOfWidth321_is324AndOf320Is320) {
@@ -219,12 +237,14 @@ TEST(Bitmap8, resizedByTwo_doublesTheRowsOfTheTopHalf) {
 }
 
 TEST(Bitmap8, resizedBy64_takesTwoStepsOfEight) {
-    Numbered bitmap(4, 128);
+    Numbered bitmap(4, 100);
     bitmap.Resize(64.0F);
-    // Rows 0 to 15 over the whole, and of that again the first sixteen.
-    EXPECT_EQ(bitmap.data(0, 63), 1);
-    EXPECT_EQ(bitmap.data(0, 64), 2);
-    EXPECT_EQ(bitmap.data(0, 127), 2);
+    // An eighth is twelve rows of the hundred: row y is row floor(y x 12 / 100) of the first step,
+    // and that is floor(x 12 / 100) of it. In one step the second row would begin at row 50.
+    EXPECT_EQ(bitmap.data(0, 0), 1);
+    EXPECT_EQ(bitmap.data(0, 74), 1);
+    EXPECT_EQ(bitmap.data(0, 75), 2);
+    EXPECT_EQ(bitmap.data(0, 99), 2);
 }
 
 TEST(Bitmap8, resizedBy65_takesTwoStepsOfEightAndALastOfALittleMoreThanOne) {
@@ -263,6 +283,77 @@ TEST(Bitmap8, resizedByAnImpossibleFactor_isUnchanged) {
                                std::numeric_limits<float>::quiet_NaN()}) {
         bitmap.Resize(factor);
         EXPECT_EQ(bitmap.data(0, 7), 8);
+    }
+}
+
+// The same raster with nothing clever in it: every move goes through a copy.
+struct PlainRaster {
+    PlainRaster(qint32 width, qint32 height) : stride(width), rows(height) {
+        for (qint32 y = 0; y < rows; ++y) {
+            bytes.insert(bytes.end(), static_cast<std::size_t>(stride), static_cast<quint8>(y + 1));
+        }
+    }
+    void scroll(qint32 by) {
+        const std::vector<quint8> old(bytes);
+        const auto moved = std::min(qsizetype{by} * stride, static_cast<qsizetype>(old.size()));
+        std::copy(old.begin(), old.end() - moved, bytes.begin() + moved);
+    }
+    void stretch(double from, double to) {
+        const std::vector<quint8> old(bytes);
+        const auto source = static_cast<qint32>(from);
+        const auto target = static_cast<qint32>(to);
+        for (qint32 y = 0; y < target; ++y) {
+            std::copy_n(old.begin() + qsizetype{y * source / target} * stride, stride,
+                        bytes.begin() + qsizetype{y} * stride);
+        }
+    }
+    void resize(float factor) {
+        const double height = rows;
+        const double eighth = std::nearbyint(height / 8.0);
+        for (; factor > 8.0F; factor /= 8.0F) {
+            stretch(eighth, height);
+        }
+        if (factor >= 1.0F) {
+            stretch(std::nearbyint(height / static_cast<double>(factor)), height);
+            return;
+        }
+        for (; factor < 0.125F; factor *= 8.0F) {
+            stretch(height, eighth);
+        }
+        const double covered = height * static_cast<double>(factor);
+        stretch(height, std::floor(covered));
+        std::fill(bytes.begin() + static_cast<qsizetype>(std::nearbyint(covered * stride)),
+                  bytes.end(), quint8{0});
+    }
+
+    qint32 stride;
+    qint32 rows;
+    std::vector<quint8> bytes;
+};
+
+TEST(Bitmap8, scrolledAndResizedInTurn_isAsIfEachMoveWentThroughACopy) {
+    constexpr float kFactors[] = {1.0F, 2.0F, 0.5F, 5.0F, 0.2F, 20.0F, 0.05F, 100.0F, 0.4F, 2.5F};
+    Numbered bitmap(8, 100);
+    PlainRaster plain(8, 100);
+    std::mt19937 random(31);
+    for (int step = 0; step < 400; ++step) {
+        const auto by = static_cast<qint16>(random() % (step % 7 == 0 ? 110 : 20));
+        bitmap.Scroll(0, by);
+        plain.scroll(by);
+        for (int i = 0; i < 40; ++i) {
+            const auto place = static_cast<std::size_t>(random() % plain.bytes.size());
+            bitmap.setdata(static_cast<qint32>(place), 0, static_cast<quint8>(step + i));
+            plain.bytes[place] = static_cast<quint8>(step + i);
+        }
+        if (random() % 3 == 0) {
+            const float factor = kFactors[random() % std::size(kFactors)];
+            bitmap.Resize(factor);
+            plain.resize(factor);
+        }
+        for (std::size_t place = 0; place < plain.bytes.size(); ++place) {
+            ASSERT_EQ(bitmap.data(static_cast<qint32>(place), 0), plain.bytes[place])
+                << "step " << step << ", byte " << place;
+        }
     }
 }
 

@@ -49,9 +49,12 @@ TEST_F(ChartTest, scrollBar_comesWhenRowsPassTheVisibleOnes) {
 TEST_F(ChartTest, splitAtFourFifths_showsTheScrollBarEarlier) {
     chart.setDisplayType(1);
     chart.setSplitFraction(0.8F);
-    liveRows(71);
+    liveRows(70);
+    EXPECT_TRUE(scrollBar().isHidden());
+    seconds(1);
     EXPECT_FALSE(scrollBar().isHidden());
     EXPECT_EQ(scrollBar().pageStep(), 70);
+    EXPECT_EQ(scrollBar().maximum(), 1);
 }
 
 TEST_F(ChartTest, scrollBarMoved_looksBack) {

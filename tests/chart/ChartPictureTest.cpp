@@ -1,180 +1,217 @@
 // SPDX-License-Identifier: MIT
 // Whole pictures, compared pixel for pixel with a plain painter that paints everything anew.
 #include "tests/chart/ChartFixture.h"
+#include "tests/chart/PlainPicture.h"
 
-#include "chart/AxisPlan.h"
-#include "common/Numbers.h"
 #include "panels/GeneralUtilities.h"
 
-#include <algorithm>
-#include <cmath>
 #include <random>
 
 namespace veldron {
 namespace {
 
-// The expected picture: one colour a pixel, painted point by point from the scan alone.
-class PlainPicture {
+// The history as flat bytes, 320 a row, newest row first; its first row is open.
+class PlainRows {
 public:
-    PlainPicture(int width, int height)
-        : m_width(width), m_height(height),
-          m_points(static_cast<std::size_t>(width) * static_cast<std::size_t>(height)) {}
-
-    void point(int x, int y, quint32 colour) {
-        if (x >= 0 && x < m_width && y >= 0 && y < m_height) {
-            m_points[index(x, y)] = colour;
+    void scan(const LevelScan &levels) {
+        if (m_closed) {
+            std::fill_n(m_bytes.begin(), kWidth, quint8{0});
+            m_closed = false;
+        }
+        for (std::size_t i = 0; i < levels.size(); ++i) {
+            m_bytes[i] = std::max(m_bytes[i], levels[i]);
         }
     }
-    void line(QPoint from, QPoint to, quint32 colour) {
-        const QPoint step(qBound(-1, to.x() - from.x(), 1), qBound(-1, to.y() - from.y(), 1));
-        for (QPoint at = from; at != to; at += step) {
-            point(at.x(), at.y(), colour);
-        }
+    void close() {
+        const std::vector<quint8> copy(m_bytes.begin(), m_bytes.begin() + kWidth);
+        m_bytes.insert(m_bytes.begin(), copy.begin(), copy.end());
+        m_closed = true;
     }
-    void trace(const ChartLayout &l, const LevelScan &scan, int cells) {
-        for (int x = l.plotLeft; x < l.plotRight; ++x) {
-            const auto bin = static_cast<std::size_t>((x - l.plotLeft) * cells / l.plotWidth());
-            const double exact =
-                (scan[bin] - 42) / 60.0 * (l.plotTop - l.plotBottom) + l.plotBottom;
-            const int y =
-                std::clamp(static_cast<int>(std::nearbyint(exact)), l.plotTop, l.plotBottom);
-            line({x, l.plotBottom}, {x, y}, ChartColours::kTrace);
-            line({x, y}, {x, l.plotTop}, ChartColours::kBackground);
-        }
+    [[nodiscard]] quint8 at(int column, int row) const {
+        return m_bytes[static_cast<std::size_t>(row * kWidth + column)];
     }
-    void waterfall(const ChartLayout &l, const std::vector<LevelScan> &rows, int cells,
-                   qint16 scheme) {
-        for (int y = l.fallTop; y < l.fallBottom; ++y) {
-            const auto row = static_cast<std::size_t>(y - l.fallTop);
-            for (int x = l.plotLeft; x < l.plotRight; ++x) {
-                const auto bin = static_cast<std::size_t>((x - l.plotLeft) * cells / l.plotWidth());
-                const quint8 raw = row < rows.size() ? rows[row][bin] : quint8{0};
-                point(x, y, GeneralUtilities::PaletteColour(LevelScale().schemeLevel(raw), scheme));
-            }
-        }
-    }
-    [[nodiscard]] quint32 at(int x, int y) const { return m_points[index(x, y)]; }
 
 private:
-    [[nodiscard]] std::size_t index(int x, int y) const {
-        return static_cast<std::size_t>(y) * static_cast<std::size_t>(m_width) +
-               static_cast<std::size_t>(x);
-    }
+    static constexpr int kWidth = 320;
 
-    int m_width;
-    int m_height;
-    std::vector<quint32> m_points;
+    std::vector<quint8> m_bytes = std::vector<quint8>(kWidth * 1000);
+    bool m_closed = false;
 };
 
 class Pictures : public ChartTest {
 protected:
-    std::vector<LevelScan> randomScans(std::size_t count, std::size_t bins) {
-        std::vector<LevelScan> scans(count, LevelScan(bins));
-        for (LevelScan &scan : scans) {
-            for (quint8 &level : scan) {
-                level = static_cast<quint8>(30 + random() % 90);
-            }
-        }
-        return scans;
+    // Waterfall on, a second a row, in \a scheme, and nothing in the history yet.
+    void beginRows(qint16 scheme) {
+        chart.setDisplayType(1);
+        chart.setUpdate(1);
+        chart.setPalette(scheme);
+        chart.setPlayback(true);
+        chart.setPlayback(false);
+        timer().stop();
+        chart.onTimer1();
+        rows = PlainRows();
     }
-    // Axes by the plan, whose lines have tests of their own; labels are left out of the
-    // comparison, and so is nothing else.
-    AxisPlan plan(const BinGrid &grid, const ChartLayout &layout, float nextRow) {
-        return AxisPlan::of({layout, grid, LevelScale(), chart.DisplayType(), chart.Update(),
-                             static_cast<float>(chart.Update()), nextRow, 0,
-                             [this](const QString &text) {
+    void take(const LevelScan &levels) {
+        chart.SetData(levels);
+        chart.Refresh();
+        rows.scan(levels);
+        current = levels;
+    }
+    void closeRow() {
+        seconds(1);
+        rows.close();
+    }
+    LevelScan randomScan(std::size_t bins) {
+        LevelScan levels(bins);
+        for (quint8 &level : levels) {
+            level = static_cast<quint8>(30 + random() % 90);
+        }
+        return levels;
+    }
+    [[nodiscard]] ChartLayout layout() const {
+        return ChartLayout::of(picture().ScaleWidth(), picture().ScaleHeight(), chart.DisplayType(),
+                               chart.SplitFraction());
+    }
+    [[nodiscard]] AxisPlan plan(const BinGrid &grid) {
+        const auto update = static_cast<float>(chart.Update());
+        const float nextRow = (std::floor(clock.timeOfDay() / update) + 1.0F) * update;
+        return AxisPlan::of({layout(), grid, LevelScale(), chart.DisplayType(), chart.Update(),
+                             update, nextRow, 0, [this](const QString &text) {
                                  return picture().textWidth(text);
                              }});
     }
-    void expectSame(const PlainPicture &expected, const AxisPlan &axes) {
-        QRegion labels;
-        for (const PlannedText &text : axes.texts) {
-            labels |= QRect(text.at.x() - 1, text.at.y(), picture().textWidth(text.text) + 2, 16);
-        }
-        int wrong = 0;
-        for (int y = 0; y < picture().ScaleHeight(); ++y) {
-            for (int x = 0; x < picture().ScaleWidth(); ++x) {
-                if (labels.contains(QPoint(x, y))) {
-                    continue;
-                }
-                wrong += shown(x, y) == expected.at(x, y) ? 0 : 1;
-            }
-        }
-        EXPECT_EQ(wrong, 0);
+    // The picture as it is after the axes alone.
+    [[nodiscard]] PlainPicture wiped(const BinGrid &grid = {}) {
+        PlainPicture plain(picture().ScaleWidth(), picture().ScaleHeight());
+        plain.axes(plan(grid), picture());
+        return plain;
+    }
+    void addWaterfall(PlainPicture &plain, qint16 scheme, int cells = 320) const {
+        plain.waterfall(layout(), cells, [&](int column, int row) {
+            const int level = LevelScale().schemeLevel(rows.at(column, row));
+            return GeneralUtilities::PaletteColour(static_cast<quint8>(level), scheme);
+        });
     }
 
+    PlainRows rows;
+    LevelScan current;
     std::mt19937 random{5};
 };
 
 using ChartPictureTest = Pictures;
 
 struct PictureCase {
+    const char *name;
     int width;
     int height;
 };
 
 TEST_F(ChartPictureTest, traceAlone_isThePlainPainters) {
-    const PictureCase cases[] = {{695, 400}, {1280, 800}, {400, 300}};
+    const PictureCase cases[] = {{"spread", 695, 400},
+                                 {"spread, large", 1280, 800},
+                                 {"spread, few columns more than bins", 400, 300},
+                                 {"gather, a bin a column", 375, 300},
+                                 {"gather", 300, 400}};
+    current = LevelScan(321, 0);
     for (const PictureCase &c : cases) {
-        SCOPED_TRACE(c.width);
         size(c.width, c.height);
-        const auto scans = randomScans(4, 321);
-        for (const LevelScan &scan : scans) {
-            chart.SetData(scan);
-            chart.Refresh();
+        PlainPicture expected = wiped();
+        expected.trace(layout(), {current, 320, {}});
+        for (int i = 0; i < 4; ++i) {
+            take(randomScan(321));
+            expected.trace(layout(), {current, 320, {}});
+            EXPECT_EQ(expected.differences(picture().shown()), 0) << c.name << ", scan " << i;
         }
-        const ChartLayout layout = ChartLayout::of(c.width, c.height, 0, 0.5F);
-        const AxisPlan axes = plan(BinGrid(), layout, 0.0F);
-        PlainPicture expected(c.width, c.height);
-        for (const PlannedLine &line : axes.lines) {
-            expected.line(line.from, line.to, line.colour);
-        }
-        expected.trace(layout, scans.back(), 320);
-        expectSame(expected, axes);
     }
 }
 
 TEST_F(ChartPictureTest, traceOverWaterfall_isThePlainPaintersInEverySize) {
-    const PictureCase cases[] = {{695, 400}, {1280, 800}, {500, 333}};
-    chart.setDisplayType(1);
-    chart.setUpdate(1);
-    chart.setPalette(3);
+    const PictureCase cases[] = {{"spread", 695, 400},
+                                 {"spread, large", 1280, 800},
+                                 {"spread, odd", 500, 333},
+                                 {"gather, a bin a column", 375, 300},
+                                 {"gather", 300, 400}};
     for (const PictureCase &c : cases) {
-        SCOPED_TRACE(c.width);
         size(c.width, c.height);
-        chart.setPlayback(true); // begins with an empty history
-        chart.setPlayback(false);
-        timer().stop();
-        chart.onTimer1();
-        const auto scans = randomScans(30, 320);
-        std::vector<LevelScan> rows;
-        for (const LevelScan &scan : scans) {
-            chart.SetData(scan);
-            chart.Refresh();
-            seconds(1);
-            rows.insert(rows.begin(), scan);
+        beginRows(3);
+        for (int i = 0; i < 30; ++i) {
+            take(randomScan(321));
+            closeRow();
         }
-        const LevelScan last = randomScans(1, 320)[0];
-        chart.SetData(last);
-        chart.Refresh();
-        rows.insert(rows.begin(), last);
-        const ChartLayout layout = ChartLayout::of(c.width, c.height, 1, 0.5F);
-        const AxisPlan axes = plan(BinGrid(), layout, clock.timeOfDay() + 1.0F);
-        PlainPicture expected(c.width, c.height);
-        for (const PlannedLine &line : axes.lines) {
-            expected.line(line.from, line.to, line.colour);
-        }
-        expected.trace(layout, last, 320);
-        expected.waterfall(layout, rows, 320, 3);
-        expectSame(expected, axes);
+        PlainPicture expected = wiped();
+        expected.trace(layout(), {current, 320, {}});
+        take(randomScan(321));
+        expected.trace(layout(), {current, 320, {}});
+        addWaterfall(expected, 3);
+        EXPECT_EQ(expected.differences(picture().shown()), 0) << c.name;
     }
+}
+
+TEST_F(ChartPictureTest, lastBinOfAFullScan_isSeenInTheRowBelow) {
+    beginRows(0);
+    for (const int last : {50, 90, 70, 100}) {
+        LevelScan levels = randomScan(321);
+        take(levels);
+        levels[320] = static_cast<quint8>(last);
+        take(levels);
+        PlainPicture expected = wiped();
+        expected.trace(layout(), {levels, 320, {}});
+        addWaterfall(expected, 0);
+        EXPECT_EQ(expected.differences(picture().shown()), 0) << last;
+        EXPECT_GE(rows.at(0, 1), last);
+        closeRow();
+    }
+}
+
+TEST_F(ChartPictureTest, gatheredTraceThatRunsIntoTheWaterfall_leavesItWhole) {
+    size(300, 400);
+    beginRows(1);
+    for (int i = 0; i < 100; ++i) {
+        take(LevelScan(321, static_cast<quint8>(50 + i % 40)));
+        closeRow();
+    }
+    PlainPicture expected = wiped();
+    expected.trace(layout(), {current, 320, {}});
+    for (const int level : {60, 20, 0, 0}) {
+        take(LevelScan(321, static_cast<quint8>(level)));
+        expected.trace(layout(), {current, 320, {}});
+        addWaterfall(expected, 1);
+        EXPECT_EQ(expected.differences(picture().shown()), 0) << level;
+    }
+    EXPECT_EQ(shown(100, 190), ChartColours::kBackground); // between plot and waterfall
+}
+
+TEST_F(ChartPictureTest, gridOfMoreCellsThanTheHistory_showsNoWaterfallUntilItFitsAgain) {
+    BinGrid wide;
+    wide.setDataResolution(hz(20000));
+    const LevelScan levels(501, 90);
+    beginRows(3);
+    for (int i = 0; i < 30; ++i) {
+        take(randomScan(320));
+        closeRow();
+    }
+    chart.setDataResolution(hz(20000));
+    take(levels);
+    PlainPicture blank = wiped(wide);
+    blank.trace(layout(), {levels, 500, {}});
+    EXPECT_EQ(blank.differences(picture().shown()), 0);
+    chart.setSplitFraction(0.3F); // the waterfall's place was the trace's before
+    blank = wiped(wide);
+    blank.trace(layout(), {levels, 500, {}});
+    EXPECT_EQ(blank.differences(picture().shown()), 0);
+
+    chart.setDataResolution(hz(31250));
+    take(LevelScan(320, 80));
+    PlainPicture expected = wiped();
+    expected.trace(layout(), {current, 320, {}});
+    addWaterfall(expected, 3);
+    EXPECT_EQ(expected.differences(picture().shown()), 0);
 }
 
 TEST_F(ChartPictureTest, labels_arePrintedWhereThePlanPutsThem) {
     chart.setDisplayType(1);
     scan(42);
-    const ChartLayout layout = ChartLayout::of(695, 400, 1, 0.5F);
-    for (const PlannedText &text : plan(BinGrid(), layout, 43210.0F).texts) {
+    for (const PlannedText &text : plan(BinGrid()).texts) {
         int lit = 0;
         for (int y = text.at.y(); y < text.at.y() + 14; ++y) {
             for (int x = text.at.x(); x < text.at.x() + picture().textWidth(text.text); ++x) {

@@ -3,6 +3,8 @@
 
 #include "common/UntrappedError.h"
 
+#include <cmath>
+
 namespace veldron {
 namespace {
 
@@ -19,6 +21,18 @@ protected:
             chart.SetPlaybackTime(QTime(10, 0).addSecs(i).toString(QStringLiteral("HH:mm:ss")));
             scan(static_cast<quint8>(i + 1));
         }
+    }
+    // Thirty scans of the levels 100 downward, one each second, the last at \a end.
+    void playFalling(QTime end) {
+        for (int i = 0; i < 30; ++i) {
+            chart.SetPlaybackTime(end.addSecs(i - 29).toString(QStringLiteral("HH:mm:ss")));
+            scan(static_cast<quint8>(100 - i));
+        }
+    }
+    // A peak's dot for raw level \a level, with 42 to 102 on 160 rows from 170 upward.
+    [[nodiscard]] bool peakStandsAt(int level) const {
+        const int row = static_cast<int>(std::lrint(170.0 - (level - 42) * 160.0 / 60.0));
+        return shown(100, row) == ChartColours::kPeak;
     }
 };
 
@@ -83,6 +97,44 @@ TEST_F(ChartPlaybackTest, stepFarBack_bringsTheRowIntoTheMiddle) {
     EXPECT_EQ(scrollBar().value(), 60); // no further than the last row
 }
 
+TEST_F(ChartPlaybackTest, playLine_isHiddenWithoutAWaterfall) {
+    play(80);
+    EXPECT_TRUE(chart.Rewind(-10));
+    EXPECT_TRUE(line("Line3").Visible());
+    chart.setDisplayType(0);
+    EXPECT_FALSE(line("Line3").Visible());
+    chart.setDisplayType(1);
+    EXPECT_TRUE(line("Line3").Visible());
+}
+
+struct PlayLineCase {
+    const char *name;
+    qint32 playRow;
+    qint32 firstRow;
+    int y; // 0 is hidden
+};
+
+TEST_F(ChartPlaybackTest, playLine_isShownWhileItsRowIsInViewBothEdgesIncluded) {
+    const PlayLineCase cases[] = {
+        {"in the middle", 150, 55, 205 + 95},      {"just under the lower edge", 200, 9, 0},
+        {"on the lower edge", 200, 10, 205 + 190}, {"far under the view", 249, 1, 0},
+        {"on the upper edge", 50, 50, 205},        {"just over the upper edge", 50, 51, 0},
+        {"on the second row", 1, 0, 206},
+    };
+    play(250);
+    qint32 row = 0;
+    for (const PlayLineCase &c : cases) {
+        EXPECT_TRUE(chart.Rewind(static_cast<qint16>(row - c.playRow))) << c.name;
+        row = c.playRow;
+        scrollBar().setValue(c.firstRow);
+        EXPECT_EQ(line("Line3").Visible(), c.y != 0) << c.name;
+        if (c.y != 0) {
+            EXPECT_EQ(line("Line3").Y1(), c.y) << c.name;
+            EXPECT_EQ(line("Line3").Y2(), c.y) << c.name;
+        }
+    }
+}
+
 TEST_F(ChartPlaybackTest, stepPastTheNewestRow_readsBeforeTheRaster) {
     play(80);
     EXPECT_TRUE(chart.Rewind(-2));
@@ -97,6 +149,48 @@ TEST_F(ChartPlaybackTest, stepBack_startsThePeaksAfresh) {
     chart.Refresh();
     EXPECT_TRUE(chart.Rewind(-20));
     EXPECT_EQ(shown(100, 122), ChartColours::kPeak); // raw 60 of 42 to 102 on 160 rows
+}
+
+TEST_F(ChartPlaybackTest, peaksAge_byTheTimeOfTheRowOnWhichPlaybackStands) {
+    playFalling(QTime(10, 0));
+    chart.setTimespan(5);
+    chart.setPeak(true);
+    EXPECT_TRUE(chart.Rewind(-10)); // level 81, 9:59:50
+    EXPECT_TRUE(peakStandsAt(81));
+    EXPECT_TRUE(chart.Rewind(5));
+    EXPECT_TRUE(peakStandsAt(81)); // five seconds old
+    EXPECT_TRUE(chart.Rewind(1));
+    EXPECT_FALSE(peakStandsAt(81));
+    EXPECT_TRUE(peakStandsAt(75));
+}
+
+TEST_F(ChartPlaybackTest, peaksOfHalfTheRowSpacing_ageHalfAsFast) {
+    playFalling(QTime(10, 0));
+    chart.setTimespan(5);
+    chart.setPeak(true);
+    chart.setPoll(500);
+    EXPECT_TRUE(chart.Rewind(-20)); // level 91
+    EXPECT_TRUE(chart.Rewind(10));
+    EXPECT_TRUE(peakStandsAt(91)); // five seconds old
+    EXPECT_TRUE(chart.Rewind(2));
+    EXPECT_FALSE(peakStandsAt(91));
+    EXPECT_TRUE(peakStandsAt(79));
+}
+
+TEST_F(ChartPlaybackTest, rowsBeforeMidnight_haveTheirTimesOfTheDayBefore) {
+    playFalling(QTime(0, 0, 14));
+    chart.setTimespan(5);
+    chart.setPeak(true);
+    EXPECT_TRUE(chart.Rewind(-20)); // level 91, 23:59:54
+    EXPECT_TRUE(chart.Rewind(5));   // 23:59:59, five seconds old
+    EXPECT_TRUE(peakStandsAt(91));
+    EXPECT_TRUE(chart.Rewind(1)); // midnight: a time below the last one ages nothing
+    EXPECT_TRUE(peakStandsAt(91));
+    EXPECT_TRUE(chart.Rewind(1)); // and 0 stands for no time yet
+    EXPECT_TRUE(peakStandsAt(91));
+    EXPECT_TRUE(chart.Rewind(1)); // 0:00:02
+    EXPECT_FALSE(peakStandsAt(91));
+    EXPECT_TRUE(peakStandsAt(83));
 }
 
 TEST_F(ChartPlaybackTest, leavingPlayback_emptiesTheWaterfall) {

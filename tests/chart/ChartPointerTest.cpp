@@ -20,15 +20,23 @@ protected:
     void release(QPoint at, Qt::MouseButton button = Qt::LeftButton) {
         QTest::mouseRelease(&picture(), button, {}, at);
     }
-    void drag(QPoint to) {
-        QMouseEvent event(QEvent::MouseMove, QPointF(to), QPointF(picture().mapToGlobal(to)),
-                          Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(&picture(), &event);
+    void drag(QPoint to) { moveWith(Qt::LeftButton, to); }
+    void hover(QPoint to) { moveWith(Qt::NoButton, to); }
+    void loseFocus() {
+        QFocusEvent lost(QEvent::FocusOut);
+        QApplication::sendEvent(&picture(), &lost);
     }
     void doubleClick(QPoint at) {
         press(at);
         release(at);
         QTest::mouseDClick(&picture(), Qt::LeftButton, {}, at);
+    }
+
+private:
+    void moveWith(Qt::MouseButtons buttons, QPoint to) {
+        QMouseEvent event(QEvent::MouseMove, QPointF(to), QPointF(picture().mapToGlobal(to)),
+                          Qt::NoButton, buttons, Qt::NoModifier);
+        QApplication::sendEvent(&picture(), &event);
     }
 };
 
@@ -161,12 +169,24 @@ TEST_F(ChartPointerTest, leavingThePictureWithAButtonDown_keepsTheShape) {
     release({300, 200});
 }
 
-TEST_F(ChartPointerTest, focusLost_restoresThePointerAndEndsTheLiveTip) {
-    QTest::mouseMove(&picture(), {300, 207});
-    QTest::mouseMove(&picture(), {300, 201});
-    QFocusEvent lost(QEvent::FocusOut);
-    QApplication::sendEvent(&picture(), &lost);
+TEST_F(ChartPointerTest, focusLost_restoresThePointer) {
+    hover({300, 201});
+    EXPECT_EQ(pointer.shape(), PointerShape::NorthSouth);
+    loseFocus();
     EXPECT_EQ(pointer.shape(), PointerShape::Default);
+}
+
+TEST_F(ChartPointerTest, focusLost_endsTheLiveTip) {
+    liveRows(5);
+    hover({360, 207});
+    seconds(1);
+    EXPECT_EQ(picture().toolTip(), QStringLiteral("5.000.000, -127 dB")); // renewed by the row
+    loseFocus();
+    seconds(1);
+    EXPECT_EQ(picture().toolTip(), QStringLiteral("5.000.000, -127 dB"));
+    hover({360, 208});
+    hover({360, 207});
+    EXPECT_EQ(picture().toolTip(), QStringLiteral("5.000.000, -127 dB"));
 }
 
 TEST_F(ChartPointerTest, tipOverThePlot_tellsThePointersHeightOnTheScale) {

@@ -85,6 +85,15 @@ TEST_F(StandingTraceTest, wipedPlot_isGoneOnFromWithoutPaintingItAgain) {
     EXPECT_TRUE(isSame());
 }
 
+TEST_F(StandingTraceTest, anotherPlot_isPaintedAnew) {
+    wipe();
+    for (const int height : {90, 100, 80, 97}) {
+        layout = ChartLayout::of(105, height, 0, 0.5F);
+        paint(std::vector<TraceColumn>(50, {40, 30}));
+        EXPECT_TRUE(isSame()) << height;
+    }
+}
+
 TEST_F(StandingTraceTest, lowestRowPainted_isTold) {
     wipe();
     EXPECT_EQ(standing.paint(fast, layout, std::vector<TraceColumn>(50, {85, TraceColumn::kNoDot})),

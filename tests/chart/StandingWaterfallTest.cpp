@@ -69,9 +69,51 @@ TEST_F(StandingWaterfallTest, firstRowPastTheRows_isBroughtBack) {
 
 TEST_F(StandingWaterfallTest, viewMovedBack_showsOlderRows) {
     rows(200);
+    paint();
     store.setFirstRow(50);
     paint();
     EXPECT_EQ(levelAt(0), 150U);
+    EXPECT_EQ(levelAt(80), 70U);
+}
+
+TEST_F(StandingWaterfallTest, rowClosedSinceTheLastCopy_movesTheOthersDown) {
+    rows(5);
+    paint();
+    store.AdvanceRows(store.nextRowTime(), 0.0F, [](bool) {});
+    paint();
+    EXPECT_EQ(levelAt(0), 5U); // a copy of the one below
+    EXPECT_EQ(levelAt(1), 5U);
+    EXPECT_EQ(levelAt(5), 1U);
+}
+
+TEST_F(StandingWaterfallTest, rowsStretchedSinceTheLastCopy_areCopiedAnew) {
+    rows(6);
+    paint();
+    store.setUpdate(5, 1060.0F);
+    paint();
+    EXPECT_EQ(levelAt(4), 4U);
+    EXPECT_EQ(levelAt(5), 4U);
+    EXPECT_EQ(levelAt(11), 1U);
+}
+
+TEST_F(StandingWaterfallTest, historyEmptiedSinceTheLastCopy_isBlank) {
+    rows(6);
+    paint();
+    store.clearRows();
+    paint();
+    for (int row = 0; row < 8; ++row) {
+        EXPECT_EQ(levelAt(row), 0U) << row;
+    }
+}
+
+TEST_F(StandingWaterfallTest, anotherPlace_getsTheWholeCopy) {
+    rows(60);
+    paint();
+    layout.fallTop -= 20;
+    layout.fallBottom -= 20;
+    paint();
+    EXPECT_EQ(levelAt(0), 60U);
+    EXPECT_EQ(levelAt(30), 30U);
 }
 
 TEST_F(StandingWaterfallTest, paletteWritten_recoloursEveryRow) {

@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <stdexcept>
+#include <vector>
 
 namespace veldron {
 namespace {
@@ -22,8 +24,21 @@ protected:
     }
     int advance(float time) {
         int closed = 0;
-        store->AdvanceRows(time, 1.0e6F, [&closed](bool) { ++closed; });
+        store->AdvanceRows(time, 1.0e6F, [&closed](bool) {
+            if (++closed > 10 * WaterfallStore::kHeight) {
+                throw std::length_error("rows without end");
+            }
+        });
         return closed;
+    }
+    // \a count rows of update() seconds from \a now on, each with a scan of its own.
+    float fill(int count, float now) {
+        for (int i = 1; i <= count; ++i) {
+            scan(static_cast<quint8>(1 + i % 200), now);
+            now += static_cast<float>(store->update());
+            advance(now);
+        }
+        return now;
     }
     void scan(quint8 level, float now) { store->addScan(LevelScan(320, level), now); }
     [[nodiscard]] int level(qint32 row) const { return store->level(5, row); }
@@ -197,6 +212,26 @@ TEST_F(WaterfallStoreTest, gapOfMoreThan32767Rows_overflows) {
     }
 }
 
+TEST_F(WaterfallStoreTest, rowsOfWholeDays_closeOneRowACall) {
+    for (const qint32 days : {1, 3, 24854}) {
+        begin(3600.0F, 86400 * days);
+        EXPECT_EQ(store->nextRowTime(), 0.0F);
+        EXPECT_EQ(advance(3600.0F), 1) << days;
+        EXPECT_EQ(store->nextRowTime(), 0.0F);
+        EXPECT_EQ(store->rowCount(), 1);
+        EXPECT_EQ(advance(50000.0F), 0) << days; // nearer to the row's end than to its beginning
+    }
+}
+
+TEST_F(WaterfallStoreTest, rowsOfHalfDays_areCaughtUpAndEnd) {
+    begin(3600.0F, 43200);
+    EXPECT_EQ(store->nextRowTime(), 43200.0F);
+    EXPECT_EQ(advance(43300.0F), 1);
+    EXPECT_EQ(store->nextRowTime(), 0.0F);
+    EXPECT_EQ(advance(86300.0F), 0);
+    EXPECT_EQ(advance(100.0F), 1);
+}
+
 TEST_F(WaterfallStoreTest, rowIntervalUnderASecond_closesOneRowACall) {
     store->setPoll(250);
     store->setPlayback(true);
@@ -234,6 +269,29 @@ TEST_F(WaterfallStoreTest, viewScrolledBack_keepsShowingTheSameRows) {
     EXPECT_EQ(store->firstRow(), 0);
 }
 
+struct BackCase {
+    const char *name;
+    qint32 before;
+    qint32 after;
+};
+
+TEST_F(WaterfallStoreTest, gap_movesAViewThatIsScrolledBackByItsRows) {
+    const BackCase cases[] = {
+        {"at the newest row", 0, 0},
+        {"among the rows", 2, 2 + 34 + 1},
+        {"past the rows but not past those of the gap", 20, 20 + 34},
+        {"past all rows", 60, 60},
+    };
+    for (const BackCase &c : cases) {
+        begin(kNoon, 1);
+        fill(5, kNoon);
+        store->setFirstRow(c.before);
+        EXPECT_EQ(advance(kNoon + 6.0F + 35.2F), 1) << c.name;
+        EXPECT_EQ(store->rowCount(), 5 + 34 + 1) << c.name;
+        EXPECT_EQ(store->firstRow(), c.after) << c.name;
+    }
+}
+
 TEST_F(WaterfallStoreTest, scrollBar_isDueOnceRowsPassTheRoom) {
     begin(kNoon, 1);
     std::vector<bool> due;
@@ -267,7 +325,32 @@ TEST_F(WaterfallStoreTest, updateFromFiveToTen_halvesTheRows) {
     store->setUpdate(10, kNoon + 30.0F);
     EXPECT_EQ(store->rowCount(), 3);
     EXPECT_EQ(level(1), 5);
-    EXPECT_EQ(level(5000), 0);
+}
+
+TEST_F(WaterfallStoreTest, moreThanHalfOfTheRowsCompressed_leaveTheLowerHalfBlank) {
+    begin(1000.0F, 5);
+    const float now = fill(6000, 1000.0F);
+    EXPECT_NE(level(5000), 0);
+    EXPECT_NE(level(5999), 0);
+    store->setUpdate(10, now);
+    EXPECT_EQ(store->rowCount(), 3000);
+    EXPECT_NE(level(2999), 0);
+    EXPECT_EQ(level(3001), 0);
+    for (const qint32 row : {5000, 5999, 9999}) {
+        EXPECT_EQ(level(row), 0) << row;
+    }
+}
+
+TEST_F(WaterfallStoreTest, moreThanHalfOfTheRowsSpread_areNoMoreThanTheRasterHolds) {
+    begin(1000.0F, 10);
+    const float now = fill(5001, 1000.0F);
+    store->setFirstRow(4000);
+    store->setUpdate(5, now);
+    EXPECT_EQ(store->rowCount(), WaterfallStore::kHeight);
+    EXPECT_EQ(store->firstRow(), 8000);
+    EXPECT_NE(level(9999), 0);
+    EXPECT_EQ(fill(3, now), now + 15.0F);
+    EXPECT_EQ(store->rowCount(), WaterfallStore::kHeight);
 }
 
 TEST_F(WaterfallStoreTest, updateInPlayback_takesThePlaybackTime) {

@@ -3,6 +3,11 @@
 
 #include "common/UntrappedError.h"
 
+#include <QMouseEvent>
+
+#include <functional>
+#include <vector>
+
 namespace veldron {
 namespace {
 
@@ -76,6 +81,21 @@ TEST_F(ChartTest, scanOf324_changesNothingAnd323IsTaken) {
     EXPECT_EQ(traceTop(100), 263); // round(370 - 18 x 6) and one
 }
 
+TEST_F(ChartTest, scanOf324_leavesTheHistoryAsItIs) {
+    chart.setDisplayType(1);
+    liveRows(2);
+    scan(60);
+    scan(200, 324);
+    EXPECT_EQ(shown(60, 205), 60U * 0x010101U);
+    EXPECT_EQ(shown(41, 206), 60U * 0x010101U); // bin 320 of the scan that was taken
+    EXPECT_EQ(shown(60, 206), 2U * 0x010101U);
+    seconds(1);
+    scan(200, 324); // nor does it begin the open row
+    EXPECT_EQ(shown(60, 205), 60U * 0x010101U);
+    scan(200, 323);
+    EXPECT_EQ(shown(60, 205), 200U * 0x010101U);
+}
+
 TEST_F(ChartTest, dataResolutionAlone_keepsTheHistory) {
     liveRows(3);
     chart.setDisplayType(1);
@@ -95,6 +115,32 @@ TEST_F(ChartTest, scanStartChanged_emptiesTheHistoryAndTheSameValueDoesNot) {
     chart.setScanStart(hz(1000000));
     chart.Refresh();
     EXPECT_EQ(shown(60, 206), 0U);
+}
+
+struct EdgeCase {
+    const char *name;
+    void (ctlChartSpectrum::*write)(Hertz);
+    Hertz value;
+};
+
+TEST_F(ChartTest, eitherEndOfTheScanChanged_emptiesTheHistoryAndHidesTheScrollBar) {
+    const EdgeCase cases[] = {{"ScanStart", &ctlChartSpectrum::setScanStart, hz(1000000)},
+                              {"ScanStop", &ctlChartSpectrum::setScanStop, hz(9000000)}};
+    chart.setDisplayType(1);
+    for (const EdgeCase &c : cases) {
+        chart.setScanStart(hz(0));
+        chart.setScanStop(hz(10000000));
+        liveRows(200);
+        EXPECT_FALSE(scrollBar().isHidden()) << c.name;
+        EXPECT_NE(shown(60, 206), 0U) << c.name;
+        (chart.*c.write)(c.value);
+        EXPECT_TRUE(scrollBar().isHidden()) << c.name;
+        chart.Refresh();
+        EXPECT_EQ(shown(60, 205), 0U) << c.name;
+        EXPECT_EQ(shown(60, 206), 0U) << c.name;
+        seconds(1);
+        EXPECT_TRUE(scrollBar().isHidden()) << c.name; // one row again
+    }
 }
 
 TEST_F(ChartTest, gridChanged_putsTheMarkersBinToZeroAndLeavesItsFrequency) {
@@ -176,6 +222,60 @@ TEST_F(ChartTest, scaleWithoutHeight_dividesByZeroAtRefresh) {
     chart.setdBSpan(60);
 }
 
+TEST_F(ChartTest, scaleWithoutHeight_leavesNoTraceBehindThatIsOnlyThoughtToStand) {
+    scan(72);
+    chart.setdBSpan(0);
+    EXPECT_THROW(chart.DrawAxes(), UntrappedError); // the picture has been wiped by then
+    chart.setdBSpan(60);
+    chart.Refresh();
+    EXPECT_EQ(traceTop(100), 191);
+    EXPECT_EQ(shown(100, 369), ChartColours::kTrace);
+}
+
+struct OwnEvent {
+    const char *name;
+    std::function<void()> happen;
+};
+
+TEST_F(ChartTest, errorOutOfItsOwnEvents_goesToTheGuard) {
+    const OwnEvent cases[] = {
+        {"scroll bar moved",
+         [this] {
+             scrollBar().setValue(30);
+         }},
+        {"split dragged",
+         [this] {
+             QTest::mousePress(&picture(), Qt::LeftButton, {}, {300, 200});
+             QMouseEvent move(QEvent::MouseMove, QPointF(300, 250), QPointF(300, 250), Qt::NoButton,
+                              Qt::LeftButton, Qt::NoModifier);
+             QApplication::sendEvent(&picture(), &move);
+             QTest::mouseRelease(&picture(), Qt::LeftButton, {}, {300, 250});
+         }},
+        {"size changed",
+         [this] {
+             size(600, 300);
+         }},
+        {"shown again",
+         [this] {
+             chart.hide();
+             chart.show();
+         }},
+    };
+    chart.setDisplayType(1);
+    liveRows(250);
+    std::vector<UntrappedError::Kind> reported;
+    chart.setGuard(
+        ErrorGuard([&reported](const UntrappedError &error) { reported.push_back(error.kind()); }));
+    chart.setdBSpan(0);
+    for (const OwnEvent &c : cases) {
+        reported.clear();
+        EXPECT_NO_THROW(c.happen()) << c.name;
+        ASSERT_FALSE(reported.empty()) << c.name;
+        EXPECT_EQ(reported[0], UntrappedError::Kind::DivideByZero) << c.name;
+    }
+    chart.setdBSpan(60);
+}
+
 TEST_F(ChartTest, peakSwitchedOn_beginsFromNothingAndHolds) {
     chart.setPeak(true);
     scan(92);
@@ -234,6 +334,17 @@ TEST_F(ChartTest, hiddenAndShownAgain_looksTheSame) {
     chart.show();
     QApplication::processEvents();
     EXPECT_EQ(picture().shownImage(), before);
+}
+
+TEST_F(ChartTest, scaleChangedWhileHidden_isSeenWhenShownAgain) {
+    scan(72);
+    const QImage labels = picture().shownImage().copy(0, 0, 39, 400);
+    chart.hide();
+    chart.setdBStart(-80);
+    EXPECT_EQ(traceTop(100), 191);
+    chart.show();
+    EXPECT_EQ(traceTop(100), 251);
+    EXPECT_NE(picture().shownImage().copy(0, 0, 39, 400), labels);
 }
 
 TEST_F(ChartTest, receiveLine_standsAtItsFrequencyWhileThatIsInTheScan) {

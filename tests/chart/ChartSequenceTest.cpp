@@ -1,0 +1,308 @@
+// SPDX-License-Identifier: MIT
+// Long random sequences of all that changes the picture. After each step it is compared, byte for
+// byte, with that of a chart that paints everything anew, point by point.
+#include "tests/chart/PlainChart.h"
+#include "tests/chart/TwoScreens.h"
+
+#include "common/Numbers.h"
+
+#include <array>
+#include <cmath>
+#include <map>
+#include <random>
+#include <string>
+
+namespace veldron {
+namespace {
+
+struct Size {
+    int width;
+    int height;
+};
+struct Grid {
+    qint64 resolution;
+    qint64 start;
+    qint64 stop;
+};
+
+class Sequence : public TwoScreensTest {
+protected:
+    Sequence() {
+        clock.setTimeOfDay(86000.0); // midnight is on the way
+        resize({300, 220});
+        setDisplayType(1);
+        setUpdate(1);
+    }
+
+    template <typename T, std::size_t Count>
+    T oneOf(const T (&values)[Count]) {
+        return values[random() % Count];
+    }
+    int below(int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); }
+
+    // Scans and rows.
+    LevelScan anyScan() {
+        const int bins = plain.grid().binCount();
+        LevelScan levels(static_cast<std::size_t>(
+            oneOf({bins, bins, bins, bins + 1, bins + 2, bins + 3, (bins + 1) / 2, 321, 0})));
+        // Among the levels, under the scale, over it, and all over.
+        const int kind = below(5);
+        const int lowest = std::array{45, 0, 95, 0, below(120)}.at(static_cast<std::size_t>(kind));
+        const int range = std::array{50, 42, 160, 256, 1}.at(static_cast<std::size_t>(kind));
+        for (quint8 &level : levels) {
+            level = static_cast<quint8>(lowest + below(range));
+        }
+        return levels;
+    }
+    void takeScan() {
+        const LevelScan levels = anyScan();
+        chart.SetData(levels);
+        plain.take(levels);
+        if (below(10) != 0) {
+            refresh();
+        }
+    }
+    void refresh() {
+        chart.Refresh();
+        plain.refresh();
+    }
+    void drawAxes() {
+        chart.DrawAxes();
+        plain.drawAxes();
+    }
+    void passTime() {
+        if (chart.Playback()) {
+            playTo(m_played + oneOf({0, 1, 1, 1, 2, 15}));
+        } else {
+            clock.advance(oneOf({0.25, 1.0, 1.0, 1.0, 2.0, 6.0, 30.0}));
+            chart.onTimer1();
+            plain.tick();
+        }
+    }
+    void jump() {
+        clock.setTimeOfDay(std::fmod(clock.seconds() + 86400.0 - 100.0, 86400.0));
+        if (!chart.Playback()) {
+            chart.onTimer1();
+            plain.tick();
+        }
+        refresh();
+    }
+    // More rows than can be seen; without a waterfall none of them is drawn.
+    void runOn() {
+        const qint16 type = chart.DisplayType();
+        setDisplayType(0);
+        for (int i = 0; i < 120; ++i) {
+            const LevelScan levels(static_cast<std::size_t>(plain.grid().binCount()),
+                                   static_cast<quint8>(40 + (m_run += 7) % 90));
+            chart.SetData(levels);
+            plain.take(levels);
+            if (chart.Playback()) {
+                playTo(m_played + 1);
+            } else {
+                clock.advance(1.0);
+                chart.onTimer1();
+                plain.tick();
+            }
+        }
+        setDisplayType(type);
+    }
+    void playTo(int time) {
+        m_played = time;
+        const QTime text = QTime(0, 0).addSecs(m_played % 86400);
+        chart.SetPlaybackTime(text.toString(QStringLiteral("HH:mm:ss")));
+        plain.playTo(static_cast<float>(m_played % 86400));
+    }
+    void setPlayback() {
+        const bool on = !chart.Playback();
+        const qint16 poll = oneOf<qint16>({1000, 1000, 250, 0});
+        chart.setPoll(poll);
+        plain.setPoll(poll);
+        chart.setPlayback(on);
+        timer().stop();
+        plain.setPlayback(on);
+        refresh();
+    }
+    void rewind() {
+        const auto count = static_cast<qint16>(below(41) - 25);
+        chart.Rewind(count);
+        plain.rewind(count);
+    }
+
+    // Settings.
+    void setUpdate(qint32 seconds) {
+        chart.setUpdate(seconds);
+        plain.setUpdate(seconds);
+    }
+    void changeUpdate() { setUpdate(oneOf({1, 1, 2, 5})); }
+    void changePalette() {
+        const auto scheme = static_cast<qint16>(below(7));
+        chart.setPalette(scheme);
+        plain.setPalette(scheme);
+    }
+    void changePeak() {
+        chart.setPeak(!chart.Peak());
+        plain.setPeak(chart.Peak());
+        plain.timespan = oneOf({0, 3});
+        chart.setTimespan(plain.timespan);
+    }
+    void changeScale() {
+        plain.scale.start = oneOf<qint16>({-90, -90, -75, -110});
+        chart.setdBStart(plain.scale.start);
+    }
+    void changeGrid() {
+        const Grid grid = oneOf<Grid>({{31250, 0, 10000000},
+                                       {31250, 0, 10000000},
+                                       {31250, 0, 9968750},
+                                       {100000, 5000000, 12000000},
+                                       {1000000, 1000000, 5000000},
+                                       {20000, 0, 10000000}});
+        chart.setDataResolution(hz(grid.resolution));
+        chart.setScanStart(hz(grid.start));
+        chart.setScanStop(hz(grid.stop));
+        plain.setGrid(hz(grid.resolution), hz(grid.start), hz(grid.stop));
+    }
+
+    // The picture.
+    void setDisplayType(qint16 type) {
+        if (type != chart.DisplayType()) {
+            chart.setDisplayType(type);
+            plain.displayType = type;
+            plain.redraw();
+        }
+    }
+    void changeDisplayType() { setDisplayType(chart.DisplayType() == 0 ? 1 : 0); }
+    void changeSplit() {
+        plain.split = oneOf({0.5F, 0.5F, 0.3F, 0.7F, 0.1F});
+        chart.setSplitFraction(plain.split);
+        plain.redraw();
+    }
+    void resize(Size to) {
+        if (chart.width() != to.width || chart.height() != to.height) {
+            plain.width = to.width;
+            plain.height = to.height;
+            size(to.width, to.height);
+            plain.resized();
+        }
+    }
+    void changeSize() {
+        resize(
+            oneOf<Size>({{300, 220}, {300, 220}, {420, 180}, {375, 200}, {250, 320}, {480, 260}}));
+    }
+    void scroll() {
+        if (scrollBar().isHidden()) {
+            return;
+        }
+        const int to = below(scrollBar().maximum() + 1);
+        if (to != scrollBar().value()) {
+            scrollBar().setValue(to);
+            plain.lookFrom(to);
+        }
+    }
+    void dragThumb() {
+        const int to = below(scrollBar().maximum() + 1);
+        if (scrollBar().isHidden() || to == scrollBar().value()) {
+            return;
+        }
+        const qint64 whole = qint64{scrollBar().maximum()} + scrollBar().pageStep();
+        scrollBar().setSliderDown(true);
+        scrollBar().setSliderPosition(to);
+        scrollBar().setSliderDown(false);
+        plain.lookFrom(static_cast<qint32>(
+            Numbers::divideHalfEven(qint64{to} * plain.rows().rowCount(), whole)));
+    }
+    void changeScreen() {
+        plain.density = 3 - density();
+        goTo(plain.density);
+    }
+    void changeScreenUnseen() {
+        plain.density = 3 - density();
+        goUnseenTo(plain.density);
+        if (below(2) == 0) {
+            refresh();
+        } else {
+            drawAxes();
+        }
+        paintAgain();
+    }
+
+    struct Step {
+        const char *name;
+        int weight;
+        void (Sequence::*take)();
+    };
+    const std::array<Step, 20> steps{{{"scan", 40, &Sequence::takeScan},
+                                      {"refresh", 3, &Sequence::refresh},
+                                      {"axes", 6, &Sequence::drawAxes},
+                                      {"time", 30, &Sequence::passTime},
+                                      {"jump of the clock", 1, &Sequence::jump},
+                                      {"many rows", 8, &Sequence::runOn},
+                                      {"palette", 4, &Sequence::changePalette},
+                                      {"split", 4, &Sequence::changeSplit},
+                                      {"update", 2, &Sequence::changeUpdate},
+                                      {"rewind", 6, &Sequence::rewind},
+                                      {"display type", 3, &Sequence::changeDisplayType},
+                                      {"grid", 3, &Sequence::changeGrid},
+                                      {"size", 3, &Sequence::changeSize},
+                                      {"scroll bar", 8, &Sequence::scroll},
+                                      {"thumb", 4, &Sequence::dragThumb},
+                                      {"peak", 4, &Sequence::changePeak},
+                                      {"playback", 2, &Sequence::setPlayback},
+                                      {"scale", 3, &Sequence::changeScale},
+                                      {"screen", 2, &Sequence::changeScreen},
+                                      {"screen, unseen", 2, &Sequence::changeScreenUnseen}}};
+
+    void run(int count) {
+        std::vector<const Step *> bag;
+        for (const Step &step : steps) {
+            bag.insert(bag.end(), static_cast<std::size_t>(step.weight), &step);
+        }
+        for (int i = 0; i < count; ++i) {
+            const Step &step = *bag[static_cast<std::size_t>(below(static_cast<int>(bag.size())))];
+            (this->*step.take)();
+            for (; m_exposures < exposed.count(); ++m_exposures) {
+                plain.redraw();
+            }
+            ASSERT_EQ(plain.shown().differences(picture().shown()), 0)
+                << "step " << i << ", " << step.name;
+            ++met[step.name];
+            noteWhatIsSeen();
+        }
+    }
+    void noteWhatIsSeen() {
+        const bool drawn = plain.layout().isDrawable();
+        const bool fall = drawn && chart.DisplayType() == 1;
+        met["not to be drawn"] += drawn ? 0 : 1;
+        met["spread"] += drawn && plain.spreads() ? 1 : 0;
+        met["gathered over a waterfall"] += fall && !plain.spreads() ? 1 : 0;
+        met["more cells than columns of the history"] += fall && plain.grid().cellCount() > 320;
+        met["scrolled back"] += fall && plain.rows().firstRow() > 0 ? 1 : 0;
+        met["peaks"] += drawn && plain.peak() ? 1 : 0;
+        met["in playback"] += fall && chart.Playback() ? 1 : 0;
+        met["dense"] += drawn && density() == 2 ? 1 : 0;
+    }
+
+    std::mt19937 random{20};
+    PlainChart plain{clock, picture()};
+    std::map<std::string, int> met;
+    QSignalSpy exposed{&picture(), &PictureBox::exposed};
+
+private:
+    int m_exposures = 0;
+    int m_played = 36000;
+    int m_run = 0;
+};
+
+using ChartSequenceTest = Sequence;
+
+TEST_F(ChartSequenceTest, eachOfManySteps_leavesThePictureThatAPlainRedrawMakes) {
+    run(600);
+    for (const Step &step : steps) {
+        EXPECT_GT(met[step.name], 0) << step.name;
+    }
+    for (const auto &[name, count] : met) {
+        EXPECT_GT(count, 0) << name;
+    }
+}
+
+} // namespace
+} // namespace veldron
