@@ -16,6 +16,10 @@ constexpr std::size_t kFullFrame = kFullScan + kTerminatorLength;
 /// One more than a frame; what comes back when too little arrived to be cut.
 constexpr std::size_t kScanStore = kFullFrame + 1;
 
+/// A few bytes are let come in before the next look: at 9600 baud one comes each 1.1 ms, and waking
+/// for each of a frame would cost more processor time than all else that is done with it.
+constexpr int kGatherMilliseconds = 6;
+
 constexpr qsizetype kBlockStore = 168041;
 constexpr qsizetype kBlockEnd = 168036;
 constexpr qint16 kRequestToSend = 2;
@@ -71,6 +75,9 @@ LevelScan frmVDR::GetData() {
         }
         lastArrival = m_clock.timeOfDay();
         ended = frame.take(chunk);
+        if (!ended) {
+            m_clock.rest(kGatherMilliseconds);
+        }
     }
     return std::move(frame).samples();
 }

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace veldron {
 namespace {
@@ -40,6 +41,18 @@ protected:
             }
         }
         return rows;
+    }
+    // The only upright lines of four pixels.
+    static qsizetype frequencyTicks(const AxisPlan &plan) {
+        return std::count_if(plan.lines.begin(), plan.lines.end(), [](const PlannedLine &line) {
+            return line.from.x() == line.to.x() && std::abs(line.from.y() - line.to.y()) == 4;
+        });
+    }
+    // The only texts that are neither a whole number of dB nor a time.
+    static qsizetype frequencyLabels(const AxisPlan &plan) {
+        return std::count_if(plan.texts.begin(), plan.texts.end(), [](const PlannedText &text) {
+            return text.text.contains(QLatin1Char('.'));
+        });
     }
     static bool has(const AxisPlan &plan, const PlannedLine &line) {
         return std::count(plan.lines.begin(), plan.lines.end(), line) == 1;
@@ -143,6 +156,26 @@ TEST_F(AxisPlanTest, viewScrolledBack_movesTheTicksUp) {
     EXPECT_EQ(labels[0], (PlannedText{{0, 205 + 15 - 8}, QStringLiteral("12:00"), kAxis}));
 }
 
+TEST_F(AxisPlanTest, viewScrolledBackOverMidnight_beginsItsTicksAboveTheWaterfall) {
+    // The top row is 25 seconds before midnight, and the remainder of a negative time is negative:
+    // the first marks stand over the waterfall, which is odd and meant.
+    nextRow = 30.0F;
+    firstRow = 55;
+    const AxisPlan axes = plan(1);
+    EXPECT_EQ(rowsOfTicks(axes, 34), std::vector<int>({205 - 25, 240, 300, 360}));
+    const std::vector<int> all = rowsOfTicks(axes, 35);
+    const auto first = std::find_if(all.begin(), all.end(), [](int row) {
+        return row > 170; // those of the level axis end there
+    });
+    ASSERT_EQ(all.end() - first, 20);
+    EXPECT_EQ(*first, 205 - 5);
+    EXPECT_EQ(all.back(), 390);
+    const auto labels = textsAt(axes, 0);
+    ASSERT_EQ(labels.size(), 4U);
+    EXPECT_EQ(labels[0], (PlannedText{{0, 180 - 8}, QStringLiteral("00:00"), kAxis}));
+    EXPECT_EQ(labels[1], (PlannedText{{0, 240 - 8}, QStringLiteral("23:59"), kAxis}));
+}
+
 TEST_F(AxisPlanTest, rowIntervalOfZero_hasNoTimeTicks) {
     interval = 0.0F;
     EXPECT_TRUE(textsAt(plan(1), 0).empty());
@@ -208,14 +241,14 @@ TEST_F(AxisPlanTest, frequencyAxis_hasTicksAndLabelsEveryTwoMegahertz) {
 
 TEST_F(AxisPlanTest, lastLabelOnTopOfTheOneBefore_movesBehindIt) {
     grid.setScanStop(hz(3500000000));
-    grid.setScanStart(hz(3490000000));
-    width = 700;
+    grid.setScanStart(hz(3494000000));
+    width = 360;
     const AxisPlan axes = plan();
     const PlannedText &last = axes.texts.back();
     const PlannedText &before = axes.texts[axes.texts.size() - 2];
-    EXPECT_EQ(last.text, QStringLiteral("3500.000.000"));
-    const int end = before.at.x() + static_cast<int>(before.text.size()) * 7;
-    EXPECT_EQ(last.at.x(), std::max(620, end + 10));
+    EXPECT_EQ(before, (PlannedText{{208, 380}, QStringLiteral("3498.000.000"), kAxis}));
+    // 80 pixels before the edge would be 280, but the one before goes on to 292.
+    EXPECT_EQ(last, (PlannedText{{302, 380}, QStringLiteral("3500.000.000"), kAxis}));
 }
 
 TEST_F(AxisPlanTest, firstLabelNearTheRightEdge_keepsClearOfTheLastTicksRow) {
@@ -231,10 +264,16 @@ TEST_F(AxisPlanTest, firstLabelNearTheRightEdge_keepsClearOfTheLastTicksRow) {
 }
 
 TEST_F(AxisPlanTest, plotOfSixtyPixels_hasNoFrequencyAxisAndLeavesTheMarker) {
-    width = 115;
-    EXPECT_FALSE(plan().placesMarker);
-    width = 116;
-    EXPECT_TRUE(plan().placesMarker);
+    for (const qint16 type : {qint16{0}, qint16{1}}) {
+        width = 115;
+        EXPECT_FALSE(plan(type).placesMarker) << type;
+        EXPECT_EQ(frequencyTicks(plan(type)), 0) << type;
+        EXPECT_EQ(frequencyLabels(plan(type)), 0) << type;
+        width = 116;
+        EXPECT_TRUE(plan(type).placesMarker) << type;
+        EXPECT_GT(frequencyTicks(plan(type)), 0) << type;
+        EXPECT_GT(frequencyLabels(plan(type)), 0) << type;
+    }
 }
 
 TEST_F(AxisPlanTest, scanWithoutSpan_hasNoFrequencyAxis) {

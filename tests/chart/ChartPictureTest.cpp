@@ -75,8 +75,8 @@ protected:
     [[nodiscard]] AxisPlan plan(const BinGrid &grid) {
         const auto update = static_cast<float>(chart.Update());
         const float nextRow = (std::floor(clock.timeOfDay() / update) + 1.0F) * update;
-        return AxisPlan::of({layout(), grid, LevelScale(), chart.DisplayType(), chart.Update(),
-                             update, nextRow, 0, [this](const QString &text) {
+        return AxisPlan::of({layout(), grid, scale, chart.DisplayType(), chart.Update(), update,
+                             nextRow, 0, [this](const QString &text) {
                                  return picture().textWidth(text);
                              }});
     }
@@ -88,13 +88,26 @@ protected:
     }
     void addWaterfall(PlainPicture &plain, qint16 scheme, int cells = 320) const {
         plain.waterfall(layout(), cells, [&](int column, int row) {
-            const int level = LevelScale().schemeLevel(rows.at(column, row));
+            const int level = scale.schemeLevel(rows.at(column, row));
             return GeneralUtilities::PaletteColour(static_cast<quint8>(level), scheme);
         });
     }
 
+    // Pixels of the plot that are lit on the picture that is drawn on.
+    [[nodiscard]] int litInPlot() const {
+        const QRect plot = layout().plotInside();
+        int lit = 0;
+        for (int y = plot.top(); y <= plot.bottom(); ++y) {
+            for (int x = plot.left(); x <= plot.right(); ++x) {
+                lit += picture().surface().pixel(x, y) != 0 ? 1 : 0;
+            }
+        }
+        return lit;
+    }
+
     PlainRows rows;
     LevelScan current;
+    LevelScale scale;
     std::mt19937 random{5};
 };
 
@@ -206,6 +219,31 @@ TEST_F(ChartPictureTest, gridOfMoreCellsThanTheHistory_showsNoWaterfallUntilItFi
     expected.trace(layout(), {current, 320, {}});
     addWaterfall(expected, 3);
     EXPECT_EQ(expected.differences(picture().shown()), 0);
+}
+
+TEST_F(ChartPictureTest, labelsThatRunIntoThePlot_areCoveredByTheTrace) {
+    const PictureCase cases[] = {{"spread", 695, 400}, {"gather", 300, 400}};
+    scale.start = -32768; // six places
+    scale.offset = -32768;
+    chart.setdBStart(scale.start);
+    chart.setdBOffset(scale.offset);
+    for (const PictureCase &c : cases) {
+        size(c.width, c.height);
+        for (const qint16 type : {qint16{0}, qint16{1}}) {
+            beginRows(0);
+            chart.setDisplayType(type);
+            take(LevelScan(321, 20)); // a third of the height
+            chart.DrawAxes();
+            EXPECT_GT(litInPlot(), 0) << c.name << ", " << type;
+            take(LevelScan(321, 20));
+            PlainPicture expected = wiped();
+            expected.trace(layout(), {current, 320, scale});
+            if (type == 1) {
+                addWaterfall(expected, 0);
+            }
+            EXPECT_EQ(expected.differences(picture().shown()), 0) << c.name << ", " << type;
+        }
+    }
 }
 
 TEST_F(ChartPictureTest, labels_arePrintedWhereThePlanPutsThem) {

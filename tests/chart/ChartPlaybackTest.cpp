@@ -107,6 +107,18 @@ TEST_F(ChartPlaybackTest, playLine_isHiddenWithoutAWaterfall) {
     EXPECT_TRUE(line("Line3").Visible());
 }
 
+TEST_F(ChartPlaybackTest, plotOnePixelWide_hidesNothing) {
+    play(80);
+    EXPECT_TRUE(chart.Rewind(-10));
+    EXPECT_TRUE(line("Line3").Visible());
+    size(56, 400);
+    chart.setDisplayType(0);
+    chart.Refresh();
+    EXPECT_TRUE(line("Line3").Visible());
+    size(57, 400);
+    EXPECT_FALSE(line("Line3").Visible());
+}
+
 struct PlayLineCase {
     const char *name;
     qint32 playRow;

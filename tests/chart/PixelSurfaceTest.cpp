@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "chart/PixelSurface.h"
 
+#include <QSize>
+
 #include <gtest/gtest.h>
+
+#include <vector>
 
 namespace veldron {
 namespace {
@@ -14,6 +18,16 @@ int litPixels(const PixelSurface &surface) {
         }
     }
     return lit;
+}
+
+// Each device pixel, line by line, with what lies between the lines left out.
+std::vector<quint32> pixelsOf(const PixelSurface &surface) {
+    std::vector<quint32> pixels;
+    for (int row = 0; row < surface.deviceHeight(); ++row) {
+        const quint32 *line = surface.deviceLine(row);
+        pixels.insert(pixels.end(), line, line + surface.deviceWidth());
+    }
+    return pixels;
 }
 
 struct LineCase {
@@ -73,10 +87,38 @@ TEST(PixelSurface, brokenScale_coversEveryDevicePixelOnce) {
 }
 
 TEST(PixelSurface, emptySurface_takesEverythingQuietly) {
-    PixelSurface surface(0, 0);
-    surface.line({0, 0}, {5, 0}, 1);
-    surface.clear();
-    EXPECT_EQ(surface.pixel(0, 0), 0U);
+    for (const QSize size : {QSize(0, 0), QSize(6, 0), QSize(0, 6)}) {
+        PixelSurface surface(size.width(), size.height());
+        const std::vector<quint32> before = pixelsOf(surface);
+        surface.line({0, 0}, {5, 0}, 1);
+        surface.line({0, 0}, {0, 5}, 1);
+        surface.pset({0, 0}, 1);
+        surface.fill({0, 0, 5, 5}, 1);
+        surface.clearAround({1, 1, 2, 2});
+        surface.clear();
+        EXPECT_EQ(pixelsOf(surface), before) << size.width();
+        EXPECT_TRUE(surface.takeChange().isEmpty()) << size.width();
+    }
+}
+
+TEST(PixelSurface, drawingThatPaintsNothing_leavesEachPixelAsItIs) {
+    PixelSurface surface(10, 8);
+    for (int y = 0; y < 8; ++y) {
+        surface.fill({0, y, 10, 1}, static_cast<quint32>(y + 1) * 0x010203U);
+    }
+    surface.takeChange();
+    const std::vector<quint32> before = pixelsOf(surface);
+    surface.line({4, 4}, {4, 4}, 0x00ABCDEF);
+    surface.line({2, 2}, {5, 5}, 0x00ABCDEF);
+    surface.line({10, 0}, {10, 8}, 0x00ABCDEF);
+    surface.line({0, -1}, {10, -1}, 0x00ABCDEF);
+    surface.pset({-1, 3}, 0x00ABCDEF);
+    surface.pset({3, 8}, 0x00ABCDEF);
+    surface.fill({3, 3, 0, 4}, 0x00ABCDEF);
+    surface.fill({3, 3, 4, -1}, 0x00ABCDEF);
+    surface.fill({-5, -5, 5, 20}, 0x00ABCDEF);
+    EXPECT_EQ(pixelsOf(surface), before);
+    EXPECT_TRUE(surface.takeChange().isEmpty());
 }
 
 TEST(PixelSurface, clearedAroundAnArea_keepsThatAreaAlone) {

@@ -327,6 +327,33 @@ TEST_F(ChartTest, resized_drawsAtTheNewSize) {
     EXPECT_EQ(chart.ScreenResolution(), Hertz::fromUnits(224719101));
 }
 
+TEST_F(ChartTest, resizedToNoHeight_keepsThePicturesHeightAndTakesTheWidth) {
+    QWidget window;
+    ctlChartSpectrum inner(clock, texts, pointer, &window);
+    inner.resize(500, 300);
+    window.resize(800, 600);
+    window.show();
+    QApplication::processEvents();
+    const auto *inside = inner.findChild<PictureBox *>(QStringLiteral("Picture1"));
+    ASSERT_EQ(inside->size(), QSize(500, 300));
+    inner.resize(450, 0);
+    EXPECT_EQ(inside->size(), QSize(450, 300));
+    EXPECT_EQ(inner.ScreenResolution(), Hertz::fromUnits(253164557)); // of 395 pixels
+    inner.resize(450, 200);
+    EXPECT_EQ(inside->size(), QSize(450, 200));
+}
+
+TEST_F(ChartTest, chartTooSmall_agesItsPeaksAllTheSame) {
+    chart.setPeak(true);
+    scan(52);
+    size(50, 30);
+    scan(92);
+    chart.SetData(LevelScan(321, 52));
+    size(695, 400);
+    EXPECT_EQ(shown(100, 70), ChartColours::kPeak);
+    EXPECT_EQ(shown(100, 310), ChartColours::kBackground);
+}
+
 TEST_F(ChartTest, hiddenAndShownAgain_looksTheSame) {
     scan(72);
     const QImage before = picture().shownImage().copy();
@@ -345,72 +372,6 @@ TEST_F(ChartTest, scaleChangedWhileHidden_isSeenWhenShownAgain) {
     chart.show();
     EXPECT_EQ(traceTop(100), 251);
     EXPECT_NE(picture().shownImage().copy(0, 0, 39, 400), labels);
-}
-
-TEST_F(ChartTest, receiveLine_standsAtItsFrequencyWhileThatIsInTheScan) {
-    chart.setRXFreq(hz(5000000));
-    EXPECT_TRUE(line("Line2").Visible());
-    EXPECT_EQ(line("Line2").X1(), 360);
-    EXPECT_EQ(line("Line2").Y1(), 10);
-    EXPECT_EQ(line("Line2").Y2(), 370);
-    chart.setDisplayType(1);
-    EXPECT_EQ(line("Line2").Y2(), 395);
-    chart.setRXFreq(hz(0));
-    EXPECT_EQ(line("Line2").X1(), 41);
-    chart.setRXFreq(hz(10000001));
-    EXPECT_FALSE(line("Line2").Visible());
-}
-
-TEST_F(ChartTest, receiveFrequencyWritten_pullsTheMarkerOntoIt) {
-    chart.setMarkerEn(true);
-    chart.setRXFreq(hz(2500000));
-    EXPECT_EQ(chart.MarkerFreq(), hz(2500000));
-    EXPECT_EQ(line("Line1").X1(), 200);
-    EXPECT_EQ(line("Line1").Y1(), 10 + readOut().height());
-    EXPECT_EQ(readOut().x(), 200 - readOut().width() / 2);
-}
-
-TEST_F(ChartTest, markerSwitched_goesBackToTheReceiveFrequency) {
-    chart.setRXFreq(hz(2500000));
-    chart.setMarkerEn(true);
-    EXPECT_TRUE(line("Line1").Visible());
-    EXPECT_FALSE(readOut().isHidden());
-    EXPECT_EQ(line("Line1").X1(), 200);
-    QTest::mouseClick(&picture(), Qt::LeftButton, {}, {400, 50});
-    EXPECT_NE(chart.MarkerFreq(), hz(2500000));
-    chart.setMarkerEn(false);
-    EXPECT_EQ(chart.MarkerFreq(), hz(2500000));
-    EXPECT_FALSE(line("Line1").Visible());
-    EXPECT_TRUE(readOut().isHidden());
-}
-
-TEST_F(ChartTest, markerOutsideTheScan_keepsItsCaption) {
-    chart.setRXFreq(hz(5000000));
-    chart.setMarkerEn(true);
-    scan(61);
-    chart.setRXFreq(hz(-2000000));
-    scan(70);
-    EXPECT_EQ(readOut().text(), QStringLiteral("5.000.000  -71dB"));
-}
-
-TEST_F(ChartTest, readOut_followsTheSignal) {
-    chart.setRXFreq(hz(145000000));
-    chart.setScanStop(hz(150000000));
-    chart.setScanStart(hz(140000000));
-    chart.setMarkerEn(true);
-    scan(61);
-    EXPECT_EQ(readOut().text(), QStringLiteral("145.000.000  -71dB"));
-    scan(71);
-    EXPECT_EQ(readOut().text(), QStringLiteral("145.000.000  -61dB"));
-}
-
-TEST_F(ChartTest, markerOnTheLastCell_keepsTheReadOutInsideThePlot) {
-    scan(61);
-    chart.setRXFreq(hz(10000000));
-    chart.setMarkerEn(true);
-    chart.DrawAxes();
-    EXPECT_EQ(readOut().x() + readOut().width(), 680);
-    EXPECT_EQ(line("Line1").X1(), 680);
 }
 
 } // namespace

@@ -14,7 +14,7 @@ namespace veldron {
 
 namespace {
 
-constexpr int kSteps = 25;
+constexpr int kSteps = 12;
 
 /// One bench for all runs, since making one costs more than a run; each run begins with the same
 /// values.
@@ -60,7 +60,7 @@ private:
 
 qint16 direction(int step) {
     constexpr int kBackEvery = 5;
-    constexpr int kFarBackEvery = 13;
+    constexpr int kFarBackEvery = 9;
     if (step % kFarBackEvery == kFarBackEvery - 1) {
         return -3;
     }

@@ -11,7 +11,7 @@ namespace veldron {
 /// Loads the bytes as a settings file, line by line.
 void loadSettingsBytes(const std::uint8_t *bytes, std::size_t size);
 
-/// Plays the bytes as a history file, back and forth, to its end or for 25 steps.
+/// Plays the bytes as a history file, back and forth, to its end or for 12 steps.
 void playHistoryBytes(const std::uint8_t *bytes, std::size_t size);
 
 } // namespace veldron

@@ -182,7 +182,11 @@ TEST_F(FrmVDRDownloads, singleBytes_makeTheSameScan) {
     }
     const double start = clock.seconds();
     EXPECT_EQ(scanFrom(reply), levels(samples(321)));
-    EXPECT_NEAR(clock.seconds() - start, 324.0 * 11.0 / 9600.0, 0.001);
+    // At 98 % of the line's pace or better, and without waking for each byte.
+    const double line = 324.0 * 11.0 / 9600.0;
+    EXPECT_GE(clock.seconds() - start, line - 0.0001);
+    EXPECT_LE(clock.seconds() - start, line / 0.98);
+    EXPECT_LT(clock.rests().size(), 324U / 4U);
 }
 
 TEST_F(FrmVDRDownloads, everyByteValue_comesThroughUnchanged) {
