@@ -20,7 +20,9 @@ public:
         const QStringList files = selectedFiles();
         const QString refusal = files.isEmpty() ? QString() : refusalToWrite(files.first());
         if (!refusal.isEmpty()) {
-            QMessageBox::warning(this, windowTitle(), refusal);
+            QMessageBox box(QMessageBox::Warning, windowTitle(), refusal, QMessageBox::Ok, this);
+            box.setTextFormat(Qt::PlainText);
+            box.exec();
             return;
         }
         if (files.isEmpty() || QFileInfo::exists(files.first()) || wantsNewFile(files.first())) {

@@ -11,6 +11,7 @@
 #include <QLabel>
 #include <QMouseEvent>
 #include <QPixmap>
+#include <QPointer>
 #include <QScreen>
 #include <QStringList>
 #include <QVBoxLayout>
@@ -122,11 +123,12 @@ void frmSplash::centre() {
 
 void frmSplash::awaitPaint() {
     const QDeadlineTimer patience(kPatience);
+    const QPointer<frmSplash> self(this);
     do {
         QCoreApplication::processEvents();
         QCoreApplication::sendPostedEvents();
-    } while (isVisible() && !windowHandle()->isExposed() && !patience.hasExpired());
-    if (isVisible()) {
+    } while (self && isVisible() && !windowHandle()->isExposed() && !patience.hasExpired());
+    if (self && isVisible()) {
         repaint();
     }
 }

@@ -161,6 +161,9 @@ void Bitmap8::slideDown(qint32 by) {
 }
 
 void Bitmap8::straighten() {
+    if (m_origin == 0) {
+        return;
+    }
     // The shorter part steps aside: after a few rows that is a few hundred bytes of megabytes.
     const auto middle = m_pixels.begin() + m_origin;
     if (middle - m_pixels.begin() <= m_pixels.end() - middle) {

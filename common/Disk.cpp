@@ -47,7 +47,10 @@ public:
     }
 
     QString forceName(QFileDevice &file) override {
-        const QByteArray folder = QFile::encodeName(QFileInfo(file).absolutePath());
+        // Behind a link it is the target's name that was made or replaced.
+        const QFileInfo named(file);
+        const QFileInfo target(named.isSymLink() ? named.symLinkTarget() : file.fileName());
+        const QByteArray folder = QFile::encodeName(target.absolutePath());
         const int descriptor = ::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
         if (descriptor < 0) {
             // A folder that may be written but not read: the system's own time must do.

@@ -24,10 +24,17 @@ QByteArray lineBytes(const QString &line) {
 
 /// Place of the first line end in \a bytes from \a from on, their size if there is none.
 qsizetype lineEndFrom(QByteArrayView bytes, qsizetype from) {
-    const qsizetype feed = bytes.indexOf('\n', from);
-    const qsizetype end = feed < 0 ? bytes.size() : feed;
-    const qsizetype carriage = bytes.first(end).indexOf('\r', from);
-    return carriage < 0 ? end : carriage;
+    // Piece by piece: a file that has one kind of end only isn't searched to its end for the other.
+    constexpr qsizetype kPiece = 256;
+    for (qsizetype start = from; start < bytes.size(); start += kPiece) {
+        const QByteArrayView piece = bytes.sliced(start, qMin(kPiece, bytes.size() - start));
+        const qsizetype feed = piece.indexOf('\n');
+        const qsizetype carriage = piece.first(feed < 0 ? piece.size() : feed).indexOf('\r');
+        if (carriage >= 0 || feed >= 0) {
+            return start + (carriage >= 0 ? carriage : feed);
+        }
+    }
+    return bytes.size();
 }
 
 /// Hands \a bytes to \a file, which is unbuffered; false when they could not all be written. What a
@@ -148,7 +155,7 @@ void TextFileWriter::sync() {
     // A file without a name on the disk is lost with all its lines; once is enough.
     if (why.isEmpty() && !m_nameOnDisk) {
         why = m_disk.forceName(m_file);
-        m_nameOnDisk = true;
+        m_nameOnDisk = why.isEmpty();
     }
     if (!why.isEmpty()) {
         fail(QStringLiteral("Can't write to the file"), m_file.fileName(), why);

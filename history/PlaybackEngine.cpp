@@ -34,6 +34,9 @@ void PlaybackEngine::mnuFilePlayback() {
     open(*path);
     m_surroundings.host.showTransport(true);
     m_surroundings.host.SetControlsEnabled(false);
+    if (!m_HistoryStream) {
+        return; // an error while the form was laid out anew has ended the program
+    }
     (void)readToNextScan();
     if (m_HistoryStream->atEnd()) {
         // Stranded on purpose: the transport stays up over the live poll until the user closes it.

@@ -272,7 +272,7 @@ TEST_F(FrmDisplayHistoryErrorTest, openingThatFails_endsTheProgramThroughOneRepo
         const QString line = reportOf([this] { pick("mnuFilePlayback"); });
         expectOneReport(line, item.what);
         EXPECT_EQ(m_dialogs.log(), (QStringList{"open", "error"}));
-        EXPECT_FALSE(chart().Playback() && isPolling());
+        EXPECT_FALSE(chart().Playback());
         expectNoMoreSteps();
     }
 }

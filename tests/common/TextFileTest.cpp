@@ -16,7 +16,7 @@
 namespace veldron {
 namespace {
 
-/// A disk that breaks when it is told to, and tells what stands under a name while it is asked.
+/// A disk that notes its calls and breaks when it is told to.
 class BreakingDisk : public Disk {
 public:
     QString force(QFileDevice & /*file*/) override {
