@@ -3,12 +3,12 @@
 
 #include "chart/ctlChartSpectrum.h"
 #include "link/frmVDR.h"
-#include "panels/GeneralUtilities.h"
 #include "panels/ctlDataMode.h"
 #include "panels/ctlFrequency.h"
 #include "panels/ctlMonitorMode.h"
 #include "settings/frmCommSettings.h"
 #include "settings/frmDisplaySettings.h"
+#include "utilities/GeneralUtilities.h"
 
 namespace veldron {
 

@@ -2,7 +2,7 @@
 #include "app/PollLoop.h"
 
 #include "common/Numbers.h"
-#include "panels/GeneralUtilities.h"
+#include "utilities/GeneralUtilities.h"
 
 #include <cmath>
 

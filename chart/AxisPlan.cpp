@@ -4,7 +4,7 @@
 #include "chart/ChartColours.h"
 #include "common/Numbers.h"
 #include "common/UntrappedError.h"
-#include "panels/GeneralUtilities.h"
+#include "utilities/GeneralUtilities.h"
 
 #include <algorithm>
 #include <array>

@@ -2,7 +2,7 @@
 #include "chart/MarkerPointer.h"
 
 #include "common/Numbers.h"
-#include "panels/GeneralUtilities.h"
+#include "utilities/GeneralUtilities.h"
 
 #include <algorithm>
 

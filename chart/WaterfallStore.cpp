@@ -3,7 +3,7 @@
 
 #include "common/Numbers.h"
 #include "common/UntrappedError.h"
-#include "panels/GeneralUtilities.h"
+#include "utilities/GeneralUtilities.h"
 
 #include <algorithm>
 #include <cmath>

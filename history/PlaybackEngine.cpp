@@ -5,9 +5,9 @@
 #include "common/Numbers.h"
 #include "common/ReportText.h"
 #include "link/frmVDR.h"
-#include "panels/GeneralUtilities.h"
 #include "settings/SettingsFiles.h"
 #include "settings/frmCommSettings.h"
+#include "utilities/GeneralUtilities.h"
 
 namespace veldron {
 

@@ -2,7 +2,7 @@
 #include "history/Recorder.h"
 
 #include "common/UntrappedError.h"
-#include "panels/GeneralUtilities.h"
+#include "utilities/GeneralUtilities.h"
 
 #include <QFile>
 

@@ -3,7 +3,7 @@
 
 #include "common/Numbers.h"
 #include "link/WireNumber.h"
-#include "panels/GeneralUtilities.h"
+#include "utilities/GeneralUtilities.h"
 
 #include <algorithm>
 #include <cmath>

@@ -4,7 +4,7 @@
 
 #include "common/Numbers.h"
 #include "link/WireNumber.h"
-#include "panels/GeneralUtilities.h"
+#include "utilities/GeneralUtilities.h"
 
 #include <QtNumeric>
 

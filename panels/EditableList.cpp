@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "panels/EditableList.h"
 
-#include "panels/GeneralUtilities.h"
+#include "utilities/GeneralUtilities.h"
 
 #include <QLineEdit>
 

@@ -3,7 +3,7 @@
 // focus, and how a key runs through an entry. A field is an EntryBox or an EditableList.
 #pragma once
 
-#include "panels/FrequencyEntry.h"
+#include "utilities/FrequencyEntry.h"
 
 #include <QFocusEvent>
 #include <QKeyEvent>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "panels/PanelGrid.h"
 
-#include "panels/MagicStatics.h"
+#include "utilities/MagicStatics.h"
 
 #include <QComboBox>
 #include <QFontMetrics>

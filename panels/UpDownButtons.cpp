@@ -3,7 +3,7 @@
 
 #include "common/Numbers.h"
 #include "panels/EntryBox.h"
-#include "panels/GeneralUtilities.h"
+#include "utilities/GeneralUtilities.h"
 
 #include <QToolButton>
 #include <QVBoxLayout>

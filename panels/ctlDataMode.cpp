@@ -4,10 +4,10 @@
 #include "common/Numbers.h"
 #include "panels/EntryBox.h"
 #include "panels/FixedList.h"
-#include "panels/GeneralUtilities.h"
 #include "panels/PanelGrid.h"
 #include "panels/UpDownButtons.h"
 #include "panels/UpdatingScope.h"
+#include "utilities/GeneralUtilities.h"
 
 #include <QHBoxLayout>
 #include <QPushButton>

@@ -3,7 +3,7 @@
 
 #include <QFrame>
 
-#include "panels/FrequencyEntry.h"
+#include "utilities/FrequencyEntry.h"
 
 class QCheckBox;
 class QLabel;

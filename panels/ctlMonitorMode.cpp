@@ -5,9 +5,9 @@
 #include "panels/EditableList.h"
 #include "panels/EntryBox.h"
 #include "panels/FixedList.h"
-#include "panels/GeneralUtilities.h"
 #include "panels/PanelGrid.h"
 #include "panels/UpdatingScope.h"
+#include "utilities/GeneralUtilities.h"
 
 #include <limits>
 

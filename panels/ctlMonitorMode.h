@@ -4,7 +4,7 @@
 #include <QFrame>
 
 #include "common/UntrappedError.h"
-#include "panels/FrequencyEntry.h"
+#include "utilities/FrequencyEntry.h"
 
 class QLabel;
 

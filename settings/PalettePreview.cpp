@@ -2,7 +2,7 @@
 #include "settings/PalettePreview.h"
 
 #include "common/Numbers.h"
-#include "panels/GeneralUtilities.h"
+#include "utilities/GeneralUtilities.h"
 
 #include <QColor>
 #include <QPainter>

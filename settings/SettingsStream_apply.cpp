@@ -8,12 +8,12 @@
 #include "common/ReportText.h"
 #include "common/UntrappedError.h"
 #include "link/frmVDR.h"
-#include "panels/GeneralUtilities.h"
 #include "panels/ctlDataMode.h"
 #include "panels/ctlFrequency.h"
 #include "panels/ctlMonitorMode.h"
 #include "settings/frmCommSettings.h"
 #include "settings/frmDisplaySettings.h"
+#include "utilities/GeneralUtilities.h"
 
 #include <limits>
 

@@ -3,8 +3,8 @@
 
 #include "common/Numbers.h"
 #include "link/frmVDR.h"
-#include "panels/GeneralUtilities.h"
 #include "settings/DialogList.h"
+#include "utilities/GeneralUtilities.h"
 
 #include <QGridLayout>
 #include <QLabel>

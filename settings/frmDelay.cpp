@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "settings/frmDelay.h"
 
-#include "panels/GeneralUtilities.h"
+#include "utilities/GeneralUtilities.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

@@ -3,7 +3,7 @@
 #include "tests/chart/ChartFixture.h"
 #include "tests/chart/PlainPicture.h"
 
-#include "panels/GeneralUtilities.h"
+#include "utilities/GeneralUtilities.h"
 
 #include <random>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "settings/PalettePreview.h"
 
-#include "panels/GeneralUtilities.h"
+#include "utilities/GeneralUtilities.h"
 
 #include <gtest/gtest.h>
 

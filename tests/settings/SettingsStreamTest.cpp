@@ -3,8 +3,8 @@
 #include "settings/SettingsStream.h"
 
 #include "common/UntrappedError.h"
-#include "panels/GeneralUtilities.h"
 #include "tests/support/InstrumentBench.h"
+#include "utilities/GeneralUtilities.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "settings/frmDisplaySettings.h"
 
-#include "panels/GeneralUtilities.h"
 #include "settings/PalettePreview.h"
+#include "utilities/GeneralUtilities.h"
 
 #include <gtest/gtest.h>
 

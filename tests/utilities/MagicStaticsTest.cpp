@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "panels/MagicStatics.h"
-#include "panels/GeneralUtilities.h"
+#include "utilities/MagicStatics.h"
+#include "utilities/GeneralUtilities.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "panels/GeneralUtilities.h"
+#include "utilities/GeneralUtilities.h"
 #include "tests/support/ManualClock.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "panels/GeneralUtilities.h"
+#include "utilities/GeneralUtilities.h"
 
-#include "panels/MagicStatics.h"
+#include "utilities/MagicStatics.h"
 
 #include <cmath>
 #include <limits>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "panels/FrequencyEntry.h"
+#include "utilities/FrequencyEntry.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "panels/FrequencyEntry.h"
+#include "utilities/FrequencyEntry.h"
 
-#include "panels/GeneralUtilities.h"
+#include "utilities/GeneralUtilities.h"
 
 #include <cmath>
 
