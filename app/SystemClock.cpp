@@ -3,6 +3,8 @@
 
 #include <QThread>
 
+#include <chrono>
+
 namespace veldron {
 
 float SystemClock::timeOfDay() {
@@ -11,6 +13,12 @@ float SystemClock::timeOfDay() {
 
 QDateTime SystemClock::now() {
     return QDateTime::currentDateTime();
+}
+
+qint64 SystemClock::steadyMilliseconds() {
+    return std::chrono::duration_cast<std::chrono::milliseconds>(
+               std::chrono::steady_clock::now().time_since_epoch())
+        .count();
 }
 
 void SystemClock::rest(int milliseconds) {

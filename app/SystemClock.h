@@ -10,6 +10,7 @@ class SystemClock : public Clock {
 public:
     float timeOfDay() override;
     QDateTime now() override;
+    qint64 steadyMilliseconds() override;
     void rest(int milliseconds) override;
 };
 

@@ -10,7 +10,7 @@
 #include "chart/ScreenPointer.h"
 #include "common/Clock.h"
 #include "common/DateTimeText.h"
-#include "common/UntrappedError.h"
+#include "common/ErrorGuard.h"
 #include "history/HistoryHost.h"
 #include "history/PlaybackEngine.h"
 #include "history/Recorder.h"

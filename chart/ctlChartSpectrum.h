@@ -17,7 +17,7 @@
 #include "common/DateTimeText.h"
 #include "common/Hertz.h"
 #include "common/LevelScan.h"
-#include "common/UntrappedError.h"
+#include "common/ErrorGuard.h"
 
 #include <utility>
 

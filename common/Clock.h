@@ -18,6 +18,9 @@ public:
     [[nodiscard]] virtual float timeOfDay() = 0;
     /// Local date and time of day of one and the same moment, to the millisecond.
     [[nodiscard]] virtual QDateTime now() = 0;
+    /// A steady reading in milliseconds: it starts anywhere, never goes back, and knows neither
+    /// midnight nor a change of the system's time. For differences only.
+    [[nodiscard]] virtual qint64 steadyMilliseconds() = 0;
     /// Rests the thread for about \a milliseconds, without turning the event loop.
     virtual void rest(int milliseconds) = 0;
 };

@@ -4,7 +4,6 @@
 #include <QString>
 
 #include <exception>
-#include <functional>
 #include <utility>
 
 namespace veldron {
@@ -21,6 +20,7 @@ public:
         DivideByZero, ///< a quotient that has no value
         BadValue,     ///< a text that can't be converted
         File,         ///< a file that can't be opened, read or written
+        Unexpected,   ///< an exception of another type, which no routine expects
     };
 
     /// \a message says in plain words what happened and where, for the user.
@@ -35,28 +35,6 @@ private:
     Kind m_kind;
     QString m_message;
     QByteArray m_bytes;
-};
-
-/// Stands around the body of a slot, so that no error runs through the toolkit's frames.
-class ErrorGuard {
-public:
-    using Report = std::function<void(const UntrappedError &)>;
-
-    /// \a report ends the program (or, in a test, notes the error).
-    explicit ErrorGuard(Report report) : m_report(std::move(report)) {}
-
-    /// Runs \a body; an UntrappedError out of it goes to the report.
-    template <typename Body>
-    void run(Body &&body) const {
-        try {
-            std::forward<Body>(body)();
-        } catch (const UntrappedError &error) {
-            m_report(error);
-        }
-    }
-
-private:
-    Report m_report;
 };
 
 } // namespace veldron

@@ -3,7 +3,7 @@
 
 #include <QFrame>
 
-#include "common/UntrappedError.h"
+#include "common/ErrorGuard.h"
 #include "utilities/FrequencyEntry.h"
 
 class QLabel;

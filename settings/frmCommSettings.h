@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "common/UntrappedError.h"
+#include "common/ErrorGuard.h"
 
 #include <QDialog>
 #include <QString>

@@ -28,5 +28,21 @@ TEST(ManualClock, rest_movesByWhatWasAskedFor) {
     EXPECT_EQ(clock.rests(), std::vector<int>{5});
 }
 
+TEST(ManualClock, timeOfDaySetBack_leavesTheSteadyReadingAlone) {
+    ManualClock clock(10.0);
+    clock.setTimeOfDay(5.0);
+    EXPECT_EQ(clock.steadyMilliseconds(), 1000000);
+    clock.advance(0.25);
+    EXPECT_EQ(clock.steadyMilliseconds(), 1000250);
+}
+
+TEST(ManualClock, frozenTimeOfDay_movesTheSteadyReadingAlone) {
+    ManualClock clock(10.0);
+    clock.freezeTimeOfDay();
+    clock.advance(1.5);
+    EXPECT_FLOAT_EQ(clock.timeOfDay(), 10.0F);
+    EXPECT_EQ(clock.steadyMilliseconds(), 1001500);
+}
+
 } // namespace
 } // namespace veldron

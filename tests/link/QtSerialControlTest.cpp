@@ -51,6 +51,7 @@ class RealClock : public Clock {
 public:
     float timeOfDay() override { return static_cast<float>(m_timer.elapsed()) / 1000.0F; }
     QDateTime now() override { return QDateTime::currentDateTime(); }
+    qint64 steadyMilliseconds() override { return m_timer.elapsed(); }
     void rest(int milliseconds) override {
         QThread::msleep(static_cast<unsigned long>(milliseconds));
     }

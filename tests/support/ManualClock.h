@@ -24,6 +24,7 @@ public:
     QDateTime now() override {
         return QDateTime(m_date, QTime(0, 0).addMSecs(static_cast<int>(m_seconds * 1000.0)));
     }
+    qint64 steadyMilliseconds() override { return static_cast<qint64>(m_steadySeconds * 1000.0); }
     void rest(int milliseconds) override {
         m_rests.push_back(milliseconds);
         advance(milliseconds / 1000.0);
@@ -31,6 +32,10 @@ public:
 
     /// Moves on by \a seconds, over midnight into the next day where it comes to that.
     void advance(double seconds) {
+        m_steadySeconds += seconds;
+        if (m_frozen) {
+            return;
+        }
         m_seconds += seconds;
         while (m_seconds >= 86400.0) {
             m_seconds -= 86400.0;
@@ -39,6 +44,8 @@ public:
     }
     /// Sets the time of day within the present date.
     void setTimeOfDay(double seconds) { m_seconds = seconds; }
+    /// From now on only the steady reading moves: the time of day stands still.
+    void freezeTimeOfDay() { m_frozen = true; }
     void setDate(QDate date) { m_date = date; }
     /// Each reading of the time of day moves the clock by \a seconds afterwards.
     void setStepPerReading(double seconds) { m_stepPerReading = seconds; }
@@ -49,6 +56,8 @@ public:
 private:
     QDate m_date = QDate(2026, 3, 14);
     double m_seconds = 0.0;
+    double m_steadySeconds = 1000.0;
+    bool m_frozen = false;
     double m_stepPerReading = 0.0;
     int m_readings = 0;
     std::vector<int> m_rests;
