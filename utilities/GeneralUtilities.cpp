@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "utilities/GeneralUtilities.h"
 
+#include "common/TimeOfDay.h"
 #include "utilities/MagicStatics.h"
 
 #include <cmath>
@@ -10,8 +11,8 @@ namespace veldron::GeneralUtilities {
 
 namespace {
 
-constexpr float kDay = 86400.0F;
-constexpr float kHalfDay = 43200.0F;
+constexpr float kDay = kSecondsPerDay;
+constexpr float kHalfDay = kDay / 2.0F;
 /// Longest rest between two looks at the clock.
 constexpr int kRestMilliseconds = 5;
 
