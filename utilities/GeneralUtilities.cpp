@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "utilities/GeneralUtilities.h"
 
+#include "common/LeadingNumber.h"
 #include "common/TimeOfDay.h"
 #include "utilities/MagicStatics.h"
 
@@ -105,36 +106,7 @@ QString DigitsOnly(const QString &Text) {
 }
 
 double LeadingNumber(const QString &Text) {
-    qsizetype start = 0;
-    while (start < Text.size() && Text[start] == QLatin1Char(' ')) {
-        ++start;
-    }
-    qsizetype end = start;
-    if (end < Text.size() && (Text[end] == QLatin1Char('-') || Text[end] == QLatin1Char('+'))) {
-        ++end;
-    }
-    bool afterPoint = false;
-    bool hasDigit = false;
-    for (; end < Text.size(); ++end) {
-        if (Text[end] == QLatin1Char('.') && !afterPoint) {
-            afterPoint = true;
-        } else if (Text[end] >= QLatin1Char('0') && Text[end] <= QLatin1Char('9')) {
-            hasDigit = true;
-        } else {
-            break;
-        }
-    }
-    if (!hasDigit) {
-        return 0.0;
-    }
-    bool ok = false;
-    const double number = Text.mid(start, end - start).toDouble(&ok);
-    if (ok) {
-        return number;
-    }
-    // Only a number beyond the range of a double gets here.
-    return std::copysign(std::numeric_limits<double>::max(),
-                         Text[start] == QLatin1Char('-') ? -1.0 : 1.0);
+    return leadingNumber(Text);
 }
 
 QString ModeName(qint16 Code) {
