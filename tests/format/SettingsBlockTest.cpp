@@ -52,8 +52,11 @@ TEST(SettingsBlock, keyThatComesTwice_keepsTheSecondValue) {
 }
 
 TEST(SettingsBlock, lines_areWrittenInTheOrderOfTheKeys) {
-    EXPECT_EQ(written(blockOf({"EndSettings ", "Poll 1000", "StartSettings x"})),
-              (QStringList{"StartSettings x", "Poll 1000", "EndSettings "}));
+    SettingsBlock block;
+    block.set(SettingsKey::EndSettings, {});
+    block.set(SettingsKey::Poll, "1000");
+    block.set(SettingsKey::StartSettings, "x");
+    EXPECT_EQ(written(block), (QStringList{"StartSettings x", "Poll 1000", "EndSettings "}));
 }
 
 TEST(SettingsBlock, endWithAndWithoutItsBlank_isTheEnd) {
