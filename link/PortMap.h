@@ -17,6 +17,7 @@ namespace veldron {
 /// once, in the order of orderedDevices.
 class PortMap {
 public:
+    static constexpr qint16 kFirstPort = 1;
     static constexpr qint16 kLastPort = 16;
 
     /// COM n is the entry "COMn" of \a folder.

@@ -2,19 +2,15 @@
 #include "link/frmVDR.h"
 
 #include "link/CommEvents.h"
+#include "link/Wire.h"
 
 namespace veldron {
 
-namespace {
-constexpr qint16 kBinaryInput = 1;
-constexpr qint16 kRequestToSend = 2;
-} // namespace
-
 frmVDR::frmVDR(SerialControl &control, Clock &clock, LinkHost &host)
     : m_control(control), m_clock(clock), m_host(host) {
-    m_control.setInputMode(kBinaryInput);
-    m_control.setHandshaking(kRequestToSend);
-    m_control.setSettings(QStringLiteral("9600,n,8,2"));
+    m_control.setInputMode(Wire::kBinaryInput);
+    m_control.setHandshaking(Wire::kRequestToSend);
+    m_control.setSettings(QLatin1String(Wire::kTextLine));
     m_control.setCommHandler([this] { onComm(); });
 }
 
@@ -31,7 +27,7 @@ void frmVDR::unload() {
 }
 
 void frmVDR::onComm() {
-    // The name is for a debugger's eye only: line events change nothing here.
+    // Only a debugger sees the name: line events change nothing here.
     [[maybe_unused]] const QString name = commEventName(m_control.CommEvent());
 }
 

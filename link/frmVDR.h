@@ -4,22 +4,16 @@
 #include "common/Clock.h"
 #include "common/Hertz.h"
 #include "common/LevelScan.h"
-#include "link/DeviceCommands.h"
 #include "link/LinkHost.h"
 #include "link/SerialControl.h"
+#include "link/UnitSetting.h"
 
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
 #include <QtGlobal>
 
-#include <array>
-#include <functional>
-
 namespace veldron {
-
-/// Channel data in hertz: element 0 the start, 1 the step, 2 the end.
-using ChannelData = std::array<Hertz, 3>;
 
 /// Everything that speaks to the unit: ports, the one exchange, the unit's settings, scans.
 ///
@@ -122,8 +116,8 @@ protected:
     bool SendCommand(const QString &command);
     void ReportCommsFailure(const QString &command);
     [[nodiscard]] const QString &LastReply() const { return m_LastReply; }
-    /// The cached value, without asking the unit.
-    [[nodiscard]] DeviceValue cached(CacheSlot slot) const;
+    /// The rows with the cached values, without asking the unit.
+    [[nodiscard]] const UnitSettingRows &settings() const { return m_settings; }
 
 private:
     void onComm();
@@ -137,11 +131,16 @@ private:
     [[nodiscard]] SerialControl::Result openPort(qint16 port);
     void restorePort(qint16 port);
 
-    void send(const QString &command, const QString &report, const std::function<void()> &accepted);
-    void writeSetting(const DeviceCommand &command, const DeviceValue &value);
-    const DeviceValue &readSetting(const DeviceCommand &command);
-    [[nodiscard]] const DeviceCommand *samplesCommand() const;
-    [[nodiscard]] Hertz takeChannelField(qint64 hertzPerUnit);
+    [[nodiscard]] bool sendWrite(const QString &command, const QString &report);
+    template <typename T>
+    void write(UnitSetting<T> &setting, const SettingLetters &letters, const T &value);
+    template <typename T>
+    void write(UnitSetting<T> &setting, const T &value);
+    template <typename T>
+    T read(UnitSetting<T> &setting, const SettingLetters &letters);
+    template <typename T>
+    T read(UnitSetting<T> &setting);
+    [[nodiscard]] const SettingLetters *samplesLetters() const;
     [[nodiscard]] qint32 markerStep() const;
     void stepMarker(int direction, Hertz step);
 
@@ -161,9 +160,7 @@ private:
     bool m_Connected = false;
     bool m_Active = false;
 
-    DeviceCache m_cache = emptyDeviceCache();
-    ChannelData m_VDRChData{};
-    Hertz m_VDRMarkerFreq;
+    UnitSettingRows m_settings = unitSettingRows();
 };
 
 } // namespace veldron

@@ -2,21 +2,21 @@
 // Which ports there are, which one is open, and whether the unit is on it.
 #include "link/frmVDR.h"
 
+#include "link/PortMap.h"
+#include "link/Wire.h"
+
 namespace veldron {
 
 namespace {
 
-constexpr qint16 kFirstPort = 1;
-constexpr qint16 kLastPort = 16;
-
-/// A number in the form that leaves the place of the sign blank.
-QString signedPlace(qint16 number) {
+/// A number with a blank in the place of its plus sign.
+QString signedNumber(qint16 number) {
     return (number < 0 ? QString() : QStringLiteral(" ")) + QString::number(number);
 }
 
 QString failureText(qint16 port, const SerialError &error) {
     if (error.number == SerialErrorCode::kPortInUse) {
-        return QStringLiteral("COM ") + signedPlace(port) +
+        return QStringLiteral("COM ") + signedNumber(port) +
                QStringLiteral(" is in use by another application");
     }
     return QStringLiteral("Error ") + QString::number(error.number) + QLatin1Char(' ') +
@@ -30,7 +30,7 @@ QStringList frmVDR::GetCommPorts() {
         m_host.setHourglass(true);
         m_portsListed = true;
         m_ComDefault = 0;
-        for (qint16 port = kFirstPort; port <= kLastPort; ++port) {
+        for (qint16 port = PortMap::kFirstPort; port <= PortMap::kLastPort; ++port) {
             probePort(port);
         }
         m_host.setHourglass(false);
@@ -39,14 +39,15 @@ QStringList frmVDR::GetCommPorts() {
 }
 
 void frmVDR::probePort(qint16 port) {
-    // Both steps are taken whatever the first one gives; the later failure is the one remembered.
+    // The port is opened even if it could not be chosen; of two failures the later one counts.
     const SerialControl::Result chosen = m_control.setCommPort(port);
     const SerialControl::Result opened = m_control.setPortOpen(true);
     const int error = opened ? opened->number : chosen ? chosen->number : 0;
     if (error == 0 || error == SerialErrorCode::kPortInUse) {
         m_PortList.append(QStringLiteral("COM ") + QString::number(port));
     }
-    if (error == 0 && m_ComDefault == 0 && Connect() && m_Version.contains(QLatin1String("Ver"))) {
+    if (error == 0 && m_ComDefault == 0 && Connect() &&
+        m_Version.contains(QLatin1String(Wire::kVersionMark))) {
         m_ComDefault = static_cast<qint16>(m_PortList.size());
     }
     if (m_control.PortOpen()) {
@@ -68,7 +69,7 @@ void frmVDR::setCommPort(qint16 port) {
         m_control.setPortOpen(false);
     }
     m_Connected = false;
-    if (port < kFirstPort) {
+    if (port < PortMap::kFirstPort) {
         m_Status = QStringLiteral("No serial port selected");
         return;
     }
@@ -77,7 +78,7 @@ void frmVDR::setCommPort(qint16 port) {
         restorePort(old);
         return;
     }
-    m_Status = QStringLiteral("Opening COM") + signedPlace(port);
+    m_Status = QStringLiteral("Opening COM") + signedNumber(port);
 }
 
 SerialControl::Result frmVDR::openPort(qint16 port) {
@@ -88,8 +89,8 @@ SerialControl::Result frmVDR::openPort(qint16 port) {
 }
 
 void frmVDR::restorePort(qint16 port) {
-    // The program may have been ended while the user was told. Nothing more can be done for him if
-    // the earlier port is gone too.
+    // The program may have been ended while the message was shown. If the earlier port is gone too,
+    // no port is open, and the caller sees that in CommPort.
     if (port > 0 && !m_unloaded) {
         static_cast<void>(openPort(port));
     }
@@ -101,15 +102,15 @@ bool frmVDR::Connect() {
         return false;
     }
     m_Active = true;
-    // The way past the test for a link that is down.
+    // SendCommand refuses while the link is down.
     m_Connected = true;
-    const QString port = QStringLiteral(" on COM") + signedPlace(m_control.CommPort());
-    if (SendCommand(QStringLiteral("RIVE"))) {
+    const QString port = QStringLiteral(" on COM") + signedNumber(m_control.CommPort());
+    if (SendCommand(QLatin1String(Wire::kReadVersion))) {
         m_Status = QStringLiteral("VELDRON connected") + port;
         m_Version = m_LastReply.mid(1);
     } else {
-        // Connected stays up with a silent unit as well, on purpose: the next poll's first command
-        // is what takes the link down, so that polls and attempts to connect alternate.
+        // On purpose the link counts as up with a silent unit too: the first command of the next
+        // poll takes it down, and the poll after that connects again.
         m_Connected = true;
         m_Status = QStringLiteral("VELDRON not found") + port;
         m_Version.clear();

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
-// What follows a reply as raw bytes: scans, and the large block at the high line speed.
+// What follows a reply line as raw bytes: scans, and the image block at the high line speed.
 #include "link/frmVDR.h"
+
+#include "link/Wire.h"
 
 #include <algorithm>
 
@@ -8,22 +10,13 @@ namespace veldron {
 
 namespace {
 
-constexpr float kQuietLimitSeconds = 1.0F;
+/// One more than a frame: what comes back when too little arrived to be cut.
+constexpr std::size_t kScanStore = Wire::kFullFrame + 1;
 
-constexpr std::size_t kFullScan = 321;
-constexpr std::size_t kTerminatorLength = 3;
-constexpr std::size_t kFullFrame = kFullScan + kTerminatorLength;
-/// One more than a frame; what comes back when too little arrived to be cut.
-constexpr std::size_t kScanStore = kFullFrame + 1;
-
-/// A few bytes are let come in before the next look: at 9600 baud one comes each 1.1 ms, and waking
-/// for each of a frame would cost more processor time than all else that is done with it.
+/// Between two looks at the line, so that several bytes come in at once: at 9600 baud a byte takes
+/// 1.1 ms, and waking up for each one of a frame would cost more processor time than everything
+/// else that is done with it.
 constexpr int kGatherMilliseconds = 6;
-
-constexpr qsizetype kBlockStore = 168041;
-constexpr qsizetype kBlockEnd = 168036;
-constexpr qint16 kRequestToSend = 2;
-constexpr qint16 kBlockReceiveThreshold = 500;
 
 /// The bytes of one frame as they come in.
 class ScanFrame {
@@ -36,8 +29,8 @@ public:
     /// The samples. Three bytes count as the terminator whatever they are, but a frame of no more
     /// than one sample stays as it is, zeros included.
     [[nodiscard]] LevelScan samples() && {
-        if (m_count > kTerminatorLength + 1) {
-            m_levels.resize(m_count - kTerminatorLength);
+        if (m_count > Wire::kTerminatorLength + 1) {
+            m_levels.resize(m_count - Wire::kTerminatorLength);
         }
         return std::move(m_levels);
     }
@@ -46,7 +39,8 @@ private:
     bool store(char byte) {
         m_levels[m_count] = static_cast<std::uint8_t>(byte);
         ++m_count;
-        return m_count >= kFullFrame || (m_count > kTerminatorLength && endsInTerminator());
+        return m_count >= Wire::kFullFrame ||
+               (m_count > Wire::kTerminatorLength && endsInTerminator());
     }
     [[nodiscard]] bool endsInTerminator() const {
         return m_levels[m_count - 3] == ' ' && m_levels[m_count - 2] == '\r' &&
@@ -60,14 +54,14 @@ private:
 } // namespace
 
 LevelScan frmVDR::GetData() {
-    if (!SendCommand(QStringLiteral("RIFD"))) {
+    if (!SendCommand(QLatin1String(Wire::kReadScan))) {
         return LevelScan(1);
     }
     ScanFrame frame;
-    // The limit is one of silence: each chunk starts it anew.
+    // Taken behind the header: the limit is one of silence, and each chunk starts it anew.
     float lastArrival = m_clock.timeOfDay();
     bool ended = false;
-    while (!ended && elapsedSince(lastArrival) < kQuietLimitSeconds) {
+    while (!ended && elapsedSince(lastArrival) < Wire::kQuietLimitSeconds) {
         const QByteArray chunk = m_control.Input();
         if (chunk.isEmpty()) {
             park();
@@ -83,20 +77,20 @@ LevelScan frmVDR::GetData() {
 }
 
 QByteArray frmVDR::GetGraphic() {
-    QByteArray block(kBlockStore, '\0');
-    // Whether the unit took the command shows in the block alone.
-    static_cast<void>(SendCommand(QStringLiteral("RVIM")));
+    QByteArray block(Wire::kImageStore, '\0');
+    // The result says nothing: a unit that refused sends no block, and the block stays zero.
+    static_cast<void>(SendCommand(QLatin1String(Wire::kReadImage)));
     m_control.setPortOpen(false);
-    m_control.setSettings(QStringLiteral("115200,N,8,1"));
-    m_control.setHandshaking(kRequestToSend);
-    m_control.setRThreshold(kBlockReceiveThreshold);
+    m_control.setSettings(QLatin1String(Wire::kImageLine));
+    m_control.setHandshaking(Wire::kRequestToSend);
+    m_control.setRThreshold(Wire::kImageReceiveThreshold);
     m_control.setSThreshold(0);
     m_control.setRTSEnable(true);
     // A port that does not open again reads as silence.
     m_control.setPortOpen(true);
     readGraphic(block);
     m_control.setPortOpen(false);
-    m_control.setSettings(QStringLiteral("9600,N,8,2"));
+    m_control.setSettings(QLatin1String(Wire::kTextLineAfterImage));
     m_control.setPortOpen(true);
     return block;
 }
@@ -104,7 +98,7 @@ QByteArray frmVDR::GetGraphic() {
 void frmVDR::readGraphic(QByteArray &block) {
     float lastArrival = m_clock.timeOfDay();
     qsizetype count = 0;
-    while (count < kBlockEnd && elapsedSince(lastArrival) < kQuietLimitSeconds) {
+    while (count < Wire::kImageSize && elapsedSince(lastArrival) < Wire::kQuietLimitSeconds) {
         const QByteArray chunk = m_control.Input();
         if (!chunk.isEmpty()) {
             lastArrival = m_clock.timeOfDay();

@@ -2,20 +2,17 @@
 // The one exchange: a line out, a line back, and what it says about the link.
 #include "link/frmVDR.h"
 
+#include "link/Wire.h"
+
 namespace veldron {
 
 namespace {
 
-constexpr float kReplyLimitSeconds = 1.0F;
+/// How long the thread sleeps in the kernel before the time of day is read again.
 constexpr int kParkMilliseconds = 5;
-constexpr qsizetype kEchoLength = 3;
-/// Behind the value stand one character that means nothing and the line end.
-constexpr qsizetype kReplyTail = 3;
-
-const QString kLineEnd = QStringLiteral("\r\n");
 
 QString withoutLineEnd(const QString &reply) {
-    return reply.chopped(kLineEnd.size());
+    return reply.chopped(QLatin1String(Wire::kLineEnd).size());
 }
 
 } // namespace
@@ -32,7 +29,7 @@ bool frmVDR::SendCommand(const QString &command) {
     }
     m_Active = true;
     const QByteArray line = exchangeLine(command);
-    m_Connected = line.endsWith("\r\n");
+    m_Connected = line.endsWith(Wire::kLineEnd);
     bool positive = false;
     if (m_Connected) {
         positive = classifyReply(command, QString::fromLatin1(line));
@@ -44,14 +41,15 @@ bool frmVDR::SendCommand(const QString &command) {
 }
 
 QByteArray frmVDR::exchangeLine(const QString &command) {
-    // Stale bytes go now, so that none can pass for the reply.
+    // Before InputLen changes: stale bytes are thrown away all at once, so that none can be taken
+    // for the reply.
     static_cast<void>(m_control.Input());
     // Byte by byte, so that what follows the line stays in the control for the downloads.
     m_control.setInputLen(1);
     const float start = m_clock.timeOfDay();
     QByteArray reply;
-    m_control.setOutput((command + kLineEnd).toLatin1());
-    while (elapsedSince(start) < kReplyLimitSeconds && !reply.endsWith("\r\n")) {
+    m_control.setOutput(command.toLatin1() + Wire::kLineEnd);
+    while (elapsedSince(start) < Wire::kReplyLimitSeconds && !reply.endsWith(Wire::kLineEnd)) {
         if (m_control.InBufferCount() >= 1) {
             reply += m_control.Input();
         } else {
@@ -63,7 +61,7 @@ QByteArray frmVDR::exchangeLine(const QString &command) {
 }
 
 float frmVDR::elapsedSince(float start) {
-    // A plain difference: over midnight it goes negative, and a wait then lasts until bytes come.
+    // A plain difference on purpose: after midnight it is negative, and the limit isn't reached.
     return m_clock.timeOfDay() - start;
 }
 
@@ -74,28 +72,28 @@ void frmVDR::park() {
 }
 
 bool frmVDR::classifyReply(const QString &command, const QString &reply) {
-    if (command.startsWith(QLatin1Char('W'))) {
-        const bool positive = reply.startsWith(QLatin1Char(' '));
-        m_LastReply = positive ? QStringLiteral(" ") : withoutLineEnd(reply);
+    if (command.startsWith(QLatin1Char(Wire::kWrite))) {
+        const bool positive = reply.startsWith(QLatin1Char(Wire::kAccepted));
+        m_LastReply = positive ? QString(QLatin1Char(Wire::kAccepted)) : withoutLineEnd(reply);
         return positive;
     }
-    if (command.startsWith(QLatin1String("RICD"))) {
-        // This reply alone keeps its line end, positive or not.
-        const bool positive = reply.startsWith(QLatin1Char('f'));
+    if (command.startsWith(QLatin1String(Wire::kReadMarker))) {
+        // The only reply that keeps its line end, whether positive or not.
+        const bool positive = reply.startsWith(QLatin1Char(Wire::kMarkerReply));
         m_LastReply = positive ? reply.mid(1) : reply;
         return positive;
     }
-    return command.startsWith(QLatin1Char('R')) && classifyRead(command, reply);
+    return command.startsWith(QLatin1Char(Wire::kRead)) && classifyRead(command, reply);
 }
 
 bool frmVDR::classifyRead(const QString &command, const QString &reply) {
-    if (reply.left(kEchoLength) != command.right(kEchoLength)) {
+    if (reply.left(Wire::kEchoLength) != command.right(Wire::kEchoLength)) {
         m_LastReply = withoutLineEnd(reply);
         return false;
     }
-    // A line too short to hold a value is an echo with an empty one.
-    const QString afterEcho = reply.mid(kEchoLength);
-    m_LastReply = afterEcho.left(qMax(qsizetype{0}, afterEcho.size() - kReplyTail));
+    // A line that is too short to hold a value reads as an empty value.
+    const QString afterEcho = reply.mid(Wire::kEchoLength);
+    m_LastReply = afterEcho.left(qMax(qsizetype{0}, afterEcho.size() - Wire::kReplyTail));
     return true;
 }
 

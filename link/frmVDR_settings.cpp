@@ -3,34 +3,17 @@
 #include "link/frmVDR.h"
 
 #include "common/Numbers.h"
-#include "link/WireNumber.h"
-#include "utilities/GeneralUtilities.h"
+#include "link/Wire.h"
 
 #include <QtNumeric>
-
-#include <cmath>
 
 namespace veldron {
 
 namespace {
 
-constexpr qint64 kHertzPerKilohertz = 1000;
-constexpr qint64 kHertzPerMegahertz = 1000000;
 constexpr qint16 kAverageMode = 2;
 constexpr qint16 kMedianMode = 4;
 constexpr qint16 kChannelMode = 3;
-/// Steps from one edge of the unit's screen to the other.
-constexpr qint32 kScreenSteps = 320;
-constexpr Hertz kFailedFrequency = Hertz::fromWhole(-1);
-
-QString scaledText(Hertz value, qint64 hertzPerUnit) {
-    return wireNumber(value.toDouble() / static_cast<double>(hertzPerUnit));
-}
-
-Hertz scaledNumber(const QString &text, qint64 hertzPerUnit) {
-    return Hertz::fromDouble(GeneralUtilities::LeadingNumber(text) *
-                             static_cast<double>(hertzPerUnit));
-}
 
 Hertz magnitude(Hertz value) {
     return value < Hertz() ? -value : value;
@@ -38,196 +21,191 @@ Hertz magnitude(Hertz value) {
 
 } // namespace
 
-DeviceValue frmVDR::cached(CacheSlot slot) const {
-    return m_cache.at(static_cast<std::size_t>(slot));
+/// True: the unit took \a command. A refusal is silent; anything else is reported as \a report.
+bool frmVDR::sendWrite(const QString &command, const QString &report) {
+    const bool accepted = SendCommand(command);
+    if (!accepted && m_LastReply != QLatin1String(Wire::kRefusal)) {
+        ReportCommsFailure(report);
+    }
+    return accepted;
 }
 
-void frmVDR::send(const QString &command, const QString &report,
-                  const std::function<void()> &accepted) {
-    if (SendCommand(command)) {
-        accepted();
-    } else if (m_LastReply != QLatin1String("?")) {
-        ReportCommsFailure(report);
+template <typename T>
+void frmVDR::write(UnitSetting<T> &setting, const SettingLetters &letters, const T &value) {
+    const QString command = QLatin1String(letters.write) + setting.codec.argument(value);
+    const QString report = QLatin1String(letters.report) + setting.codec.reportedArgument(value);
+    if (sendWrite(command, report)) {
+        setting.cached = value;
     }
 }
 
-void frmVDR::writeSetting(const DeviceCommand &command, const DeviceValue &value) {
-    send(writeText(command, value), reportText(command, value),
-         [&] { m_cache.at(static_cast<std::size_t>(command.slot)) = value; });
+template <typename T>
+void frmVDR::write(UnitSetting<T> &setting, const T &value) {
+    write(setting, setting.letters, value);
 }
 
-const DeviceValue &frmVDR::readSetting(const DeviceCommand &command) {
-    const bool positive = SendCommand(QLatin1String(command.readLetters));
-    DeviceValue &slot = m_cache.at(static_cast<std::size_t>(command.slot));
-    slot = positive ? parseReply(command, m_LastReply) : command.failure;
-    return slot;
+template <typename T>
+T frmVDR::read(UnitSetting<T> &setting, const SettingLetters &letters) {
+    setting.cached = SendCommand(QLatin1String(letters.read))
+                         ? setting.codec.value(m_LastReply).value_or(setting.failure)
+                         : setting.failure;
+    return setting.cached;
+}
+
+template <typename T>
+T frmVDR::read(UnitSetting<T> &setting) {
+    return read(setting, setting.letters);
 }
 
 qint16 frmVDR::RXMode() {
-    return std::get<qint16>(readSetting(deviceCommand(CacheSlot::Mode)));
+    return read(m_settings.RXMode);
 }
 
 void frmVDR::setRXMode(qint16 value) {
-    writeSetting(deviceCommand(CacheSlot::Mode), value);
+    write(m_settings.RXMode, value);
 }
 
 qint16 frmVDR::RXType() {
-    return std::get<qint16>(readSetting(deviceCommand(CacheSlot::Receiver)));
+    return read(m_settings.RXType);
 }
 
 void frmVDR::setRXType(qint16 value) {
-    writeSetting(deviceCommand(CacheSlot::Receiver), value);
+    write(m_settings.RXType, value);
 }
 
 qint32 frmVDR::RXStep() {
-    return std::get<qint32>(readSetting(deviceCommand(CacheSlot::Step)));
+    return read(m_settings.RXStep);
 }
 
 void frmVDR::setRXStep(qint32 value) {
-    writeSetting(deviceCommand(CacheSlot::Step), value);
+    write(m_settings.RXStep, value);
 }
 
 bool frmVDR::RXAtten() {
-    return std::get<bool>(readSetting(deviceCommand(CacheSlot::Attenuator)));
+    return read(m_settings.RXAtten);
 }
 
 void frmVDR::setRXAtten(bool value) {
-    writeSetting(deviceCommand(CacheSlot::Attenuator), value);
+    write(m_settings.RXAtten, value);
 }
 
 qint16 frmVDR::VDRAmp() {
-    return std::get<qint16>(readSetting(deviceCommand(CacheSlot::Amplitude)));
+    return read(m_settings.VDRAmp);
 }
 
 void frmVDR::setVDRAmp(qint16 value) {
-    writeSetting(deviceCommand(CacheSlot::Amplitude), value);
+    write(m_settings.VDRAmp, value);
 }
 
 qint16 frmVDR::VDRRBW() {
-    return std::get<qint16>(readSetting(deviceCommand(CacheSlot::Bandwidth)));
+    return read(m_settings.VDRRBW);
 }
 
 void frmVDR::setVDRRBW(qint16 value) {
-    writeSetting(deviceCommand(CacheSlot::Bandwidth), value);
+    write(m_settings.VDRRBW, value);
 }
 
 qint16 frmVDR::VDRDataMode() {
-    return std::get<qint16>(readSetting(deviceCommand(CacheSlot::DataMode)));
+    return read(m_settings.VDRDataMode);
 }
 
 void frmVDR::setVDRDataMode(qint16 value) {
-    writeSetting(deviceCommand(CacheSlot::DataMode), value);
+    write(m_settings.VDRDataMode, value);
 }
 
-const DeviceCommand *frmVDR::samplesCommand() const {
-    const qint16 mode = std::get<qint16>(cached(CacheSlot::DataMode));
+const SettingLetters *frmVDR::samplesLetters() const {
+    const qint16 mode = m_settings.VDRDataMode.cached;
     if (mode == kAverageMode) {
-        return &deviceCommand("RSAV");
+        return &kAverageSamples;
     }
-    return mode == kMedianMode ? &deviceCommand("RSME") : nullptr;
+    return mode == kMedianMode ? &kMedianSamples : nullptr;
 }
 
 qint16 frmVDR::VDRSamples() {
-    if (const DeviceCommand *command = samplesCommand()) {
-        readSetting(*command);
-    }
-    return std::get<qint16>(cached(CacheSlot::Samples));
+    const SettingLetters *const letters = samplesLetters();
+    return letters != nullptr ? read(m_settings.VDRSamples, *letters)
+                              : m_settings.VDRSamples.cached;
 }
 
 void frmVDR::setVDRSamples(qint16 value) {
-    if (const DeviceCommand *command = samplesCommand()) {
-        writeSetting(*command, value);
+    if (const SettingLetters *const letters = samplesLetters()) {
+        write(m_settings.VDRSamples, *letters, value);
     }
 }
 
 qint16 frmVDR::VDRMonitorMode() {
-    return std::get<qint16>(readSetting(deviceCommand(CacheSlot::MonitorMode)));
+    return read(m_settings.VDRMonitorMode);
 }
 
 void frmVDR::setVDRMonitorMode(qint16 value) {
-    writeSetting(deviceCommand(CacheSlot::MonitorMode), value);
+    write(m_settings.VDRMonitorMode, value);
 }
 
 Hertz frmVDR::VDRCentre() {
-    return std::get<Hertz>(readSetting(deviceCommand(CacheSlot::Centre)));
+    return read(m_settings.VDRCentre);
 }
 
 void frmVDR::setVDRCentre(Hertz value) {
-    writeSetting(deviceCommand(CacheSlot::Centre), value);
+    write(m_settings.VDRCentre, value);
 }
 
 qint32 frmVDR::VDRSpan() {
-    return std::get<qint32>(readSetting(deviceCommand(CacheSlot::Span)));
+    return read(m_settings.VDRSpan);
 }
 
 void frmVDR::setVDRSpan(qint32 value) {
-    writeSetting(deviceCommand(CacheSlot::Span), value);
+    write(m_settings.VDRSpan, value);
 }
 
 ChannelData frmVDR::VDRChData() {
-    if (SendCommand(QStringLiteral("RUCS"))) {
-        m_VDRChData[0] = takeChannelField(kHertzPerMegahertz);
-        m_VDRChData[1] = takeChannelField(kHertzPerKilohertz);
-        m_VDRChData[2] = scaledNumber(m_LastReply, kHertzPerMegahertz);
-    } else {
-        m_VDRChData.fill(kFailedFrequency);
-    }
-    return m_VDRChData;
-}
-
-Hertz frmVDR::takeChannelField(qint64 hertzPerUnit) {
-    // Without a blank the field is empty, which reads as 0, and the text stays for the next one.
-    const qsizetype length = m_LastReply.indexOf(QLatin1Char(' ')) + 1;
-    const Hertz field = scaledNumber(m_LastReply.left(length), hertzPerUnit);
-    m_LastReply.remove(0, length);
-    return field;
+    return read(m_settings.VDRChData);
 }
 
 void frmVDR::setVDRChData(const ChannelData &value) {
-    const QString command = QStringLiteral("WUCS ") + scaledText(value[0], kHertzPerMegahertz) +
-                            QLatin1Char(' ') + scaledText(value[1], kHertzPerKilohertz) +
-                            QLatin1Char(' ') + scaledText(value[2], kHertzPerMegahertz);
-    send(command, command, [&] { m_VDRChData = value; });
+    write(m_settings.VDRChData, value);
 }
 
 Hertz frmVDR::VDRMarkerFreq() {
-    m_VDRMarkerFreq = SendCommand(QStringLiteral("RICD"))
-                          ? scaledNumber(m_LastReply, kHertzPerMegahertz)
-                          : kFailedFrequency;
-    return m_VDRMarkerFreq;
+    return read(m_settings.VDRMarkerFreq);
 }
 
 qint32 frmVDR::markerStep() const {
-    if (std::get<qint16>(cached(CacheSlot::MonitorMode)) == kChannelMode) {
-        return m_VDRChData[1].roundedTo32();
+    if (m_settings.VDRMonitorMode.cached == kChannelMode) {
+        return m_settings.VDRChData.cached[1].roundedTo32();
     }
-    const auto span = std::get<qint32>(cached(CacheSlot::Span));
-    return Numbers::roundTo<qint32>(static_cast<double>(span) / kScreenSteps);
+    return Numbers::roundTo<qint32>(static_cast<double>(m_settings.VDRSpan.cached) /
+                                    Wire::kScreenSteps);
 }
 
 void frmVDR::setVDRMarkerFreq(Hertz value) {
     const Hertz step = magnitude(Hertz::fromWhole(markerStep()));
     qint64 units = 0;
     // A difference past the type's range is far more than a screen.
-    if (step == Hertz() || qSubOverflow(value.units(), m_VDRMarkerFreq.units(), &units)) {
+    if (step == Hertz() ||
+        qSubOverflow(value.units(), m_settings.VDRMarkerFreq.cached.units(), &units)) {
         return;
     }
     const Hertz delta = Hertz::fromUnits(units);
-    const Hertz screen = step * kScreenSteps;
+    const Hertz screen = step * Wire::kScreenSteps;
     if (delta == Hertz() || delta > screen || delta < -screen) {
         return;
     }
     const bool upward = delta > Hertz();
     const qint64 count = Numbers::divideHalfEven(magnitude(delta).units(), step.units());
     for (qint64 done = 0; done < count; ++done) {
-        stepMarker(upward ? 1 : 2, upward ? step : -step);
+        stepMarker(upward ? Wire::kMarkerUp : Wire::kMarkerDown, upward ? step : -step);
     }
-    send(QStringLiteral("WUMC"), QStringLiteral("WUDS"), [] {});
+    // Whether the unit took the end of the steps changes nothing here.
+    static_cast<void>(sendWrite(QLatin1String(Wire::kEndMarkerSteps),
+                                QLatin1String(m_settings.VDRMarkerFreq.letters.report)));
 }
 
 void frmVDR::stepMarker(int direction, Hertz step) {
-    const QString command = QStringLiteral("WUDS") + QString::number(direction);
-    send(command, command, [&] { m_VDRMarkerFreq += step; });
+    UnitSetting<Hertz> &marker = m_settings.VDRMarkerFreq;
+    const QString command = QLatin1String(marker.letters.write) + QString::number(direction);
+    if (sendWrite(command, command)) {
+        marker.cached += step;
+    }
 }
 
 } // namespace veldron

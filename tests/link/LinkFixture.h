@@ -27,11 +27,11 @@ inline void PrintTo(const Hertz &value, std::ostream *out) {
 /// The link with its inner parts within reach.
 class OpenedVDR : public frmVDR {
 public:
-    using frmVDR::cached;
     using frmVDR::frmVDR;
     using frmVDR::LastReply;
     using frmVDR::ReportCommsFailure;
     using frmVDR::SendCommand;
+    using frmVDR::settings;
 };
 
 /// A link over a scripted line, at ten in the morning, with nothing open.

@@ -2,6 +2,8 @@
 #include "tests/link/LinkFixture.h"
 
 #include <functional>
+#include <set>
+#include <vector>
 
 namespace veldron {
 namespace {
@@ -17,81 +19,233 @@ protected:
     }
 };
 
-struct WriteCase {
-    std::function<void(frmVDR &)> write;
+// ---- every row, from the property to the wire and back
+
+QString text(qint32 value) {
+    return QString::number(value);
+}
+QString text(bool value) {
+    return value ? "on" : "off";
+}
+QString text(Hertz value) {
+    return value.toText();
+}
+QString text(const ChannelData &value) {
+    return text(value[0]) + ' ' + text(value[1]) + ' ' + text(value[2]);
+}
+
+/// One setting: a write of its property and what that is on the wire, a reply to its read and what
+/// that gives. Values are texts, so that rows of all types stand in one list.
+struct Row {
+    const char *name;
+    std::function<void(frmVDR &)> write; ///< none for the marker, which is moved in steps
     const char *sent;
     const char *report;
-    CacheSlot slot;
-    DeviceValue value;
+    std::function<QString(frmVDR &)> read;
+    const char *command;
+    const char *reply;
+    QString value;
+    QString failure;
+    std::function<QString(const OpenedVDR &)> cached;
+    QString written;
 };
 
-/// A write of each property that the table serves.
-const std::vector<WriteCase> &writeCases() {
-    static const std::vector<WriteCase> cases{
-        {[](frmVDR &v) { v.setRXMode(3); }, "WUMD3", "WUMD3", CacheSlot::Mode, qint16{3}},
-        {[](frmVDR &v) { v.setRXType(7); }, "WURX7", "RURX7", CacheSlot::Receiver, qint16{7}},
-        {[](frmVDR &v) { v.setRXStep(12500); }, "WUST12.5", "WUST12.5", CacheSlot::Step,
-         qint32{12500}},
-        {[](frmVDR &v) { v.setRXAtten(true); }, "WUAT1", "WUAT1", CacheSlot::Attenuator, true},
-        {[](frmVDR &v) { v.setVDRAmp(-10); }, "WSGN-10", "WSGN-10", CacheSlot::Amplitude,
-         qint16{-10}},
-        {[](frmVDR &v) { v.setVDRRBW(2); }, "WSBW2", "WSBW2", CacheSlot::Bandwidth, qint16{2}},
-        {[](frmVDR &v) { v.setVDRDataMode(4); }, "WSDM4", "WSDM4", CacheSlot::DataMode, qint16{4}},
-        {[](frmVDR &v) { v.setVDRMonitorMode(3); }, "WUOM3", "WUOM3", CacheSlot::MonitorMode,
-         qint16{3}},
-        {[](frmVDR &v) { v.setVDRCentre(Hertz::fromWhole(145125000)); }, "WSCF145.125", "WSCF145",
-         CacheSlot::Centre, Hertz::fromWhole(145125000)},
-        {[](frmVDR &v) { v.setVDRSpan(2500000); }, "WSSP2.5", "WSSP2", CacheSlot::Span,
-         qint32{2500000}},
+/// The wire's side of a row.
+struct Wires {
+    const char *sent;
+    const char *report;
+    const char *command;
+    const char *reply;
+    const char *failure; ///< what a failed read gives
+};
+
+template <typename T, typename Get, typename Set>
+Row row(const char *name, UnitSetting<T> UnitSettingRows::*setting, Get get, Set set, T written,
+        const Wires &wires, T value) {
+    return {name,
+            [set, written](frmVDR &v) { (v.*set)(written); },
+            wires.sent,
+            wires.report,
+            [get](frmVDR &v) { return text((v.*get)()); },
+            wires.command,
+            wires.reply,
+            text(value),
+            wires.failure,
+            [setting](const OpenedVDR &v) { return text((v.settings().*setting).cached); },
+            text(written)};
+}
+
+Row markerRow() {
+    return {"VDRMarkerFreq",
+            {},
+            "",
+            "",
+            [](frmVDR &v) { return text(v.VDRMarkerFreq()); },
+            "RICD",
+            "f145.5\r\n",
+            "145500000",
+            "-1",
+            [](const OpenedVDR &v) { return text(v.settings().VDRMarkerFreq.cached); },
+            {}};
+}
+
+const ChannelData kTwoMetres{Hertz::fromWhole(144000000), Hertz::fromWhole(25000),
+                             Hertz::fromWhole(146000000)};
+const ChannelData kBroadcast{Hertz::fromWhole(88000000), Hertz::fromWhole(100000),
+                             Hertz::fromWhole(108000000)};
+
+/// Every row of the unit's settings; the sample count is asked for in the mode Average.
+const std::vector<Row> &rows() {
+    using V = frmVDR;
+    using S = UnitSettingRows;
+    static const std::vector<Row> all{
+        row<qint16>("RXMode", &S::RXMode, &V::RXMode, &V::setRXMode, 3,
+                    {"WUMD3", "WUMD3", "RUMD", "UMD5 \r\n", "-1"}, 5),
+        row<qint16>("RXType", &S::RXType, &V::RXType, &V::setRXType, 7,
+                    {"WURX7", "RURX7", "RURX", "URX6 \r\n", "-1"}, 6),
+        row<qint32>("RXStep", &S::RXStep, &V::RXStep, &V::setRXStep, 12500,
+                    {"WUST12.5", "WUST12.5", "RUST", "UST8.33 \r\n", "-1"}, 8330),
+        row<bool>("RXAtten", &S::RXAtten, &V::RXAtten, &V::setRXAtten, true,
+                  {"WUAT1", "WUAT1", "RUAT", "UAT1 \r\n", "off"}, true),
+        row<qint16>("VDRAmp", &S::VDRAmp, &V::VDRAmp, &V::setVDRAmp, -10,
+                    {"WSGN-10", "WSGN-10", "RSGN", "SGN-20 \r\n", "-1"}, -20),
+        row<qint16>("VDRRBW", &S::VDRRBW, &V::VDRRBW, &V::setVDRRBW, 4,
+                    {"WSBW4", "WSBW4", "RSBW", "SBW2 \r\n", "-1"}, 2),
+        row<qint16>("VDRSamples", &S::VDRSamples, &V::VDRSamples, &V::setVDRSamples, 16,
+                    {"WSAV16", "WSAV16", "RSAV", "SAV9 \r\n", "-1"}, 9),
+        row<qint16>("VDRDataMode", &S::VDRDataMode, &V::VDRDataMode, &V::setVDRDataMode, 4,
+                    {"WSDM4", "WSDM4", "RSDM", "SDM2 \r\n", "-1"}, 2),
+        row<qint16>("VDRMonitorMode", &S::VDRMonitorMode, &V::VDRMonitorMode, &V::setVDRMonitorMode,
+                    3, {"WUOM3", "WUOM3", "RUOM", "UOM2 \r\n", "-1"}, 2),
+        row<Hertz>("VDRCentre", &S::VDRCentre, &V::VDRCentre, &V::setVDRCentre,
+                   Hertz::fromWhole(145125000),
+                   {"WSCF145.125", "WSCF145", "RSCF", "SCF433.5 \r\n", "-1"},
+                   Hertz::fromWhole(433500000)),
+        row<qint32>("VDRSpan", &S::VDRSpan, &V::VDRSpan, &V::setVDRSpan, 2500000,
+                    {"WSSP2.5", "WSSP2", "RSSP", "SSP10.000000 \r\n", "-1"}, 10000000),
+        row<ChannelData>(
+            "VDRChData", &S::VDRChData, &V::VDRChData, &V::setVDRChData, kTwoMetres,
+            {"WUCS 144 25 146", "WUCS 144 25 146", "RUCS", "UCS88 100 108 \r\n", "-1 -1 -1"},
+            kBroadcast),
+        markerRow(),
     };
-    return cases;
+    return all;
 }
 
-TEST_F(FrmVDRSettings, acceptedWrite_isCached) {
-    for (const WriteCase &each : writeCases()) {
-        control.queueReply(each.sent, " \r\n");
-        each.write(vdr);
-        EXPECT_EQ(control.commands().last(), QString::fromLatin1(each.sent));
-        EXPECT_EQ(vdr.cached(each.slot), each.value) << each.sent;
-        EXPECT_EQ(vdr.Status(), "VELDRON connected on COM 3") << each.sent;
+class EveryUnitSetting : public FrmVDRSettings {
+protected:
+    EveryUnitSetting() { dataMode(2); }
+    /// Writes each row's value, answered with \a reply to every write.
+    void writeEach(const QByteArray &reply, const std::function<void(const Row &)> &expect) {
+        for (const Row &each : rows()) {
+            if (each.write) {
+                control.queueReply(each.sent, reply);
+                before = each.cached(vdr);
+                each.write(vdr);
+                expect(each);
+            }
+        }
     }
-    EXPECT_EQ(static_cast<std::size_t>(control.commands().size()), writeCases().size());
-}
 
-TEST_F(FrmVDRSettings, refusedWrite_isSilentAndNotCached) {
-    for (const WriteCase &each : writeCases()) {
-        control.queueReply(each.sent, "?\r\n");
-        const DeviceValue before = vdr.cached(each.slot);
-        each.write(vdr);
-        EXPECT_EQ(vdr.cached(each.slot), before) << each.sent;
-        EXPECT_EQ(vdr.Status(), "VELDRON connected on COM 3") << each.sent;
+    QString before; ///< what was cached before the latest write
+};
+
+TEST_F(EveryUnitSetting, isInTheList) {
+    // Adding a member to the rows breaks this line; then the list above needs a row too.
+    [[maybe_unused]] const auto &[a, b, c, d, e, f, g, h, i, j, k, l, m] = vdr.settings();
+    EXPECT_EQ(rows().size(), 13U);
+    std::set<QString> names;
+    for (const Row &each : rows()) {
+        EXPECT_TRUE(names.insert(QLatin1String(each.command)).second) << each.name;
     }
 }
 
-TEST_F(FrmVDRSettings, writeAnsweredWithAnythingElse_isReportedAndNotCached) {
-    for (const WriteCase &each : writeCases()) {
-        control.queueReply(each.sent, "E5\r\n");
-        const DeviceValue before = vdr.cached(each.slot);
-        each.write(vdr);
-        EXPECT_EQ(vdr.cached(each.slot), before) << each.sent;
+TEST_F(EveryUnitSetting, startsAsZero) {
+    const UnitSettingRows empty = unitSettingRows();
+    EXPECT_EQ(empty.RXMode.cached, 0);
+    EXPECT_EQ(empty.RXStep.cached, 0);
+    EXPECT_FALSE(empty.RXAtten.cached);
+    EXPECT_EQ(empty.VDRCentre.cached, Hertz());
+    EXPECT_EQ(empty.VDRChData.cached, ChannelData{});
+}
+
+TEST_F(EveryUnitSetting, acceptedWrite_isSentAndCached) {
+    writeEach(" \r\n", [this](const Row &each) {
+        EXPECT_EQ(control.commands().last(), QLatin1String(each.sent)) << each.name;
+        EXPECT_EQ(each.cached(vdr), each.written) << each.name;
+        EXPECT_EQ(vdr.Status(), "VELDRON connected on COM 3") << each.name;
+    });
+    EXPECT_EQ(control.commands().size(), 12);
+}
+
+TEST_F(EveryUnitSetting, refusedWrite_isSilentAndNotCached) {
+    writeEach("?\r\n", [this](const Row &each) {
+        EXPECT_EQ(each.cached(vdr), before) << each.name;
+        EXPECT_EQ(vdr.Status(), "VELDRON connected on COM 3") << each.name;
+    });
+    EXPECT_EQ(control.commands().size(), 12);
+}
+
+TEST_F(EveryUnitSetting, writeAnsweredWithAnythingElse_isReportedAndNotCached) {
+    writeEach("E5\r\n", [this](const Row &each) {
+        EXPECT_EQ(each.cached(vdr), before) << each.name;
         EXPECT_EQ(vdr.Status(), QStringLiteral("Comms failure with command %1E5").arg(each.report));
+    });
+}
+
+TEST_F(EveryUnitSetting, writeOnADeadLink_reportsAgainWithoutSending) {
+    vdr.SendCommand("RUMD");
+    control.clearCommands();
+    writeEach(" \r\n", [this](const Row &each) {
+        EXPECT_EQ(vdr.Status(), QStringLiteral("Comms failure with command %1").arg(each.report));
+    });
+    EXPECT_TRUE(control.commands().isEmpty());
+}
+
+TEST_F(EveryUnitSetting, read_sendsItsCommandAndGivesAndCachesTheValue) {
+    for (const Row &each : rows()) {
+        control.queueReply(each.command, each.reply);
+        EXPECT_EQ(each.read(vdr), each.value) << each.name;
+        EXPECT_EQ(each.cached(vdr), each.value) << each.name;
+        EXPECT_EQ(control.commands().last(), QLatin1String(each.command)) << each.name;
     }
 }
+
+TEST_F(EveryUnitSetting, failedRead_givesAndCachesTheFailureValueSilently) {
+    for (const char *line : {"?\r\n", "XYZ9 \r\n"}) {
+        for (const Row &each : rows()) {
+            dataMode(2);
+            control.queueReply(each.command, each.reply);
+            control.queueReply(each.command, line);
+            each.read(vdr);
+            dataMode(2);
+            EXPECT_EQ(each.read(vdr), each.failure) << each.name;
+            EXPECT_EQ(each.cached(vdr), each.failure) << each.name;
+        }
+    }
+    EXPECT_EQ(vdr.Status(), "VELDRON connected on COM 3");
+}
+
+TEST_F(EveryUnitSetting, linkDown_readsFailAtOnceWithoutSending) {
+    vdr.SendCommand("RUMD");
+    control.clearCommands();
+    const double start = clock.seconds();
+    for (const Row &each : rows()) {
+        if (QLatin1String(each.name) != "VDRDataMode") {
+            EXPECT_EQ(each.read(vdr), each.failure) << each.name;
+        }
+    }
+    EXPECT_EQ(vdr.VDRDataMode(), -1);
+    EXPECT_TRUE(control.commands().isEmpty());
+    EXPECT_EQ(clock.seconds(), start);
+}
+
+// ---- what single settings do beside that
 
 TEST_F(FrmVDRSettings, silentUnit_writeIsReportedWithTheCommandAlone) {
     vdr.setRXMode(3);
     EXPECT_FALSE(vdr.Connected());
     EXPECT_EQ(vdr.Status(), "Comms failure with command WUMD3");
-}
-
-TEST_F(FrmVDRSettings, writeOnADeadLink_reportsAgainWithoutSending) {
-    vdr.setRXMode(3);
-    control.clearCommands();
-    for (const WriteCase &each : writeCases()) {
-        each.write(vdr);
-        EXPECT_EQ(vdr.Status(), QStringLiteral("Comms failure with command %1").arg(each.report));
-    }
-    EXPECT_TRUE(control.commands().isEmpty());
 }
 
 TEST_F(FrmVDRSettings, emptyLineAsReply_isReported) {
@@ -108,86 +262,12 @@ TEST_F(FrmVDRSettings, attenuatorOff_isTheSecondCommand) {
     EXPECT_EQ(vdr.Status(), "Comms failure with command WUAT2E");
 }
 
-struct ReadCase {
-    std::function<DeviceValue(frmVDR &)> read;
-    const char *command;
-    const char *reply;
-    DeviceValue value;
-    DeviceValue failure;
-};
-
-const std::vector<ReadCase> &readCases() {
-    static const std::vector<ReadCase> cases{
-        {[](frmVDR &v) -> DeviceValue { return v.RXMode(); }, "RUMD", "UMD3 \r\n", qint16{3},
-         qint16{-1}},
-        {[](frmVDR &v) -> DeviceValue { return v.RXType(); }, "RURX", "URX7 \r\n", qint16{7},
-         qint16{-1}},
-        {[](frmVDR &v) -> DeviceValue { return v.RXStep(); }, "RUST", "UST12.5 \r\n", qint32{12500},
-         qint32{-1}},
-        {[](frmVDR &v) -> DeviceValue { return v.RXAtten(); }, "RUAT", "UAT1 \r\n", true, false},
-        {[](frmVDR &v) -> DeviceValue { return v.VDRAmp(); }, "RSGN", "SGN-10 \r\n", qint16{-10},
-         qint16{-1}},
-        {[](frmVDR &v) -> DeviceValue { return v.VDRRBW(); }, "RSBW", "SBW2 \r\n", qint16{2},
-         qint16{-1}},
-        {[](frmVDR &v) -> DeviceValue { return v.VDRDataMode(); }, "RSDM", "SDM4 \r\n", qint16{4},
-         qint16{-1}},
-        {[](frmVDR &v) -> DeviceValue { return v.VDRMonitorMode(); }, "RUOM", "UOM3 \r\n",
-         qint16{3}, qint16{-1}},
-        {[](frmVDR &v) -> DeviceValue { return v.VDRCentre(); }, "RSCF", "SCF145.125 \r\n",
-         Hertz::fromWhole(145125000), Hertz::fromWhole(-1)},
-        {[](frmVDR &v) -> DeviceValue { return v.VDRSpan(); }, "RSSP", "SSP10.000000 \r\n",
-         qint32{10000000}, qint32{-1}},
-        {[](frmVDR &v) -> DeviceValue { return v.VDRMarkerFreq(); }, "RICD", "f145.5\r\n",
-         Hertz::fromWhole(145500000), Hertz::fromWhole(-1)},
-    };
-    return cases;
-}
-
-TEST_F(FrmVDRSettings, read_sendsItsCommandAndReturnsTheValue) {
-    for (const ReadCase &each : readCases()) {
-        control.queueReply(each.command, each.reply);
-        EXPECT_EQ(each.read(vdr), each.value) << each.command;
-        EXPECT_EQ(control.commands().last(), QString::fromLatin1(each.command));
-    }
-}
-
-TEST_F(FrmVDRSettings, refusedRead_givesTheFailureValueSilently) {
-    for (const ReadCase &each : readCases()) {
-        control.queueReply(each.command, each.reply);
-        control.queueReply(each.command, "?\r\n");
-        each.read(vdr);
-        EXPECT_EQ(each.read(vdr), each.failure) << each.command;
-    }
-    EXPECT_EQ(vdr.Status(), "VELDRON connected on COM 3");
-}
-
 TEST_F(FrmVDRSettings, failedAttenuatorRead_looksLikeOff) {
     control.queueReply("RUAT", "UAT1 \r\n");
     ASSERT_TRUE(vdr.RXAtten());
     control.queueReply("RUAT", "?\r\n");
     EXPECT_FALSE(vdr.RXAtten());
-    EXPECT_EQ(vdr.cached(CacheSlot::Attenuator), DeviceValue(false));
-}
-
-TEST_F(FrmVDRSettings, readWithAnotherLineAsReply_givesTheFailureValueSilently) {
-    for (const ReadCase &each : readCases()) {
-        control.queueReply(each.command, "XYZ9 \r\n");
-        EXPECT_EQ(each.read(vdr), each.failure) << each.command;
-    }
-    EXPECT_EQ(vdr.Status(), "VELDRON connected on COM 3");
-}
-
-TEST_F(FrmVDRSettings, linkDown_readsFailAtOnceWithoutSending) {
-    vdr.SendCommand("RUMD");
-    control.clearCommands();
-    const double before = clock.seconds();
-    for (const ReadCase &each : readCases()) {
-        EXPECT_EQ(each.read(vdr), each.failure) << each.command;
-    }
-    EXPECT_EQ(vdr.VDRChData(),
-              (ChannelData{Hertz::fromWhole(-1), Hertz::fromWhole(-1), Hertz::fromWhole(-1)}));
-    EXPECT_TRUE(control.commands().isEmpty());
-    EXPECT_EQ(clock.seconds(), before);
+    EXPECT_FALSE(vdr.settings().RXAtten.cached);
 }
 
 TEST_F(FrmVDRSettings, replyThatIsNoNumber_strictReadsFailAndOthersReadZero) {
@@ -203,7 +283,7 @@ TEST_F(FrmVDRSettings, refusedWrite_isRepairedByTheReadBack) {
     control.queueReply("RSBW", "SBW3 \r\n");
     vdr.setVDRRBW(9);
     EXPECT_EQ(vdr.VDRRBW(), 3);
-    EXPECT_EQ(vdr.cached(CacheSlot::Bandwidth), DeviceValue(qint16{3}));
+    EXPECT_EQ(vdr.settings().VDRRBW.cached, 3);
 }
 
 struct SamplesCase {
@@ -219,7 +299,7 @@ TEST_F(FrmVDRSettings, samples_followTheCachedDataMode) {
         control.setReply(each.write, " \r\n");
         control.setReply(each.read, QByteArray(each.read).mid(1) + "9 \r\n");
         vdr.setVDRSamples(16);
-        EXPECT_EQ(vdr.cached(CacheSlot::Samples), DeviceValue(qint16{16}));
+        EXPECT_EQ(vdr.settings().VDRSamples.cached, 16);
         EXPECT_EQ(vdr.VDRSamples(), 9);
         EXPECT_EQ(control.commands(), QStringList({each.write, each.read}));
     }
@@ -257,9 +337,6 @@ TEST_F(FrmVDRSettings, samplesAfterAFailedReadOfTheMode_sendNothing) {
     EXPECT_EQ(vdr.VDRSamples(), 0);
     EXPECT_TRUE(control.commands().isEmpty());
 }
-
-const ChannelData kTwoMetres{Hertz::fromWhole(144000000), Hertz::fromWhole(25000),
-                             Hertz::fromWhole(146000000)};
 
 struct ChannelCase {
     const char *name;
