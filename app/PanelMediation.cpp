@@ -298,7 +298,7 @@ void PanelMediation::UpdateChartSettings() {
     chart.setUpdate(display.Update());
     chart.setMarkerEn(display.MarkerEnable());
     chart.setPeak(display.PersistenceEnable());
-    chart.setDisplayType(display.WaterfallEnable() ? 1 : 0);
+    chart.setDisplayType(displayTypeWith(display.WaterfallEnable()));
     chart.DrawAxes();
 }
 

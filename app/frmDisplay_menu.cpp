@@ -41,7 +41,7 @@ void frmDisplay::onMnuSettingsDisplay() {
         ctlChartSpectrum1->setTimespan(m_displaySettings->Persistence());
     }
     if ((changed & kWaterfallChanged) != 0) {
-        ctlChartSpectrum1->setDisplayType(m_displaySettings->WaterfallEnable() ? 1 : 0);
+        ctlChartSpectrum1->setDisplayType(displayTypeWith(m_displaySettings->WaterfallEnable()));
         ctlChartSpectrum1->setUpdate(m_displaySettings->Update());
     }
     if ((changed & kMarkerChanged) != 0) {

@@ -31,7 +31,7 @@ BenchForm::BenchForm(UnitPresence presence)
 
 void BenchForm::dressChart() {
     chart->resize(kChart);
-    chart->setDisplayType(1);
+    chart->setDisplayType(DisplayTypeCode::TraceAndWaterfall);
     chart->setPeak(true);
 }
 

@@ -63,12 +63,12 @@ public:
         chart.onTimer1();
     }
     void fillHistory() {
-        chart.setDisplayType(0);
+        chart.setDisplayType(DisplayTypeCode::Trace);
         for (int row = 0; row < 10050; ++row) {
             chart.SetData(scans[static_cast<std::size_t>(row) % scans.size()]);
             closeRow();
         }
-        chart.setDisplayType(1);
+        chart.setDisplayType(DisplayTypeCode::TraceAndWaterfall);
         feed();
     }
 
@@ -162,14 +162,14 @@ void rewindStep(benchmark::State &state) {
     Bench bench;
     bench.chart.setPoll(1000);
     bench.chart.setPlayback(true);
-    bench.chart.setDisplayType(0);
+    bench.chart.setDisplayType(DisplayTypeCode::Trace);
     for (int row = 0; row < 10050; ++row) {
         const int second = 10000 + row;
         bench.chart.SetPlaybackTime(
             QTime(0, 0).addSecs(second).toString(QStringLiteral("HH:mm:ss")));
         bench.chart.SetData(bench.scans[static_cast<std::size_t>(row) % bench.scans.size()]);
     }
-    bench.chart.setDisplayType(1);
+    bench.chart.setDisplayType(DisplayTypeCode::TraceAndWaterfall);
     bool back = true;
     for (auto _ : state) {
         if (!bench.chart.Rewind(back ? qint16{-1} : qint16{1})) {

@@ -83,11 +83,11 @@ bool startPlayback(benchmark::State &state, BenchForm &bench, int scans, int row
                    Blocks blocks = Blocks::FirstOnly) {
     writeRecording(bench.file(), scans, blocks);
     bench.pick("mnuFilePlayback");
-    bench.chart->setDisplayType(0);
+    bench.chart->setDisplayType(DisplayTypeCode::Trace);
     for (int row = 0; row < rows; ++row) {
         bench.playbackStep(1);
     }
-    bench.chart->setDisplayType(1);
+    bench.chart->setDisplayType(DisplayTypeCode::TraceAndWaterfall);
     return stands(state, bench, bench.form.InPlayback(), "playback did not start");
 }
 

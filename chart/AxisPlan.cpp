@@ -30,7 +30,7 @@ public:
     AxisPlan plan() {
         plotFrame();
         levelAxis();
-        if (m_in.displayType == 1) {
+        if (m_in.displayType == DisplayTypeCode::TraceAndWaterfall) {
             waterfallFrame();
             timeAxis();
         }
@@ -129,7 +129,7 @@ private:
     int frequencyTick(Hertz frequency, int lastEnd) {
         const int x = m_in.grid.columnOf(frequency, m_layout);
         line({x, m_layout.plotBottom + 4}, {x, m_layout.plotBottom}, kAxis);
-        if (m_in.displayType == 1) {
+        if (m_in.displayType == DisplayTypeCode::TraceAndWaterfall) {
             line({x, m_layout.fallTop - 4}, {x, m_layout.fallTop}, kAxis);
         }
         int left = std::max(x - kHalfLabel, 0);

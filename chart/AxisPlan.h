@@ -36,7 +36,7 @@ struct AxisInput {
     ChartLayout layout;
     const BinGrid &grid;
     LevelScale scale;
-    qint16 displayType = 0;
+    DisplayTypeCode displayType = DisplayTypeCode::Trace;
     qint32 update = 0;        ///< picks the spacing of time ticks, in playback too
     float rowInterval = 0.0F; ///< seconds a row; 0 and less leaves the time ticks out
     float nextRowTime = 0.0F; ///< end of row 0

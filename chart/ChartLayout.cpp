@@ -15,7 +15,7 @@ int splitRow(int scaleHeight, float splitFraction) {
 
 } // namespace
 
-ChartLayout ChartLayout::of(int scaleWidth, int scaleHeight, qint16 displayType,
+ChartLayout ChartLayout::of(int scaleWidth, int scaleHeight, DisplayTypeCode displayType,
                             float splitFraction) {
     ChartLayout layout;
     layout.scaleWidth = scaleWidth;
@@ -24,7 +24,7 @@ ChartLayout ChartLayout::of(int scaleWidth, int scaleHeight, qint16 displayType,
     layout.plotRight = scaleWidth - ChartMargins::kRight;
     layout.plotTop = ChartMargins::kTop;
     layout.splitY = splitRow(scaleHeight, splitFraction);
-    if (displayType == 0) {
+    if (displayType == DisplayTypeCode::Trace) {
         layout.plotBottom = scaleHeight - ChartMargins::kBottom;
         layout.fallBottom = scaleHeight;
         layout.fallTop = scaleHeight - 1;
@@ -36,9 +36,9 @@ ChartLayout ChartLayout::of(int scaleWidth, int scaleHeight, qint16 displayType,
     return layout;
 }
 
-ChartLayout ChartLayout::forPointer(qint16 displayType) const {
+ChartLayout ChartLayout::forPointer(DisplayTypeCode displayType) const {
     ChartLayout layout = *this;
-    if (displayType == 0) {
+    if (displayType == DisplayTypeCode::Trace) {
         layout.fallTop = scaleHeight;
         layout.fallBottom = layout.fallTop + 1;
         layout.splitY = layout.fallBottom + ChartMargins::kSplitGap;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "chart/DisplayTypeCode.h"
+
 #include <QRect>
 #include <QtGlobal>
 
@@ -31,8 +33,8 @@ struct ChartLayout {
     int fallTop = 0;
     int fallBottom = 0;
 
-    [[nodiscard]] static ChartLayout of(int scaleWidth, int scaleHeight, qint16 displayType,
-                                        float splitFraction);
+    [[nodiscard]] static ChartLayout of(int scaleWidth, int scaleHeight,
+                                        DisplayTypeCode displayType, float splitFraction);
 
     [[nodiscard]] int plotWidth() const { return plotRight - plotLeft; }
     [[nodiscard]] int fallHeight() const { return fallBottom - fallTop; }
@@ -46,7 +48,7 @@ struct ChartLayout {
         return plotRight > plotLeft && plotBottom > plotTop && fallBottom > fallTop;
     }
     /// The same with waterfall and split out of the pointer's reach where \a displayType has none.
-    [[nodiscard]] ChartLayout forPointer(qint16 displayType) const;
+    [[nodiscard]] ChartLayout forPointer(DisplayTypeCode displayType) const;
 };
 
 /// Rows of the waterfall that can be seen, as the scroll bar counts them; may be negative.

@@ -56,7 +56,7 @@ MarkerPointer::Press MarkerPointer::press(QPoint at, bool leftButton, const Poin
         moveTo(view.grid.frequencyAt(at.x(), view.layout), view.grid);
         return Press::MarkerPlaced;
     }
-    if (view.displayType == 1 && isOnSplit(at, view.layout)) {
+    if (view.displayType == DisplayTypeCode::TraceAndWaterfall && isOnSplit(at, view.layout)) {
         dragSplit = true;
         return Press::SplitTaken;
     }

@@ -19,7 +19,7 @@ struct PointerView {
     ChartLayout layout;
     const BinGrid &grid;
     LevelScale scale;
-    qint16 displayType = 0;
+    DisplayTypeCode displayType = DisplayTypeCode::Trace;
     int markerX = 0;     ///< column of the marker line
     qint32 firstRow = 0; ///< row of the history at the top of the waterfall
     std::function<quint8(qint32 column, qint32 row)> level; ///< stored level of the history

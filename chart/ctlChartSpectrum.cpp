@@ -104,7 +104,7 @@ QString ctlChartSpectrum::statusText() const {
     return StatusBar1->currentMessage();
 }
 
-void ctlChartSpectrum::setDisplayType(qint16 type) {
+void ctlChartSpectrum::setDisplayType(DisplayTypeCode type) {
     if (type != m_DisplayType) {
         m_DisplayType = type;
         redraw();

@@ -15,9 +15,9 @@
 #include "chart/WaterfallStore.h"
 #include "common/Clock.h"
 #include "common/DateTimeText.h"
+#include "common/ErrorGuard.h"
 #include "common/Hertz.h"
 #include "common/LevelScan.h"
-#include "common/ErrorGuard.h"
 
 #include <utility>
 
@@ -69,8 +69,8 @@ public:
     [[nodiscard]] bool Active() const { return m_marker.active; }
 
     /// 0 is the trace alone, 1 trace and waterfall.
-    [[nodiscard]] qint16 DisplayType() const { return m_DisplayType; }
-    void setDisplayType(qint16 type);
+    [[nodiscard]] DisplayTypeCode DisplayType() const { return m_DisplayType; }
+    void setDisplayType(DisplayTypeCode type);
     /// Frequency of bin 0. A write that changes it, from -5 MHz to 3.5 GHz, empties the history;
     /// ScanStop follows where it must.
     [[nodiscard]] Hertz ScanStart() const { return m_grid.scanStart(); }
@@ -208,7 +208,7 @@ private:
     std::vector<TraceColumn> m_columns;
 
     Hertz m_ScreenResolution;
-    qint16 m_DisplayType = 0;
+    DisplayTypeCode m_DisplayType = DisplayTypeCode::Trace;
     qint32 m_Timespan = 0;
     bool m_Peak = false;
     qint16 m_Palette = 0;

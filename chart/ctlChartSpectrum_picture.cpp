@@ -55,8 +55,9 @@ void ctlChartSpectrum::redraw() {
 }
 
 bool ctlChartSpectrum::waterfallCoversItsArea(const ChartLayout &layout) const {
-    return m_DisplayType == 1 && m_grid.cellCount() <= WaterfallStore::kWidth &&
-           layout.plotWidth() > 1 && layout.fallHeight() <= WaterfallStore::kHeight;
+    return m_DisplayType == DisplayTypeCode::TraceAndWaterfall &&
+           m_grid.cellCount() <= WaterfallStore::kWidth && layout.plotWidth() > 1 &&
+           layout.fallHeight() <= WaterfallStore::kHeight;
 }
 
 void ctlChartSpectrum::drawAxes(PixelSurface &surface, const ChartLayout &layout) {
@@ -83,7 +84,8 @@ void ctlChartSpectrum::placeReceiveLine(const ChartLayout &layout) {
     if (inScan) {
         const int column = m_grid.columnOf(m_marker.rxFreq, layout);
         const int x = column <= layout.plotLeft ? layout.plotLeft + 1 : column;
-        const int end = m_DisplayType == 1 ? layout.fallBottom : layout.plotBottom;
+        const int end = m_DisplayType == DisplayTypeCode::TraceAndWaterfall ? layout.fallBottom
+                                                                            : layout.plotBottom;
         Line2->setEnds({x, layout.plotTop}, {x, end});
         Line2->setBorderColor(ChartColours::kFrame);
     }
@@ -127,7 +129,7 @@ void ctlChartSpectrum::paintPicture(const ChartLayout &layout) {
             lblMarker->setVisible(m_marker.enabled);
         }
         UpdateMarkerLabel();
-        if (m_DisplayType == 1) {
+        if (m_DisplayType == DisplayTypeCode::TraceAndWaterfall) {
             paintWaterfall(layout, lowest);
             placePlayLine(layout);
         } else {

@@ -59,7 +59,7 @@ void ctlChartSpectrum::rowClosed(bool scrollBarIsDue) {
     if (scrollBarIsDue) {
         ConfigureScrollBar();
     }
-    if (m_DisplayType != 1) {
+    if (m_DisplayType != DisplayTypeCode::TraceAndWaterfall) {
         return;
     }
     redraw();
@@ -72,7 +72,8 @@ void ctlChartSpectrum::ConfigureScrollBar() {
     // The bar speaks for the user alone.
     const QSignalBlocker blocker(VScroll1);
     const int visible = visibleFallRows(ScaleHeight(), m_SplitFraction);
-    if (visible <= 0 || m_waterfall.rowCount() <= visible || m_DisplayType != 1) {
+    if (visible <= 0 || m_waterfall.rowCount() <= visible ||
+        m_DisplayType != DisplayTypeCode::TraceAndWaterfall) {
         VScroll1->hide();
         return;
     }

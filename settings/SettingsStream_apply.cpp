@@ -97,7 +97,7 @@ void SettingsStream::applyWaterfallOn(const QString &value) {
     if (!m_session.InPlayback) {
         m_instruments.displaySettings.setWaterfallEnable(flag(value));
     }
-    m_instruments.ctlChartSpectrum1.setDisplayType(flag(value) ? 1 : 0);
+    m_instruments.ctlChartSpectrum1.setDisplayType(displayTypeWith(flag(value)));
 }
 
 void SettingsStream::applyPalette(const QString &value) {

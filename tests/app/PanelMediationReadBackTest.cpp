@@ -102,10 +102,10 @@ TEST_F(ReadBackTest, chart_takesGridAndDisplaySettings) {
     EXPECT_EQ(chart().Update(), 10);
     EXPECT_FALSE(chart().MarkerEn());
     EXPECT_TRUE(chart().Peak());
-    EXPECT_EQ(chart().DisplayType(), 1);
+    EXPECT_EQ(chart().DisplayType(), DisplayTypeCode::TraceAndWaterfall);
     displaySettings().setWaterfallEnable(false);
     doubleClickChart(megahertz(433));
-    EXPECT_EQ(chart().DisplayType(), 0);
+    EXPECT_EQ(chart().DisplayType(), DisplayTypeCode::Trace);
 }
 
 TEST_F(ReadBackTest, pollTimer_runsAtTheFullPollPeriodAfterwards) {

@@ -108,10 +108,10 @@ TEST_F(FrmDisplayMenuTest, waterfallSwitchedOn_writesTheUpdateRateToo) {
     startUp();
     chart().setUpdate(9);
     changeDisplay([](QDialog &dialog) { click(dialog, "chkWaterfall"); });
-    EXPECT_EQ(chart().DisplayType(), 1);
+    EXPECT_EQ(chart().DisplayType(), DisplayTypeCode::TraceAndWaterfall);
     EXPECT_EQ(chart().Update(), 1);
     changeDisplay([](QDialog &dialog) { click(dialog, "chkWaterfall"); });
-    EXPECT_EQ(chart().DisplayType(), 0);
+    EXPECT_EQ(chart().DisplayType(), DisplayTypeCode::Trace);
 }
 
 TEST_F(FrmDisplayMenuTest, updateRateChangedAndChangedBack_writesTheSameValues) {

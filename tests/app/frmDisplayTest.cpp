@@ -208,7 +208,7 @@ TEST_F(FrmDisplayTest, displayLinesOfAHistory_giveWayToTheDialogsSettings) {
         pick("mnuFilePlayback");
         ASSERT_TRUE(m_form->InPlayback());
         EXPECT_EQ(chart().Peak(), on);
-        EXPECT_EQ(chart().DisplayType(), on ? 1 : 0);
+        EXPECT_EQ(chart().DisplayType(), displayTypeWith(on));
         EXPECT_EQ(chart().MarkerEn(), on);
     }
 }

@@ -21,7 +21,7 @@ constexpr quint32 kFrame = ChartColours::kFrame;
 // A chart of 660 x 400 whose labels are 7 pixels a character.
 class Axes : public testing::Test {
 protected:
-    AxisPlan plan(qint16 type = 0) {
+    AxisPlan plan(DisplayTypeCode type = DisplayTypeCode::Trace) {
         return AxisPlan::of({ChartLayout::of(width, height, type, 0.5F), grid, scale, type, update,
                              interval, nextRow, firstRow, [](const QString &text) {
                                  return static_cast<int>(text.size()) * 7;
@@ -103,7 +103,7 @@ TEST_F(AxisPlanTest, levelTicks_standEverySixtyPixelsWithTheirLabels) {
 }
 
 TEST_F(AxisPlanTest, waterfallFrame_isAChain) {
-    const AxisPlan axes = plan(1);
+    const AxisPlan axes = plan(DisplayTypeCode::TraceAndWaterfall);
     EXPECT_TRUE(has(axes, {{39, 395}, {39, 204}, kAxis}));
     EXPECT_TRUE(has(axes, {{39, 204}, {645, 204}, kAxis}));
     EXPECT_TRUE(has(axes, {{39, 395}, {645, 395}, kFrame}));
@@ -128,7 +128,7 @@ TEST_F(AxisPlanTest, timeTicks_areSpacedByTheRowInterval) {
 
 TEST_F(AxisPlanTest, timeLabels_standOnWholeMinutesDownThePicture) {
     nextRow = 43225.0F; // 25 seconds past noon: the minute is 25 rows down
-    const AxisPlan axes = plan(1);
+    const AxisPlan axes = plan(DisplayTypeCode::TraceAndWaterfall);
     const auto labels = textsAt(axes, 0);
     ASSERT_EQ(labels.size(), 3U);
     EXPECT_EQ(labels[0], (PlannedText{{0, 205 + 25 - 8}, QStringLiteral("12:00"), kAxis}));
@@ -142,7 +142,7 @@ TEST_F(AxisPlanTest, timeLabels_standOnWholeMinutesDownThePicture) {
 
 TEST_F(AxisPlanTest, timeLabelsAcrossMidnight_nameTheDayBefore) {
     nextRow = 30.0F;
-    const auto labels = textsAt(plan(1), 0);
+    const auto labels = textsAt(plan(DisplayTypeCode::TraceAndWaterfall), 0);
     ASSERT_GE(labels.size(), 2U);
     EXPECT_EQ(labels[0].text, QStringLiteral("00:00"));
     EXPECT_EQ(labels[1].text, QStringLiteral("23:59"));
@@ -151,7 +151,7 @@ TEST_F(AxisPlanTest, timeLabelsAcrossMidnight_nameTheDayBefore) {
 TEST_F(AxisPlanTest, viewScrolledBack_movesTheTicksUp) {
     nextRow = 43225.0F;
     firstRow = 10;
-    const auto labels = textsAt(plan(1), 0);
+    const auto labels = textsAt(plan(DisplayTypeCode::TraceAndWaterfall), 0);
     ASSERT_FALSE(labels.empty());
     EXPECT_EQ(labels[0], (PlannedText{{0, 205 + 15 - 8}, QStringLiteral("12:00"), kAxis}));
 }
@@ -161,7 +161,7 @@ TEST_F(AxisPlanTest, viewScrolledBackOverMidnight_beginsItsTicksAboveTheWaterfal
     // the first marks stand over the waterfall, which is odd and meant.
     nextRow = 30.0F;
     firstRow = 55;
-    const AxisPlan axes = plan(1);
+    const AxisPlan axes = plan(DisplayTypeCode::TraceAndWaterfall);
     EXPECT_EQ(rowsOfTicks(axes, 34), std::vector<int>({205 - 25, 240, 300, 360}));
     const std::vector<int> all = rowsOfTicks(axes, 35);
     const auto first = std::find_if(all.begin(), all.end(), [](int row) {
@@ -178,14 +178,14 @@ TEST_F(AxisPlanTest, viewScrolledBackOverMidnight_beginsItsTicksAboveTheWaterfal
 
 TEST_F(AxisPlanTest, rowIntervalOfZero_hasNoTimeTicks) {
     interval = 0.0F;
-    EXPECT_TRUE(textsAt(plan(1), 0).empty());
+    EXPECT_TRUE(textsAt(plan(DisplayTypeCode::TraceAndWaterfall), 0).empty());
 }
 
 TEST_F(AxisPlanTest, rowIntervalOfManyMinutes_stepsOnePixelAtLeast) {
     update = 1;
     interval = 1000.0F;
     nextRow = 0.0F;
-    EXPECT_EQ(textsAt(plan(1), 0).size(), 190U);
+    EXPECT_EQ(textsAt(plan(DisplayTypeCode::TraceAndWaterfall), 0).size(), 190U);
 }
 
 struct CountCase {
@@ -225,7 +225,7 @@ TEST_F(AxisPlanTest, startOnAMultipleOfTheStep_isTheFirstTick) {
 }
 
 TEST_F(AxisPlanTest, frequencyAxis_hasTicksAndLabelsEveryTwoMegahertz) {
-    const AxisPlan axes = plan(1);
+    const AxisPlan axes = plan(DisplayTypeCode::TraceAndWaterfall);
     EXPECT_TRUE(axes.placesMarker);
     EXPECT_TRUE(has(axes, {{161, 174}, {161, 170}, kAxis})); // 2 MHz: 40 + 121
     EXPECT_TRUE(has(axes, {{161, 201}, {161, 205}, kAxis}));
@@ -256,23 +256,24 @@ TEST_F(AxisPlanTest, firstLabelNearTheRightEdge_keepsClearOfTheLastTicksRow) {
     grid.setScanStart(hz(100));
     grid.setScanStop(hz(10000000));
     width = 155;
-    const AxisPlan narrow = plan(1);
+    const AxisPlan narrow = plan(DisplayTypeCode::TraceAndWaterfall);
     ASSERT_TRUE(narrow.placesMarker);
     EXPECT_EQ(narrow.texts.back().text, QStringLiteral("10.000.000"));
     EXPECT_GE(narrow.texts.back().at.x(), 395 + 10);
-    EXPECT_EQ(plan(0).texts.back().at.x(), 155 - 80);
+    EXPECT_EQ(plan(DisplayTypeCode::Trace).texts.back().at.x(), 155 - 80);
 }
 
 TEST_F(AxisPlanTest, plotOfSixtyPixels_hasNoFrequencyAxisAndLeavesTheMarker) {
-    for (const qint16 type : {qint16{0}, qint16{1}}) {
+    for (const DisplayTypeCode type :
+         {DisplayTypeCode::Trace, DisplayTypeCode::TraceAndWaterfall}) {
         width = 115;
-        EXPECT_FALSE(plan(type).placesMarker) << type;
-        EXPECT_EQ(frequencyTicks(plan(type)), 0) << type;
-        EXPECT_EQ(frequencyLabels(plan(type)), 0) << type;
+        EXPECT_FALSE(plan(type).placesMarker) << static_cast<int>(type);
+        EXPECT_EQ(frequencyTicks(plan(type)), 0) << static_cast<int>(type);
+        EXPECT_EQ(frequencyLabels(plan(type)), 0) << static_cast<int>(type);
         width = 116;
-        EXPECT_TRUE(plan(type).placesMarker) << type;
-        EXPECT_GT(frequencyTicks(plan(type)), 0) << type;
-        EXPECT_GT(frequencyLabels(plan(type)), 0) << type;
+        EXPECT_TRUE(plan(type).placesMarker) << static_cast<int>(type);
+        EXPECT_GT(frequencyTicks(plan(type)), 0) << static_cast<int>(type);
+        EXPECT_GT(frequencyLabels(plan(type)), 0) << static_cast<int>(type);
     }
 }
 

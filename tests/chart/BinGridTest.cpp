@@ -12,7 +12,8 @@ constexpr Hertz hz(qint64 hertz) {
 
 // A layout whose plot is \a width columns wide.
 ChartLayout plotOf(int width) {
-    return ChartLayout::of(width + ChartMargins::kLeft + ChartMargins::kRight, 300, 0, 0.5F);
+    return ChartLayout::of(width + ChartMargins::kLeft + ChartMargins::kRight, 300,
+                           DisplayTypeCode::Trace, 0.5F);
 }
 
 BinGrid gridOf(qint64 start, qint64 stop, qint64 resolution) {

@@ -6,7 +6,7 @@ namespace veldron {
 namespace {
 
 TEST_F(ChartTest, rowsClosed_moveDownThePicture) {
-    chart.setDisplayType(1);
+    chart.setDisplayType(DisplayTypeCode::TraceAndWaterfall);
     liveRows(3);
     // The open row begins as a copy of the one just closed.
     EXPECT_EQ(shown(60, 205), 0x00030303U);
@@ -18,12 +18,12 @@ TEST_F(ChartTest, rowsClosed_moveDownThePicture) {
 TEST_F(ChartTest, rowsWithoutWaterfall_areMadeAllTheSame) {
     liveRows(3);
     EXPECT_EQ(shown(60, 206), 0U);
-    chart.setDisplayType(1);
+    chart.setDisplayType(DisplayTypeCode::TraceAndWaterfall);
     EXPECT_EQ(shown(60, 207), 0x00020202U);
 }
 
 TEST_F(ChartTest, clockSetBackAnHour_emptiesTheWaterfall) {
-    chart.setDisplayType(1);
+    chart.setDisplayType(DisplayTypeCode::TraceAndWaterfall);
     liveRows(3);
     clock.setTimeOfDay(kNoon - 3600.0);
     chart.onTimer1();
@@ -32,7 +32,7 @@ TEST_F(ChartTest, clockSetBackAnHour_emptiesTheWaterfall) {
 }
 
 TEST_F(ChartTest, scrollBar_comesWhenRowsPassTheVisibleOnes) {
-    chart.setDisplayType(1);
+    chart.setDisplayType(DisplayTypeCode::TraceAndWaterfall);
     liveRows(190);
     EXPECT_TRUE(scrollBar().isHidden());
     liveRows(2);
@@ -41,13 +41,13 @@ TEST_F(ChartTest, scrollBar_comesWhenRowsPassTheVisibleOnes) {
     EXPECT_EQ(scrollBar().pageStep(), 190);
     EXPECT_EQ(scrollBar().value(), 0);
     EXPECT_EQ(scrollBar().geometry(), QRect(680, 207, 13, 191));
-    chart.setDisplayType(0);
+    chart.setDisplayType(DisplayTypeCode::Trace);
     chart.setSplitFraction(0.5F);
     EXPECT_TRUE(scrollBar().isHidden());
 }
 
 TEST_F(ChartTest, splitAtFourFifths_showsTheScrollBarEarlier) {
-    chart.setDisplayType(1);
+    chart.setDisplayType(DisplayTypeCode::TraceAndWaterfall);
     chart.setSplitFraction(0.8F);
     liveRows(70);
     EXPECT_TRUE(scrollBar().isHidden());
@@ -58,7 +58,7 @@ TEST_F(ChartTest, splitAtFourFifths_showsTheScrollBarEarlier) {
 }
 
 TEST_F(ChartTest, scrollBarMoved_looksBack) {
-    chart.setDisplayType(1);
+    chart.setDisplayType(DisplayTypeCode::TraceAndWaterfall);
     liveRows(250);
     scrollBar().setValue(30);
     const quint32 level = 250 - 29 - 200; // row 30 was closed with the scan of 221, from 1 anew
@@ -69,7 +69,7 @@ TEST_F(ChartTest, scrollBarMoved_looksBack) {
 }
 
 TEST_F(ChartTest, thumbDragged_isWorkedOutFromItsShareOfTheBar) {
-    chart.setDisplayType(1);
+    chart.setDisplayType(DisplayTypeCode::TraceAndWaterfall);
     liveRows(250);
     scrollBar().setRange(0, 160); // as if set up a hundred rows later
     scrollBar().setSliderDown(true);
@@ -79,7 +79,7 @@ TEST_F(ChartTest, thumbDragged_isWorkedOutFromItsShareOfTheBar) {
 }
 
 TEST_F(ChartTest, scrollBarSetUpByCode_sendsNothing) {
-    chart.setDisplayType(1);
+    chart.setDisplayType(DisplayTypeCode::TraceAndWaterfall);
     liveRows(250);
     QSignalSpy moved(&scrollBar(), &QScrollBar::valueChanged);
     scrollBar().setValue(30);
@@ -90,7 +90,7 @@ TEST_F(ChartTest, scrollBarSetUpByCode_sendsNothing) {
 }
 
 TEST_F(ChartTest, resizedWhileLookingBack_looksAtNoRowsPastTheLast) {
-    chart.setDisplayType(1);
+    chart.setDisplayType(DisplayTypeCode::TraceAndWaterfall);
     liveRows(250);
     scrollBar().setValue(60);
     size(695, 450);
@@ -98,7 +98,7 @@ TEST_F(ChartTest, resizedWhileLookingBack_looksAtNoRowsPastTheLast) {
 }
 
 TEST_F(ChartTest, updateFromOneToTwo_compressesTheWaterfall) {
-    chart.setDisplayType(1);
+    chart.setDisplayType(DisplayTypeCode::TraceAndWaterfall);
     liveRows(100);
     chart.setUpdate(2);
     EXPECT_EQ(timer().interval(), 1000);
@@ -107,7 +107,7 @@ TEST_F(ChartTest, updateFromOneToTwo_compressesTheWaterfall) {
 }
 
 TEST_F(ChartTest, deadLink_leavesBlankRows) {
-    chart.setDisplayType(1);
+    chart.setDisplayType(DisplayTypeCode::TraceAndWaterfall);
     chart.setPoll(1000);
     liveRows(3);
     seconds(5);
@@ -116,7 +116,7 @@ TEST_F(ChartTest, deadLink_leavesBlankRows) {
 }
 
 TEST_F(ChartTest, liveTip_isRenewedByEachClosedRow) {
-    chart.setDisplayType(1);
+    chart.setDisplayType(DisplayTypeCode::TraceAndWaterfall);
     liveRows(5);
     QTest::mouseMove(&picture(), {360, 207});
     EXPECT_EQ(picture().toolTip(), QStringLiteral("5.000.000, -128 dB"));

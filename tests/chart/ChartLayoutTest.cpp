@@ -7,7 +7,7 @@ namespace veldron {
 namespace {
 
 TEST(ChartLayout, traceOnly_fillsThePictureDownToTheLabels) {
-    const ChartLayout layout = ChartLayout::of(660, 400, 0, 0.5F);
+    const ChartLayout layout = ChartLayout::of(660, 400, DisplayTypeCode::Trace, 0.5F);
     EXPECT_EQ(layout.plotLeft, 40);
     EXPECT_EQ(layout.plotRight, 645);
     EXPECT_EQ(layout.plotWidth(), 605);
@@ -18,7 +18,7 @@ TEST(ChartLayout, traceOnly_fillsThePictureDownToTheLabels) {
 }
 
 TEST(ChartLayout, withWaterfall_isDividedAtTheSplit) {
-    const ChartLayout layout = ChartLayout::of(660, 400, 1, 0.5F);
+    const ChartLayout layout = ChartLayout::of(660, 400, DisplayTypeCode::TraceAndWaterfall, 0.5F);
     EXPECT_EQ(layout.splitY, 200);
     EXPECT_EQ(layout.plotBottom, 170);
     EXPECT_EQ(layout.fallTop, 205);
@@ -27,30 +27,35 @@ TEST(ChartLayout, withWaterfall_isDividedAtTheSplit) {
 }
 
 TEST(ChartLayout, splitRow_roundsTiesToEven) {
-    EXPECT_EQ(ChartLayout::of(660, 401, 1, 0.5F).splitY, 200);
-    EXPECT_EQ(ChartLayout::of(660, 403, 1, 0.5F).splitY, 202);
+    EXPECT_EQ(ChartLayout::of(660, 401, DisplayTypeCode::TraceAndWaterfall, 0.5F).splitY, 200);
+    EXPECT_EQ(ChartLayout::of(660, 403, DisplayTypeCode::TraceAndWaterfall, 0.5F).splitY, 202);
 }
 
 struct SmallCase {
     int width;
     int height;
-    qint16 type;
+    DisplayTypeCode type;
     bool drawable;
 };
 
 TEST(ChartLayout, pictureTooSmall_isNotDrawable) {
     const SmallCase cases[] = {
-        {56, 41, 0, true},  {55, 41, 0, false}, {56, 40, 0, false},
-        {56, 200, 1, true}, {56, 80, 1, false}, {660, 0, 1, false},
+        {56, 41, DisplayTypeCode::Trace, true},
+        {55, 41, DisplayTypeCode::Trace, false},
+        {56, 40, DisplayTypeCode::Trace, false},
+        {56, 200, DisplayTypeCode::TraceAndWaterfall, true},
+        {56, 80, DisplayTypeCode::TraceAndWaterfall, false},
+        {660, 0, DisplayTypeCode::TraceAndWaterfall, false},
     };
     for (const SmallCase &c : cases) {
         EXPECT_EQ(ChartLayout::of(c.width, c.height, c.type, 0.5F).isDrawable(), c.drawable)
-            << c.width << " x " << c.height << ", type " << c.type;
+            << c.width << " x " << c.height << ", type " << static_cast<int>(c.type);
     }
 }
 
 TEST(ChartLayout, forThePointerWithoutWaterfall_areaAndSplitLieBelowThePicture) {
-    const ChartLayout layout = ChartLayout::of(660, 400, 0, 0.5F).forPointer(0);
+    const ChartLayout layout =
+        ChartLayout::of(660, 400, DisplayTypeCode::Trace, 0.5F).forPointer(DisplayTypeCode::Trace);
     EXPECT_EQ(layout.fallTop, 400);
     EXPECT_EQ(layout.fallBottom, 401);
     EXPECT_EQ(layout.splitY, 406);

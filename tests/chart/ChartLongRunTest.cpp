@@ -34,7 +34,7 @@ protected:
 
     LongRun() {
         size(200, 160);
-        chart.setDisplayType(1);
+        chart.setDisplayType(DisplayTypeCode::TraceAndWaterfall);
         chart.setPoll(1000);
         chart.setPalette(0);
         chart.onTimer1();

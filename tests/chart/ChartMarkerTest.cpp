@@ -11,7 +11,7 @@ TEST_F(ChartTest, receiveLine_standsAtItsFrequencyWhileThatIsInTheScan) {
     EXPECT_EQ(line("Line2").X1(), 360);
     EXPECT_EQ(line("Line2").Y1(), 10);
     EXPECT_EQ(line("Line2").Y2(), 370);
-    chart.setDisplayType(1);
+    chart.setDisplayType(DisplayTypeCode::TraceAndWaterfall);
     EXPECT_EQ(line("Line2").Y2(), 395);
     chart.setRXFreq(hz(0));
     EXPECT_EQ(line("Line2").X1(), 41);
@@ -87,7 +87,7 @@ TEST_F(ChartTest, readOut_isTakenFromOneBinBeyondTheScanAndNoFurther) {
 }
 
 TEST_F(ChartTest, markerSwitchedOn_takesTheEndsOfTheReceiveLine) {
-    chart.setDisplayType(1);
+    chart.setDisplayType(DisplayTypeCode::TraceAndWaterfall);
     chart.setRXFreq(hz(5000000));
     chart.setRXFreq(hz(10000001)); // the receive line is hidden where it stood
     ASSERT_FALSE(line("Line2").Visible());

@@ -42,7 +42,7 @@ class Pictures : public ChartTest {
 protected:
     // Waterfall on, a second a row, in \a scheme, and nothing in the history yet.
     void beginRows(qint16 scheme) {
-        chart.setDisplayType(1);
+        chart.setDisplayType(DisplayTypeCode::TraceAndWaterfall);
         chart.setUpdate(1);
         chart.setPalette(scheme);
         chart.setPlayback(true);
@@ -229,25 +229,27 @@ TEST_F(ChartPictureTest, labelsThatRunIntoThePlot_areCoveredByTheTrace) {
     chart.setdBOffset(scale.offset);
     for (const PictureCase &c : cases) {
         size(c.width, c.height);
-        for (const qint16 type : {qint16{0}, qint16{1}}) {
+        for (const DisplayTypeCode type :
+             {DisplayTypeCode::Trace, DisplayTypeCode::TraceAndWaterfall}) {
             beginRows(0);
             chart.setDisplayType(type);
             take(LevelScan(321, 20)); // a third of the height
             chart.DrawAxes();
-            EXPECT_GT(litInPlot(), 0) << c.name << ", " << type;
+            EXPECT_GT(litInPlot(), 0) << c.name << ", " << static_cast<int>(type);
             take(LevelScan(321, 20));
             PlainPicture expected = wiped();
             expected.trace(layout(), {current, 320, scale});
-            if (type == 1) {
+            if (type == DisplayTypeCode::TraceAndWaterfall) {
                 addWaterfall(expected, 0);
             }
-            EXPECT_EQ(expected.differences(picture().shown()), 0) << c.name << ", " << type;
+            EXPECT_EQ(expected.differences(picture().shown()), 0)
+                << c.name << ", " << static_cast<int>(type);
         }
     }
 }
 
 TEST_F(ChartPictureTest, labels_arePrintedWhereThePlanPutsThem) {
-    chart.setDisplayType(1);
+    chart.setDisplayType(DisplayTypeCode::TraceAndWaterfall);
     scan(42);
     for (const PlannedText &text : plan(BinGrid()).texts) {
         int lit = 0;

@@ -11,7 +11,7 @@ namespace {
 class Playback : public ChartTest {
 protected:
     Playback() {
-        chart.setDisplayType(1);
+        chart.setDisplayType(DisplayTypeCode::TraceAndWaterfall);
         chart.setPoll(1000);
         chart.setPlayback(true);
     }
@@ -101,9 +101,9 @@ TEST_F(ChartPlaybackTest, playLine_isHiddenWithoutAWaterfall) {
     play(80);
     EXPECT_TRUE(chart.Rewind(-10));
     EXPECT_TRUE(line("Line3").Visible());
-    chart.setDisplayType(0);
+    chart.setDisplayType(DisplayTypeCode::Trace);
     EXPECT_FALSE(line("Line3").Visible());
-    chart.setDisplayType(1);
+    chart.setDisplayType(DisplayTypeCode::TraceAndWaterfall);
     EXPECT_TRUE(line("Line3").Visible());
 }
 
@@ -112,7 +112,7 @@ TEST_F(ChartPlaybackTest, plotOnePixelWide_hidesNothing) {
     EXPECT_TRUE(chart.Rewind(-10));
     EXPECT_TRUE(line("Line3").Visible());
     size(56, 400);
-    chart.setDisplayType(0);
+    chart.setDisplayType(DisplayTypeCode::Trace);
     chart.Refresh();
     EXPECT_TRUE(line("Line3").Visible());
     size(57, 400);

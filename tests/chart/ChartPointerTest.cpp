@@ -10,7 +10,7 @@ namespace {
 class Hand : public ChartTest {
 protected:
     Hand() {
-        chart.setDisplayType(1);
+        chart.setDisplayType(DisplayTypeCode::TraceAndWaterfall);
         chart.setMarkerEn(true);
         scan(61);
     }

@@ -7,7 +7,7 @@ namespace {
 
 class Screens : public TwoScreensTest {
 protected:
-    void begin(qint16 displayType) {
+    void begin(DisplayTypeCode displayType) {
         chart.setDisplayType(displayType);
         liveRows(20);
         scan(72);
@@ -17,8 +17,10 @@ protected:
         const QImage found = picture().shownImage().copy();
         EXPECT_EQ(found.size(), chart.size() * density) << name;
         EXPECT_EQ(shown(39, 100), ChartColours::kAxis) << name;
-        EXPECT_EQ(shown(100, chart.DisplayType() == 0 ? 369 : 169), ChartColours::kTrace) << name;
-        if (chart.DisplayType() == 1) {
+        EXPECT_EQ(shown(100, chart.DisplayType() == DisplayTypeCode::Trace ? 369 : 169),
+                  ChartColours::kTrace)
+            << name;
+        if (chart.DisplayType() == DisplayTypeCode::TraceAndWaterfall) {
             EXPECT_EQ(shown(60, 205), 72U * 0x010101U) << name;
             EXPECT_EQ(shown(60, 206), 20U * 0x010101U) << name;
         }
@@ -31,7 +33,8 @@ protected:
 using ChartScreensTest = Screens;
 
 TEST_F(ChartScreensTest, paintedOnADenserScreen_isDrawnAnewThereAndBack) {
-    for (const qint16 displayType : {qint16{0}, qint16{1}}) {
+    for (const DisplayTypeCode displayType :
+         {DisplayTypeCode::Trace, DisplayTypeCode::TraceAndWaterfall}) {
         begin(displayType);
         const QImage before = picture().shownImage().copy();
         goTo(2);
@@ -42,22 +45,24 @@ TEST_F(ChartScreensTest, paintedOnADenserScreen_isDrawnAnewThereAndBack) {
 }
 
 TEST_F(ChartScreensTest, refreshBeforeTheFirstPaintOnADenserScreen_drawsTheAxesToo) {
-    for (const qint16 displayType : {qint16{0}, qint16{1}}) {
+    for (const DisplayTypeCode displayType :
+         {DisplayTypeCode::Trace, DisplayTypeCode::TraceAndWaterfall}) {
         begin(displayType);
         goUnseenTo(2);
         chart.Refresh();
-        expectWhole(2, displayType == 0 ? "trace alone" : "over a waterfall");
+        expectWhole(2, displayType == DisplayTypeCode::Trace ? "trace alone" : "over a waterfall");
         paintAgain();
         goTo(1);
     }
 }
 
 TEST_F(ChartScreensTest, axesBeforeTheFirstPaintOnADenserScreen_leaveTheWholePictureInView) {
-    for (const qint16 displayType : {qint16{0}, qint16{1}}) {
+    for (const DisplayTypeCode displayType :
+         {DisplayTypeCode::Trace, DisplayTypeCode::TraceAndWaterfall}) {
         begin(displayType);
         goUnseenTo(2);
         chart.DrawAxes();
-        expectWhole(2, displayType == 0 ? "trace alone" : "over a waterfall");
+        expectWhole(2, displayType == DisplayTypeCode::Trace ? "trace alone" : "over a waterfall");
         paintAgain();
         goTo(1);
     }

@@ -30,7 +30,7 @@ protected:
     Sequence() {
         clock.setTimeOfDay(86000.0); // midnight is on the way
         resize({300, 220});
-        setDisplayType(1);
+        setDisplayType(DisplayTypeCode::TraceAndWaterfall);
         setUpdate(1);
     }
 
@@ -89,8 +89,8 @@ protected:
     }
     // More rows than can be seen; without a waterfall none of them is drawn.
     void runOn() {
-        const qint16 type = chart.DisplayType();
-        setDisplayType(0);
+        const DisplayTypeCode type = chart.DisplayType();
+        setDisplayType(DisplayTypeCode::Trace);
         for (int i = 0; i < 120; ++i) {
             const LevelScan levels(static_cast<std::size_t>(plain.grid().binCount()),
                                    static_cast<quint8>(40 + (m_run += 7) % 90));
@@ -163,14 +163,16 @@ protected:
     }
 
     // The picture.
-    void setDisplayType(qint16 type) {
+    void setDisplayType(DisplayTypeCode type) {
         if (type != chart.DisplayType()) {
             chart.setDisplayType(type);
             plain.displayType = type;
             plain.redraw();
         }
     }
-    void changeDisplayType() { setDisplayType(chart.DisplayType() == 0 ? 1 : 0); }
+    void changeDisplayType() {
+        setDisplayType(displayTypeWith(chart.DisplayType() == DisplayTypeCode::Trace));
+    }
     void changeSplit() {
         plain.split = oneOf({0.5F, 0.5F, 0.3F, 0.7F, 0.1F});
         chart.setSplitFraction(plain.split);
@@ -270,7 +272,7 @@ protected:
     }
     void noteWhatIsSeen() {
         const bool drawn = plain.layout().isDrawable();
-        const bool fall = drawn && chart.DisplayType() == 1;
+        const bool fall = drawn && chart.DisplayType() == DisplayTypeCode::TraceAndWaterfall;
         met["not to be drawn"] += drawn ? 0 : 1;
         met["spread"] += drawn && plain.spreads() ? 1 : 0;
         met["gathered over a waterfall"] += fall && !plain.spreads() ? 1 : 0;

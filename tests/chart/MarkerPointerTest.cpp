@@ -27,7 +27,7 @@ protected:
     MarkerPointer::Press press(QPoint at) { return marker.press(at, true, view()); }
     PointerMove move(QPoint at, bool held = false) { return marker.move(at, held, view()); }
 
-    qint16 type = 1;
+    DisplayTypeCode type = DisplayTypeCode::TraceAndWaterfall;
     qint32 firstRow = 0;
     BinGrid grid;
     LevelScale scale;
@@ -72,7 +72,7 @@ TEST_F(MarkerPointerTest, pressOnTheEdgesOfThePlot_counts) {
 }
 
 TEST_F(MarkerPointerTest, pressWithoutWaterfall_takesNoSplit) {
-    type = 0;
+    type = DisplayTypeCode::Trace;
     EXPECT_EQ(press({60, 200}), MarkerPointer::Press::Nothing);
     EXPECT_FALSE(marker.dragSplit);
 }
@@ -171,7 +171,7 @@ TEST_F(MarkerPointerTest, moveOverTheSplit_showsNorthSouthAndKeepsTheTip) {
 }
 
 TEST_F(MarkerPointerTest, moveWithoutWaterfall_findsNeitherSplitNorWaterfall) {
-    type = 0;
+    type = DisplayTypeCode::Trace;
     EXPECT_NE(move({100, 200}).shape, PointerShape::NorthSouth);
     EXPECT_EQ(move({100, 399}).tip, QString());
     EXPECT_FALSE(marker.tipLive);

@@ -27,7 +27,7 @@ public:
     int width = 0;
     int height = 0;
     int density = 1;
-    qint16 displayType = 0;
+    DisplayTypeCode displayType = DisplayTypeCode::Trace;
     qint32 timespan = 0;
     float split = 0.5F;
     LevelScale scale;
@@ -147,7 +147,7 @@ private:
     }
     void advance(float time) {
         m_rows.AdvanceRows(time, 0.0F, [this](bool) {
-            if (displayType == 1) {
+            if (displayType == DisplayTypeCode::TraceAndWaterfall) {
                 redraw();
             }
         });
@@ -182,7 +182,7 @@ private:
             } else {
                 m_drawn.gather(l, trace);
             }
-            if (displayType == 1) {
+            if (displayType == DisplayTypeCode::TraceAndWaterfall) {
                 paintWaterfall(l);
             }
         }

@@ -34,7 +34,7 @@ protected:
         return true;
     }
 
-    ChartLayout layout = ChartLayout::of(105, 100, 0, 0.5F);
+    ChartLayout layout = ChartLayout::of(105, 100, DisplayTypeCode::Trace, 0.5F);
     PixelSurface fast{105, 100};
     PixelSurface plain{105, 100};
     StandingTrace standing;
@@ -88,7 +88,7 @@ TEST_F(StandingTraceTest, wipedPlot_isGoneOnFromWithoutPaintingItAgain) {
 TEST_F(StandingTraceTest, anotherPlot_isPaintedAnew) {
     wipe();
     for (const int height : {90, 100, 80, 97}) {
-        layout = ChartLayout::of(105, height, 0, 0.5F);
+        layout = ChartLayout::of(105, height, DisplayTypeCode::Trace, 0.5F);
         paint(std::vector<TraceColumn>(50, {40, 30}));
         EXPECT_TRUE(isSame()) << height;
     }

@@ -23,7 +23,7 @@ protected:
     }
 
     WaterfallStore store{1000.0F};
-    ChartLayout layout = ChartLayout::of(375, 200, 1, 0.5F);
+    ChartLayout layout = ChartLayout::of(375, 200, DisplayTypeCode::TraceAndWaterfall, 0.5F);
     PixelSurface surface{375, 200};
     StandingWaterfall standing;
 };

@@ -21,7 +21,7 @@ protected:
         grid.setDataResolution(hz(1000));
         grid.setScanStop(hz((bins - 1) * 1000));
         scans.reset(grid.binCount());
-        layout = ChartLayout::of(columns + 55, 100, 0, 0.5F);
+        layout = ChartLayout::of(columns + 55, 100, DisplayTypeCode::Trace, 0.5F);
     }
     std::vector<TraceColumn> columns() {
         std::vector<TraceColumn> result;

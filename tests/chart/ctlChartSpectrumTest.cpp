@@ -16,7 +16,7 @@ TEST_F(ChartTest, newChart_hasItsDefaults) {
     EXPECT_EQ(chart.ScanStop(), hz(10000000));
     EXPECT_EQ(chart.DataResolution(), hz(31250));
     EXPECT_EQ(chart.ScreenResolution(), hz(15625));
-    EXPECT_EQ(chart.DisplayType(), 0);
+    EXPECT_EQ(chart.DisplayType(), DisplayTypeCode::Trace);
     EXPECT_EQ(chart.Timespan(), 0);
     EXPECT_EQ(chart.Update(), 10);
     EXPECT_FALSE(chart.Peak());
@@ -82,7 +82,7 @@ TEST_F(ChartTest, scanOf324_changesNothingAnd323IsTaken) {
 }
 
 TEST_F(ChartTest, scanOf324_leavesTheHistoryAsItIs) {
-    chart.setDisplayType(1);
+    chart.setDisplayType(DisplayTypeCode::TraceAndWaterfall);
     liveRows(2);
     scan(60);
     scan(200, 324);
@@ -98,7 +98,7 @@ TEST_F(ChartTest, scanOf324_leavesTheHistoryAsItIs) {
 
 TEST_F(ChartTest, dataResolutionAlone_keepsTheHistory) {
     liveRows(3);
-    chart.setDisplayType(1);
+    chart.setDisplayType(DisplayTypeCode::TraceAndWaterfall);
     chart.setDataResolution(hz(40000));
     chart.Refresh();
     EXPECT_NE(shown(60, 206), 0U);
@@ -107,7 +107,7 @@ TEST_F(ChartTest, dataResolutionAlone_keepsTheHistory) {
 }
 
 TEST_F(ChartTest, scanStartChanged_emptiesTheHistoryAndTheSameValueDoesNot) {
-    chart.setDisplayType(1);
+    chart.setDisplayType(DisplayTypeCode::TraceAndWaterfall);
     liveRows(3);
     chart.setScanStart(hz(0));
     chart.Refresh();
@@ -126,7 +126,7 @@ struct EdgeCase {
 TEST_F(ChartTest, eitherEndOfTheScanChanged_emptiesTheHistoryAndHidesTheScrollBar) {
     const EdgeCase cases[] = {{"ScanStart", &ctlChartSpectrum::setScanStart, hz(1000000)},
                               {"ScanStop", &ctlChartSpectrum::setScanStop, hz(9000000)}};
-    chart.setDisplayType(1);
+    chart.setDisplayType(DisplayTypeCode::TraceAndWaterfall);
     for (const EdgeCase &c : cases) {
         chart.setScanStart(hz(0));
         chart.setScanStop(hz(10000000));
@@ -187,7 +187,7 @@ TEST_F(ChartTest, dBStartWritten_movesTheTraceAtRefreshAndTheLabelsAtDrawAxes) {
 }
 
 TEST_F(ChartTest, dBStartWritten_leavesTheColoursUntilPaletteIsWritten) {
-    chart.setDisplayType(1);
+    chart.setDisplayType(DisplayTypeCode::TraceAndWaterfall);
     chart.setPalette(0);
     scan(72);
     EXPECT_EQ(shown(60, 205), 0x00808080U);
@@ -199,13 +199,13 @@ TEST_F(ChartTest, dBStartWritten_leavesTheColoursUntilPaletteIsWritten) {
 }
 
 TEST_F(ChartTest, beforeTheFirstPalette_levelsAreShownGreyByteForByte) {
-    chart.setDisplayType(1);
+    chart.setDisplayType(DisplayTypeCode::TraceAndWaterfall);
     scan(72);
     EXPECT_EQ(shown(60, 205), 0x00484848U);
 }
 
 TEST_F(ChartTest, whiteToBlack_showsRowsNeverFilledWhite) {
-    chart.setDisplayType(1);
+    chart.setDisplayType(DisplayTypeCode::TraceAndWaterfall);
     chart.setPalette(1);
     EXPECT_EQ(shown(60, 390), 0x00FFFFFFU);
 }
@@ -261,7 +261,7 @@ TEST_F(ChartTest, errorOutOfItsOwnEvents_goesToTheGuard) {
              chart.show();
          }},
     };
-    chart.setDisplayType(1);
+    chart.setDisplayType(DisplayTypeCode::TraceAndWaterfall);
     liveRows(250);
     std::vector<UntrappedError::Kind> reported;
     chart.setGuard(

@@ -117,7 +117,7 @@ void InstrumentBench::UpdateChartSettings() {
     chart.setUpdate(displaySettings.Update());
     chart.setMarkerEn(displaySettings.MarkerEnable());
     chart.setPeak(displaySettings.PersistenceEnable());
-    chart.setDisplayType(displaySettings.WaterfallEnable() ? 1 : 0);
+    chart.setDisplayType(displayTypeWith(displaySettings.WaterfallEnable()));
     chart.DrawAxes();
 }
 
@@ -125,7 +125,7 @@ QStringList InstrumentBench::chartState() const {
     const ctlChartSpectrum &chart = ctlChartSpectrum1;
     return {entry("chart Peak", chart.Peak()),
             entry("chart Timespan", chart.Timespan()),
-            entry("chart DisplayType", qint32{chart.DisplayType()}),
+            entry("chart DisplayType", static_cast<qint32>(chart.DisplayType())),
             entry("chart Palette", qint32{chart.Palette()}),
             entry("chart Update", chart.Update()),
             entry("chart MarkerEn", chart.MarkerEn()),
