@@ -26,7 +26,7 @@ bool hasSamples(qint16 dataMode) {
 
 } // namespace
 
-PanelMediation::PanelMediation(const Instruments &instruments, MediationHost &host, Clock &clock)
+PanelMediation::PanelMediation(const SettingHolders &instruments, MediationHost &host, Clock &clock)
     : m_instruments(instruments), m_host(host), m_clock(clock) {}
 
 bool PanelMediation::isChannelMode() const {

@@ -3,7 +3,7 @@
 
 #include "common/Clock.h"
 #include "common/Hertz.h"
-#include "settings/Instruments.h"
+#include "settings/SettingHolders.h"
 
 #include <QtGlobal>
 
@@ -32,7 +32,7 @@ public:
 /// A handler's code is compared for equality; other values do nothing.
 class PanelMediation {
 public:
-    PanelMediation(const Instruments &instruments, MediationHost &host, Clock &clock);
+    PanelMediation(const SettingHolders &instruments, MediationHost &host, Clock &clock);
 
     void ctlFrequency1_Changed(qint32 What);
     void ctlDataMode1_Changed(qint32 What);
@@ -62,7 +62,7 @@ private:
     void readBackFrequencies();
     [[nodiscard]] bool isChannelMode() const;
 
-    Instruments m_instruments;
+    SettingHolders m_instruments;
     MediationHost &m_host;
     Clock &m_clock;
 };

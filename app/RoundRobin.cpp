@@ -16,7 +16,7 @@ constexpr qint16 kChannelMode = 3;
 
 } // namespace
 
-RoundRobin::RoundRobin(const Instruments &instruments, SettingsHost &host)
+RoundRobin::RoundRobin(const SettingHolders &instruments, SettingsHost &host)
     : m_instruments(instruments), m_host(host) {}
 
 void RoundRobin::step() {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "settings/Instruments.h"
+#include "settings/SettingHolders.h"
 #include "settings/SettingsHost.h"
 
 #include <QtGlobal>
@@ -13,7 +13,7 @@ namespace veldron {
 /// to the unit from here. The full cycle is 11 polls, the last of them without a check.
 class RoundRobin {
 public:
-    RoundRobin(const Instruments &instruments, SettingsHost &host);
+    RoundRobin(const SettingHolders &instruments, SettingsHost &host);
 
     /// The check that is due.
     void step();
@@ -27,7 +27,7 @@ private:
     void checkChannels();
     void followUnitIf(bool different);
 
-    Instruments m_instruments;
+    SettingHolders m_instruments;
     SettingsHost &m_host;
     qint16 m_ReadBackStep = 0;
 };

@@ -133,7 +133,7 @@ void frmDisplay::makeStrips() {
     m_inside->setMinimumHeight(kStripTop + strip.height() + kLeastChartHeight);
 }
 
-Instruments frmDisplay::instruments() const {
+SettingHolders frmDisplay::instruments() const {
     return {*m_vdr,         *ctlFrequency1,     *ctlMonitorMode1,
             *ctlDataMode1,  *ctlChartSpectrum1, *m_displaySettings,
             *m_commSettings};

@@ -97,7 +97,7 @@ private:
     void wireControls();
     void wirePanels();
     QAction *addEntry(QMenu *menu, const char *name, const QString &text);
-    [[nodiscard]] Instruments instruments() const;
+    [[nodiscard]] SettingHolders instruments() const;
 
     // Start.
     void start();
@@ -188,7 +188,7 @@ private:
     std::unique_ptr<PanelMediation> m_mediation;
     std::unique_ptr<RoundRobin> m_roundRobin;
     std::unique_ptr<PollLoop> m_pollLoop;
-    std::unique_ptr<SettingsStream> m_settingsStream;
+    std::unique_ptr<SettingsLines> m_settingsStream;
     std::unique_ptr<SettingsFiles> m_settingsFiles;
     std::unique_ptr<Recorder> m_recorder;
     std::unique_ptr<PlaybackEngine> m_playback;

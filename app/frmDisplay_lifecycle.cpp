@@ -64,20 +64,20 @@ void frmDisplay::makeParts() {
         std::make_unique<frmVDR>(m_world.control, m_world.clock, static_cast<LinkHost &>(*this));
     m_commSettings = std::make_unique<frmCommSettings>(*m_vdr, m_guard, this);
     m_displaySettings = std::make_unique<frmDisplaySettings>(this);
-    const Instruments all = instruments();
+    const SettingHolders all = instruments();
     m_mediation =
         std::make_unique<PanelMediation>(all, static_cast<MediationHost &>(*this), m_world.clock);
     m_roundRobin = std::make_unique<RoundRobin>(all, static_cast<SettingsHost &>(*this));
     m_pollLoop = std::make_unique<PollLoop>(static_cast<PollHost &>(*this), *m_vdr, m_world.clock);
-    m_settingsStream = std::make_unique<SettingsStream>(
+    m_settingsStream = std::make_unique<SettingsLines>(
         all, m_session, static_cast<SettingsHost &>(*this), m_world.clock, m_world.texts);
     m_settingsFiles =
         std::make_unique<SettingsFiles>(*m_settingsStream, m_world.dialogs, m_world.programFolder);
     m_recorder = std::make_unique<Recorder>(
-        Recorder::Surroundings{m_session, *m_settingsStream, *this, m_world.dialogs, m_world.clock,
+        Recorder::Dependencies{m_session, *m_settingsStream, *this, m_world.dialogs, m_world.clock,
                                m_world.texts, m_world.programFolder});
     m_playback = std::make_unique<PlaybackEngine>(
-        PlaybackEngine::Surroundings{all, m_session, *m_settingsStream, *this, m_world.dialogs,
+        PlaybackEngine::Dependencies{all, m_session, *m_settingsStream, *this, m_world.dialogs,
                                      m_world.texts, m_world.programFolder});
     wireControls();
     wirePanels();

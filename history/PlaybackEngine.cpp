@@ -21,26 +21,26 @@ bool hasKey(const QString &line, QLatin1String key) {
 
 } // namespace
 
-PlaybackEngine::PlaybackEngine(const Surroundings &surroundings) : m_surroundings(surroundings) {}
+PlaybackEngine::PlaybackEngine(const Dependencies &needs) : m_needs(needs) {}
 
 void PlaybackEngine::mnuFilePlayback() {
-    const auto path = m_surroundings.dialogs.openFile(
-        {QStringLiteral("History playback"), QStringLiteral("VELDRON History (*.rec)"),
-         m_surroundings.folder, QStringLiteral("rec")});
+    const auto path = m_needs.dialogs.openFile({QStringLiteral("History playback"),
+                                                QStringLiteral("VELDRON History (*.rec)"),
+                                                m_needs.folder, QStringLiteral("rec")});
     // Polls go on while the dialog is up, so the state is looked at again behind it.
-    if (!path || m_surroundings.session.Recording || m_surroundings.session.InPlayback) {
+    if (!path || m_needs.session.Recording || m_needs.session.InPlayback) {
         return;
     }
     open(*path);
-    m_surroundings.host.showTransport(true);
-    m_surroundings.host.SetControlsEnabled(false);
+    m_needs.host.showTransport(true);
+    m_needs.host.SetControlsEnabled(false);
     if (!m_HistoryStream) {
         return; // an error while the form was laid out anew has ended the program
     }
     (void)readToNextScan();
     if (m_HistoryStream->atEnd()) {
         // Stranded on purpose: the transport stays up over the live poll until the user closes it.
-        m_surroundings.session.InPlayback = false;
+        m_needs.session.InPlayback = false;
         return;
     }
     startShowing();
@@ -52,26 +52,26 @@ void PlaybackEngine::open(const QString &path) {
     m_HistoryFileSize = m_HistoryStream->size();
     m_HistoryPosition = 0;
     m_RewindOffset = 0;
-    m_surroundings.session.InPlayback = true;
+    m_needs.session.InPlayback = true;
     // A date left over from an earlier file must not stand in for one that this file lacks.
-    m_surroundings.session.ScanDate.clear();
+    m_needs.session.ScanDate.clear();
     m_dateLine = 0;
     (void)readLine(); // any text is taken for the header line
 }
 
 void PlaybackEngine::startShowing() {
-    ctlChartSpectrum &chart = m_surroundings.instruments.ctlChartSpectrum1;
-    m_surroundings.host.setPollTimerEnabled(false);
-    m_surroundings.host.setRecordEnabled(false);
+    ctlChartSpectrum &chart = m_needs.holders.ctlChartSpectrum1;
+    m_needs.host.setPollTimerEnabled(false);
+    m_needs.host.setRecordEnabled(false);
     m_PlaybackStart = scanMoment();
     chart.setPlayback(true);
     feedChart();
-    m_surroundings.host.showStatus(QStringLiteral("Playback from ") + m_HistoryFileName +
-                                   GeneralUtilities::FormatFileSize(m_HistoryFileSize));
-    m_surroundings.host.hideClockAndActivity();
-    m_surroundings.host.showPlaybackPlace(m_surroundings.session.ScanDate + QLatin1Char(' ') +
-                                              m_surroundings.session.ScanTime,
-                                          m_surroundings.texts.percentText(shareRead()));
+    m_needs.host.showStatus(QStringLiteral("Playback from ") + m_HistoryFileName +
+                            GeneralUtilities::FormatFileSize(m_HistoryFileSize));
+    m_needs.host.hideClockAndActivity();
+    m_needs.host.showPlaybackPlace(m_needs.session.ScanDate + QLatin1Char(' ') +
+                                       m_needs.session.ScanTime,
+                                   m_needs.texts.percentText(shareRead()));
 }
 
 QString PlaybackEngine::readLine() {
@@ -94,7 +94,7 @@ void PlaybackEngine::applyLine(const QString &line, bool &found) {
         m_dateLine = m_HistoryStream->lineNumber();
     }
     try {
-        m_surroundings.stream.LoadSettings(line, found);
+        m_needs.stream.LoadSettings(line, found);
     } catch (const UntrappedError &error) {
         QString what = error.message();
         if (hasKey(line, QLatin1String("Data"))) {
@@ -105,10 +105,10 @@ void PlaybackEngine::applyLine(const QString &line, bool &found) {
 }
 
 void PlaybackEngine::Step(qint16 Direction) {
-    ctlChartSpectrum &chart = m_surroundings.instruments.ctlChartSpectrum1;
+    ctlChartSpectrum &chart = m_needs.holders.ctlChartSpectrum1;
     // A recording that was started over a stranded transport has the file's place.
-    if (!m_HistoryStream || m_surroundings.session.Recording) {
-        m_surroundings.host.stopTransport();
+    if (!m_HistoryStream || m_needs.session.Recording) {
+        m_needs.host.stopTransport();
         return;
     }
     if (chart.Rewind(Direction)) {
@@ -116,7 +116,7 @@ void PlaybackEngine::Step(qint16 Direction) {
     } else if (Direction >= 1) {
         m_RewindOffset = 0;
         if (!readToNextScan()) {
-            m_surroundings.host.stopTransport();
+            m_needs.host.stopTransport();
             return;
         }
         feedChart();
@@ -126,10 +126,10 @@ void PlaybackEngine::Step(qint16 Direction) {
 
 /// A scan that is too long for the chart's present span is dropped.
 void PlaybackEngine::feedChart() {
-    ctlChartSpectrum &chart = m_surroundings.instruments.ctlChartSpectrum1;
-    const LevelScan &scan = m_surroundings.session.ScanData;
+    ctlChartSpectrum &chart = m_needs.holders.ctlChartSpectrum1;
+    const LevelScan &scan = m_needs.session.ScanData;
     try {
-        chart.SetPlaybackTime(m_surroundings.session.ScanTime);
+        chart.SetPlaybackTime(m_needs.session.ScanTime);
     } catch (const UntrappedError &error) {
         if (error.kind() == Kind::BadValue) {
             failForTime();
@@ -147,11 +147,11 @@ void PlaybackEngine::feedChart() {
 /// Date and time of the last scan read. Dates and times are taken as they were written, without a
 /// zone, so that no hour is ever missing or doubled.
 QDateTime PlaybackEngine::scanMoment() const {
-    const auto date = m_surroundings.texts.readDate(m_surroundings.session.ScanDate);
+    const auto date = m_needs.texts.readDate(m_needs.session.ScanDate);
     if (!date) {
         failForDate();
     }
-    const auto time = m_surroundings.texts.readTime(m_surroundings.session.ScanTime);
+    const auto time = m_needs.texts.readTime(m_needs.session.ScanTime);
     if (!time) {
         failForTime();
     }
@@ -160,7 +160,7 @@ QDateTime PlaybackEngine::scanMoment() const {
 
 /// The date may stand far above the scan that wants it.
 void PlaybackEngine::failForDate() const {
-    const QString &date = m_surroundings.session.ScanDate;
+    const QString &date = m_needs.session.ScanDate;
     if (m_dateLine == 0) {
         fail(Kind::BadValue, QStringLiteral("there is no StartSettings line with a date"));
     }
@@ -170,7 +170,7 @@ void PlaybackEngine::failForDate() const {
 }
 
 void PlaybackEngine::failForTime() const {
-    const QString &time = m_surroundings.session.ScanTime;
+    const QString &time = m_needs.session.ScanTime;
     fail(Kind::BadValue,
          time.isEmpty() ? QStringLiteral("no time of day stands behind the scan")
                         : QStringLiteral("no time of day stands behind the scan but %1 (a level of "
@@ -190,7 +190,7 @@ double PlaybackEngine::shareRead() const {
 /// it was recorded at.
 void PlaybackEngine::showPlace() {
     const QDateTime t0 = scanMoment();
-    const qint64 offset = qint64{m_RewindOffset} * m_surroundings.host.PollPeriod();
+    const qint64 offset = qint64{m_RewindOffset} * m_needs.host.PollPeriod();
     if (offset != static_cast<qint32>(offset)) {
         fail(Kind::Overflow, QStringLiteral("the display stands too far from the last scan"));
     }
@@ -203,28 +203,27 @@ void PlaybackEngine::showPlace() {
     const QDateTime t = t0.addMSecs(Numbers::divideHalfEven(offset, 1000) * 1000);
     const double share =
         (1.0 + static_cast<double>(offset) / static_cast<double>(elapsed)) * shareRead();
-    m_surroundings.host.showPlaybackPlace(m_surroundings.texts.dateText(t.date()) +
-                                              QLatin1Char(' ') +
-                                              m_surroundings.texts.timeText(t.time()),
-                                          m_surroundings.texts.percentText(share));
+    m_needs.host.showPlaybackPlace(m_needs.texts.dateText(t.date()) + QLatin1Char(' ') +
+                                       m_needs.texts.timeText(t.time()),
+                                   m_needs.texts.percentText(share));
 }
 
 void PlaybackEngine::Quit() {
-    ctlChartSpectrum &chart = m_surroundings.instruments.ctlChartSpectrum1;
-    HistoryHost &host = m_surroundings.host;
+    ctlChartSpectrum &chart = m_needs.holders.ctlChartSpectrum1;
+    HistoryHost &host = m_needs.host;
     host.setPollTimerEnabled(true);
     // A recording that was started over a stranded transport goes on, and keeps its hold.
-    host.SetControlsEnabled(!m_surroundings.session.Recording);
+    host.SetControlsEnabled(!m_needs.session.Recording);
     host.setRecordEnabled(true);
-    m_surroundings.session.InPlayback = false;
+    m_needs.session.InPlayback = false;
     host.showTransport(false);
     closeStream();
     chart.setPlayback(false);
-    chart.setPoll(Numbers::roundTo<qint16>(m_surroundings.instruments.commSettings.Poll()));
-    if (m_surroundings.instruments.vdr.Connected()) {
+    chart.setPoll(Numbers::roundTo<qint16>(m_needs.holders.commSettings.Poll()));
+    if (m_needs.holders.vdr.Connected()) {
         host.ReadBackSettings();
     }
-    host.showStatus(m_surroundings.instruments.vdr.Status());
+    host.showStatus(m_needs.holders.vdr.Status());
     host.showClockAndActivity();
 }
 

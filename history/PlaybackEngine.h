@@ -6,8 +6,8 @@
 #include "common/UntrappedError.h"
 #include "history/HistoryHost.h"
 #include "settings/FileDialogs.h"
-#include "settings/Instruments.h"
-#include "settings/SettingsStream.h"
+#include "settings/SettingHolders.h"
+#include "settings/SettingsLines.h"
 
 #include <QDateTime>
 #include <QString>
@@ -25,16 +25,16 @@ namespace veldron {
 class PlaybackEngine {
 public:
     /// \a folder is where the dialog starts. All references outlive the engine.
-    struct Surroundings {
-        Instruments instruments;
+    struct Dependencies {
+        SettingHolders holders;
         SessionState &session;
-        SettingsStream &stream;
+        SettingsLines &stream;
         HistoryHost &host;
         FileDialogs &dialogs;
         const DateTimeText &texts;
         QString folder;
     };
-    explicit PlaybackEngine(const Surroundings &surroundings);
+    explicit PlaybackEngine(const Dependencies &needs);
 
     /// Asks for a file and shows its first scan. A file that ends before a data line is followed by
     /// any further line leaves the transport standing over the live poll until Quit.
@@ -67,7 +67,7 @@ private:
     [[noreturn]] void failForTime() const;
     [[noreturn]] void fail(UntrappedError::Kind kind, const QString &message) const;
 
-    Surroundings m_surroundings;
+    Dependencies m_needs;
     std::unique_ptr<TextFileReader> m_HistoryStream;
     QString m_HistoryFileName;
     qint64 m_HistoryFileSize = 0;

@@ -22,10 +22,10 @@ QString scanText(const LevelScan &scan) {
 
 } // namespace
 
-Recorder::Recorder(const Surroundings &surroundings) : m_surroundings(surroundings) {}
+Recorder::Recorder(const Dependencies &needs) : m_needs(needs) {}
 
 void Recorder::mnuFileRecord() {
-    if (m_surroundings.session.Recording) {
+    if (m_needs.session.Recording) {
         stop();
     } else {
         start();
@@ -33,21 +33,21 @@ void Recorder::mnuFileRecord() {
 }
 
 void Recorder::start() {
-    const auto path = m_surroundings.dialogs.saveFile(
-        {QStringLiteral("Record to file"), QStringLiteral("VELDRON History (*.rec)"),
-         m_surroundings.folder, QStringLiteral("rec")});
+    const auto path = m_needs.dialogs.saveFile({QStringLiteral("Record to file"),
+                                                QStringLiteral("VELDRON History (*.rec)"),
+                                                m_needs.folder, QStringLiteral("rec")});
     // Polls go on while the dialog is up, so the state is looked at again behind it.
-    if (!path || m_surroundings.session.Recording || m_surroundings.session.InPlayback) {
+    if (!path || m_needs.session.Recording || m_needs.session.InPlayback) {
         return;
     }
     m_HistoryFileName = *path;
     m_HistoryFileSize = 0;
-    m_HistoryStream = std::make_unique<TextFileWriter>(*path, m_surroundings.disk);
+    m_HistoryStream = std::make_unique<TextFileWriter>(*path, m_needs.disk);
     m_HistoryStream->writeLine(QStringLiteral("VELDRONv1 History file"));
     writeBlock();
-    m_surroundings.session.Recording = true;
-    m_surroundings.host.setRecordCaption(QStringLiteral("Stop recording"));
-    m_surroundings.host.SetControlsEnabled(false);
+    m_needs.session.Recording = true;
+    m_needs.host.setRecordCaption(QStringLiteral("Stop recording"));
+    m_needs.host.SetControlsEnabled(false);
 }
 
 void Recorder::stop() {
@@ -59,13 +59,13 @@ void Recorder::stop() {
         return; // Trapped: the recording stands, and the next scan or click stops it.
     }
     closeStream();
-    m_surroundings.session.Recording = false;
-    m_surroundings.host.setRecordCaption(QStringLiteral("Record"));
-    m_surroundings.host.SetControlsEnabled(true);
+    m_needs.session.Recording = false;
+    m_needs.host.setRecordCaption(QStringLiteral("Record"));
+    m_needs.host.SetControlsEnabled(true);
 }
 
 void Recorder::writeBlock() {
-    m_surroundings.stream.SaveSettings(*m_HistoryStream);
+    m_needs.stream.SaveSettings(*m_HistoryStream);
     m_HistoryStream->sync();
 }
 
@@ -79,7 +79,7 @@ void Recorder::writeScan(const LevelScan &scan) {
             throw UntrappedError(UntrappedError::Kind::File,
                                  QStringLiteral("The recording is closed"));
         }
-        const QString time = m_surroundings.texts.timeText(m_surroundings.clock.now().time());
+        const QString time = m_needs.texts.timeText(m_needs.clock.now().time());
         m_HistoryStream->writeLine(QStringLiteral("Data ") + scanText(scan) + QLatin1Char(' ') +
                                    time);
         m_HistoryStream->sync();
@@ -89,8 +89,8 @@ void Recorder::writeScan(const LevelScan &scan) {
         stop();
         return;
     }
-    m_surroundings.host.showStatus(QStringLiteral("Recording to file ") + m_HistoryFileName +
-                                   GeneralUtilities::FormatFileSize(m_HistoryFileSize));
+    m_needs.host.showStatus(QStringLiteral("Recording to file ") + m_HistoryFileName +
+                            GeneralUtilities::FormatFileSize(m_HistoryFileSize));
 }
 
 /// The size is that of the file that stands under the name, so that a file that was taken away
@@ -104,7 +104,7 @@ void Recorder::learnSize() {
 }
 
 void Recorder::writeSettings() {
-    if (!m_surroundings.session.Recording || !m_HistoryStream) {
+    if (!m_needs.session.Recording || !m_HistoryStream) {
         return;
     }
     try {

@@ -7,7 +7,7 @@
 #include "common/TextFile.h"
 #include "history/HistoryHost.h"
 #include "settings/FileDialogs.h"
-#include "settings/SettingsStream.h"
+#include "settings/SettingsLines.h"
 
 #include <QString>
 
@@ -25,9 +25,9 @@ namespace veldron {
 class Recorder {
 public:
     /// \a folder is where the dialog starts. All references outlive the recorder.
-    struct Surroundings {
+    struct Dependencies {
         SessionState &session;
-        SettingsStream &stream;
+        SettingsLines &stream;
         HistoryHost &host;
         FileDialogs &dialogs;
         Clock &clock;
@@ -35,7 +35,7 @@ public:
         QString folder;
         Disk &disk = systemDisk();
     };
-    explicit Recorder(const Surroundings &surroundings);
+    explicit Recorder(const Dependencies &needs);
 
     /// Starts a recording, or stops the running one. A failure to make the file or to write its
     /// head is an UntrappedError.
@@ -56,7 +56,7 @@ private:
     void writeBlock();
     void learnSize();
 
-    Surroundings m_surroundings;
+    Dependencies m_needs;
     std::unique_ptr<TextFileWriter> m_HistoryStream;
     QString m_HistoryFileName;
     qint64 m_HistoryFileSize = 0;

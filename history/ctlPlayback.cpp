@@ -52,16 +52,16 @@ void ctlPlayback::makeControls() {
     cmdStepBack = new StepButton(this);
     cmdStepForward = new StepButton(this);
     cmdClose = new QToolButton(this);
-    dress(cmdPlay, "cmdPlay", "Continuous playback", PlaybackShape::DoubleArrow);
-    dress(cmdPause, "cmdPause", "Pause", PlaybackShape::Bars);
-    dress(cmdStepBack, "cmdStepBack", "Step back", PlaybackShape::ArrowLeft);
-    dress(cmdStepForward, "cmdStepForward", "Step forward", PlaybackShape::ArrowRight);
-    dress(cmdClose, "cmdClose", "Stop playback", PlaybackShape::Cross);
+    setUpButton(cmdPlay, "cmdPlay", "Continuous playback", PlaybackShape::DoubleArrow);
+    setUpButton(cmdPause, "cmdPause", "Pause", PlaybackShape::Bars);
+    setUpButton(cmdStepBack, "cmdStepBack", "Step back", PlaybackShape::ArrowLeft);
+    setUpButton(cmdStepForward, "cmdStepForward", "Step forward", PlaybackShape::ArrowRight);
+    setUpButton(cmdClose, "cmdClose", "Stop playback", PlaybackShape::Cross);
     cmdPlay->setIcon(ImageList1.front());
 }
 
-QToolButton *ctlPlayback::dress(QToolButton *button, const char *name, const QString &tip,
-                                PlaybackShape shape) {
+QToolButton *ctlPlayback::setUpButton(QToolButton *button, const char *name, const QString &tip,
+                                      PlaybackShape shape) {
     button->setObjectName(QLatin1String(name));
     button->setToolTip(tip);
     button->setAccessibleName(tip);

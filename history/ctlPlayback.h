@@ -47,8 +47,8 @@ Q_SIGNALS:
 
 private:
     void makeControls();
-    QToolButton *dress(QToolButton *button, const char *name, const QString &tip,
-                       PlaybackShape shape);
+    QToolButton *setUpButton(QToolButton *button, const char *name, const QString &tip,
+                             PlaybackShape shape);
     void makeSpeedControls();
     void layOut();
     void wireControls();

@@ -19,7 +19,7 @@ UntrappedError atLineOf(const TextFileReader &reader, qint64 line, const Untrapp
                               .arg(QString::number(line), reader.path(), what)};
 }
 
-void loadLineOf(TextFileReader &reader, SettingsStream &stream, const QString &line, bool &found) {
+void loadLineOf(TextFileReader &reader, SettingsLines &stream, const QString &line, bool &found) {
     try {
         stream.LoadSettings(line, found);
     } catch (const UntrappedError &error) {
@@ -27,7 +27,7 @@ void loadLineOf(TextFileReader &reader, SettingsStream &stream, const QString &l
     }
 }
 
-SettingsFiles::SettingsFiles(SettingsStream &stream, FileDialogs &dialogs, const QString &folder)
+SettingsFiles::SettingsFiles(SettingsLines &stream, FileDialogs &dialogs, const QString &folder)
     : m_stream(stream), m_dialogs(dialogs), m_folder(folder) {}
 
 QString SettingsFiles::defaultPath() const {

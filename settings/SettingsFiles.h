@@ -4,7 +4,7 @@
 #include "common/TextFile.h"
 #include "common/UntrappedError.h"
 #include "settings/FileDialogs.h"
-#include "settings/SettingsStream.h"
+#include "settings/SettingsLines.h"
 
 #include <QString>
 
@@ -19,7 +19,7 @@ namespace veldron {
 class SettingsFiles {
 public:
     /// \a folder is the program's folder.
-    SettingsFiles(SettingsStream &stream, FileDialogs &dialogs, const QString &folder);
+    SettingsFiles(SettingsLines &stream, FileDialogs &dialogs, const QString &folder);
 
     /// Asks for a name and writes the settings to it.
     void mnuFileSaveSettings();
@@ -34,7 +34,7 @@ private:
     void load(const QString &path);
     [[nodiscard]] FileRequest request(const QString &title) const;
 
-    SettingsStream &m_stream;
+    SettingsLines &m_stream;
     FileDialogs &m_dialogs;
     QString m_folder;
 };
@@ -47,6 +47,6 @@ private:
                                       const UntrappedError &error);
 
 /// Applies \a line of \a reader to \a stream; an error tells the file and the line.
-void loadLineOf(TextFileReader &reader, SettingsStream &stream, const QString &line, bool &found);
+void loadLineOf(TextFileReader &reader, SettingsLines &stream, const QString &line, bool &found);
 
 } // namespace veldron

@@ -2,7 +2,7 @@
 #include "tests/fuzz/FuzzEntry.h"
 
 #include "settings/SettingsFiles.h"
-#include "tests/support/HistoryBench.h"
+#include "tests/support/HistoryFixture.h"
 
 #include <QBuffer>
 
@@ -16,26 +16,26 @@ namespace {
 
 constexpr int kSteps = 12;
 
-/// One bench for all runs, since making one costs more than a run; each run begins with the same
+/// One fixture for all runs, since making one costs more than a run; each run begins with the same
 /// values.
-HistoryBench &freshBench() {
+HistoryFixture &freshFixture() {
     // Never taken down: the application that its windows need is gone before statics are.
-    static HistoryBench &bench = *new HistoryBench;
+    static HistoryFixture &fixture = *new HistoryFixture;
     static const QStringList startState = [] {
-        bench.ctlChartSpectrum1.resize(120, 80);
+        fixture.ctlChartSpectrum1.resize(120, 80);
         // Every look at the clock is a second and a half later, so that no wait takes long.
-        bench.clock.setStepPerReading(1.5);
-        return bench.state();
+        fixture.clock.setStepPerReading(1.5);
+        return fixture.state();
     }();
-    bench.session = SessionState();
-    bench.clock.setTimeOfDay(36000.0);
+    fixture.session = SessionState();
+    fixture.clock.setTimeOfDay(36000.0);
     bool found = false;
-    bench.stream.LoadSettings(QStringLiteral("StartSettings"), found);
-    if (bench.state() != startState) {
-        bench.setUp();
+    fixture.stream.LoadSettings(QStringLiteral("StartSettings"), found);
+    if (fixture.state() != startState) {
+        fixture.setUp();
     }
-    bench.log.clear();
-    return bench;
+    fixture.log.clear();
+    return fixture;
 }
 
 /// A file in memory with a path to open it by.
@@ -67,17 +67,17 @@ qint16 direction(int step) {
     return step % kBackEvery == kBackEvery - 1 ? qint16{-1} : qint16{1};
 }
 
-void play(HistoryBench &bench) {
-    bench.playback.mnuFilePlayback();
-    for (int step = 0; step < kSteps && !bench.log.contains(QStringLiteral("StopPlay")); ++step) {
-        bench.playback.Step(direction(step));
+void play(HistoryFixture &fixture) {
+    fixture.playback.mnuFilePlayback();
+    for (int step = 0; step < kSteps && !fixture.log.contains(QStringLiteral("StopPlay")); ++step) {
+        fixture.playback.Step(direction(step));
     }
 }
 
 } // namespace
 
 void loadSettingsBytes(const std::uint8_t *bytes, std::size_t size) {
-    HistoryBench &bench = freshBench();
+    HistoryFixture &fixture = freshFixture();
     auto file = std::make_unique<QBuffer>();
     file->setData(reinterpret_cast<const char *>(bytes), static_cast<int>(size));
     file->open(QIODevice::ReadOnly);
@@ -86,25 +86,25 @@ void loadSettingsBytes(const std::uint8_t *bytes, std::size_t size) {
         (void)reader.readLine();
         while (!reader.atEnd()) {
             bool found = false;
-            loadLineOf(reader, bench.stream, reader.readLine(), found);
+            loadLineOf(reader, fixture.stream, reader.readLine(), found);
         }
     } catch (const UntrappedError &) {
         // The way out that a bad line has.
     }
     LineList block;
-    bench.stream.SaveSettings(block);
+    fixture.stream.SaveSettings(block);
 }
 
 void playHistoryBytes(const std::uint8_t *bytes, std::size_t size) {
-    HistoryBench &bench = freshBench();
+    HistoryFixture &fixture = freshFixture();
     const MemoryFile file(bytes, size);
-    bench.dialogs.answer = file.path();
+    fixture.dialogs.answer = file.path();
     try {
-        play(bench);
+        play(fixture);
     } catch (const UntrappedError &) {
         // The way out that a bad line has.
     }
-    bench.playback.Quit();
+    fixture.playback.Quit();
 }
 
 } // namespace veldron

@@ -10,20 +10,20 @@ namespace {
 using PlaybackEngineTest = PlaybackTest;
 
 TEST_F(PlaybackEngineTest, click_asksWithItsTexts) {
-    m_bench.playback.mnuFilePlayback();
-    ASSERT_EQ(m_bench.dialogs.openRequests.size(), 1U);
-    const FileRequest &request = m_bench.dialogs.openRequests[0];
+    m_fixture.playback.mnuFilePlayback();
+    ASSERT_EQ(m_fixture.dialogs.openRequests.size(), 1U);
+    const FileRequest &request = m_fixture.dialogs.openRequests[0];
     EXPECT_EQ(request.title, "History playback");
     EXPECT_EQ(request.filter, "VELDRON History (*.rec)");
     EXPECT_EQ(request.folder, "the/program/folder");
 }
 
 TEST_F(PlaybackEngineTest, cancelInTheDialog_changesNothing) {
-    const QStringList before = m_bench.state();
-    m_bench.playback.mnuFilePlayback();
-    EXPECT_TRUE(m_bench.log.isEmpty());
-    EXPECT_FALSE(m_bench.session.InPlayback);
-    EXPECT_EQ(m_bench.state(), before);
+    const QStringList before = m_fixture.state();
+    m_fixture.playback.mnuFilePlayback();
+    EXPECT_TRUE(m_fixture.log.isEmpty());
+    EXPECT_FALSE(m_fixture.session.InPlayback);
+    EXPECT_EQ(m_fixture.state(), before);
 }
 
 TEST_F(PlaybackEngineTest, opening_goesThroughItsStepsInOrder) {
@@ -34,43 +34,43 @@ TEST_F(PlaybackEngineTest, opening_goesThroughItsStepsInOrder) {
                            "poll timer off", "record enabled off",
                            "panel 1: Playback from " + path() + "   0.2k", "no clock and activity",
                            "place: " + place("10:00:00", used)}));
-    EXPECT_TRUE(m_bench.session.InPlayback);
-    EXPECT_EQ(m_bench.playback.HistoryPosition(), used);
-    EXPECT_EQ(m_bench.playback.HistoryFileSize(), m_size);
+    EXPECT_TRUE(m_fixture.session.InPlayback);
+    EXPECT_EQ(m_fixture.playback.HistoryPosition(), used);
+    EXPECT_EQ(m_fixture.playback.HistoryFileSize(), m_size);
 }
 
 TEST_F(PlaybackEngineTest, opening_showsTheFirstScanOnTheChart) {
     open(head() + scans(2));
     EXPECT_TRUE(chart().Playback());
     EXPECT_EQ(chart().statusText(), "10:00:00");
-    EXPECT_EQ(m_bench.session.ScanData, (LevelScan{'a', 'b', 'c'}));
+    EXPECT_EQ(m_fixture.session.ScanData, (LevelScan{'a', 'b', 'c'}));
 }
 
 TEST_F(PlaybackEngineTest, opening_fillsThePanelsAndLeavesDialogsAndUnit) {
-    m_bench.connectUnit();
-    m_bench.displaySettings.setPaletteIndex(4);
+    m_fixture.connectUnit();
+    m_fixture.displaySettings.setPaletteIndex(4);
     QStringList lines = head();
     lines.insert(2, "Palette 1");
     lines.insert(2, "PersistenceOn True");
     lines.replaceInStrings("Poll 1000", "Poll 250");
     open(lines + scans(2));
-    EXPECT_EQ(m_bench.ctlDataMode1.RBW(), 2);
-    EXPECT_EQ(m_bench.ctlFrequency1.RX(), 1);
+    EXPECT_EQ(m_fixture.ctlDataMode1.RBW(), 2);
+    EXPECT_EQ(m_fixture.ctlFrequency1.RX(), 1);
     EXPECT_EQ(chart().Poll(), 250);
-    EXPECT_EQ(m_bench.commSettings.Poll(), 1000);
-    EXPECT_EQ(m_bench.displaySettings.PaletteIndex(), 4);
-    EXPECT_FALSE(m_bench.displaySettings.PersistenceEnable());
+    EXPECT_EQ(m_fixture.commSettings.Poll(), 1000);
+    EXPECT_EQ(m_fixture.displaySettings.PaletteIndex(), 4);
+    EXPECT_FALSE(m_fixture.displaySettings.PersistenceEnable());
     EXPECT_FALSE(chart().Peak()); // the dialog's settings win at the block's end
-    EXPECT_TRUE(m_bench.line.commands().filter("W").isEmpty());
+    EXPECT_TRUE(m_fixture.line.commands().filter("W").isEmpty());
 }
 
 TEST_F(PlaybackEngineTest, anyFirstLine_isTaken) {
     for (const char *first : {"", "nonsense", "StartSettings 1/1/1999", "Data ab 09:00:00"}) {
-        PlaybackEngine &playback = m_bench.playback;
+        PlaybackEngine &playback = m_fixture.playback;
         QStringList lines = head();
         lines[0] = first;
         open(lines + scans(2));
-        EXPECT_EQ(m_bench.session.ScanTime, "10:00:00") << first;
+        EXPECT_EQ(m_fixture.session.ScanTime, "10:00:00") << first;
         EXPECT_EQ(playback.HistoryPosition(), sizeOf(lines + scans(1))) << first;
         playback.Quit();
     }
@@ -79,41 +79,41 @@ TEST_F(PlaybackEngineTest, anyFirstLine_isTaken) {
 TEST_F(PlaybackEngineTest, unknownKeys_areIgnoredAndCounted) {
     const QStringList lines = head() + QStringList{"Comment 1", "", "Datum x"} + scans(2);
     open(lines);
-    EXPECT_EQ(m_bench.playback.HistoryPosition(), sizeOf(lines) - sizeOf(scans(1)));
+    EXPECT_EQ(m_fixture.playback.HistoryPosition(), sizeOf(lines) - sizeOf(scans(1)));
 }
 
 TEST_F(PlaybackEngineTest, streamClosedTwice_doesNoHarm) {
     open(head() + scans(3));
-    m_bench.playback.closeStream();
-    m_bench.playback.closeStream();
-    m_bench.log.clear();
+    m_fixture.playback.closeStream();
+    m_fixture.playback.closeStream();
+    m_fixture.log.clear();
     step(1);
-    EXPECT_EQ(m_bench.log, QStringList{"StopPlay"});
-    m_bench.playback.Quit();
-    m_bench.playback.Quit();
-    EXPECT_FALSE(m_bench.session.InPlayback);
+    EXPECT_EQ(m_fixture.log, QStringList{"StopPlay"});
+    m_fixture.playback.Quit();
+    m_fixture.playback.Quit();
+    EXPECT_FALSE(m_fixture.session.InPlayback);
 }
 
 // ---- leaving
 
 TEST_F(PlaybackEngineTest, quit_goesThroughItsStepsInOrder) {
-    m_bench.connectUnit();
+    m_fixture.connectUnit();
     open(head() + scans(2));
-    m_bench.log.clear();
-    m_bench.playback.Quit();
-    EXPECT_EQ(m_bench.log,
+    m_fixture.log.clear();
+    m_fixture.playback.Quit();
+    EXPECT_EQ(m_fixture.log,
               (QStringList{"poll timer on", "SetControlsEnabled on", "record enabled on",
                            "transport visible off", "ReadBackSettings",
                            "panel 1: VELDRON connected on COM 1", "clock and activity"}));
-    EXPECT_FALSE(m_bench.session.InPlayback);
+    EXPECT_FALSE(m_fixture.session.InPlayback);
     EXPECT_FALSE(chart().Playback());
 }
 
 TEST_F(PlaybackEngineTest, quitWithoutALink_readsNothingBack) {
     open(head() + scans(2));
-    m_bench.log.clear();
-    m_bench.playback.Quit();
-    EXPECT_FALSE(m_bench.log.contains("ReadBackSettings"));
+    m_fixture.log.clear();
+    m_fixture.playback.Quit();
+    EXPECT_FALSE(m_fixture.log.contains("ReadBackSettings"));
 }
 
 TEST_F(PlaybackEngineTest, quit_givesTheChartThePollRateOfTheDialog) {
@@ -121,18 +121,18 @@ TEST_F(PlaybackEngineTest, quit_givesTheChartThePollRateOfTheDialog) {
     lines.replaceInStrings("Poll 1000", "Poll 250");
     open(lines + scans(2));
     EXPECT_EQ(chart().Poll(), 250);
-    m_bench.commSettings.setPoll(5000);
-    m_bench.playback.Quit();
+    m_fixture.commSettings.setPoll(5000);
+    m_fixture.playback.Quit();
     EXPECT_EQ(chart().Poll(), 5000);
 }
 
 TEST_F(PlaybackEngineTest, clickWhileRecordingOrPlaying_opensNothing) {
     put(head() + scans(2));
     for (bool SessionState::*flag : {&SessionState::Recording, &SessionState::InPlayback}) {
-        m_bench.session = SessionState();
-        m_bench.session.*flag = true;
+        m_fixture.session = SessionState();
+        m_fixture.session.*flag = true;
         open();
-        EXPECT_TRUE(m_bench.log.isEmpty());
+        EXPECT_TRUE(m_fixture.log.isEmpty());
     }
 }
 

@@ -31,7 +31,7 @@ TEST_F(PlaybackEngineBadFileTest, missingFile_isUntrapped) {
     ASSERT_TRUE(error.has_value());
     EXPECT_EQ(error->kind(), Kind::File);
     EXPECT_TRUE(error->message().contains(path()));
-    EXPECT_TRUE(m_bench.log.isEmpty());
+    EXPECT_TRUE(m_fixture.log.isEmpty());
 }
 
 TEST_F(PlaybackEngineBadFileTest, emptyFile_isAFileError) {
@@ -46,7 +46,7 @@ TEST_F(PlaybackEngineBadFileTest, fileWithoutAStartLine_hasNoDate) {
 
 TEST_F(PlaybackEngineBadFileTest, dateOfAnEarlierFile_isNotUsed) {
     open(head() + scans(2));
-    m_bench.playback.Quit();
+    m_fixture.playback.Quit();
     put(QStringList{"header"} + scans(2));
     expectOpenError(Kind::BadValue, atLine(2, "there is no StartSettings line with a date"));
 }
@@ -54,10 +54,10 @@ TEST_F(PlaybackEngineBadFileTest, dateOfAnEarlierFile_isNotUsed) {
 TEST_F(PlaybackEngineBadFileTest, dateOfAnotherLocale_isReadByThisOnesRules) {
     put(head("03/21/2005") + scans(2));
     expectOpenError(Kind::BadValue, atLine(2, "\"03/21/2005\" is not a date"));
-    m_bench.playback.Quit();
+    m_fixture.playback.Quit();
     open(head("03/02/2005") + scans(2)); // the third of February elsewhere
     step(1);
-    EXPECT_TRUE(m_bench.place.startsWith("03/02/2005 10:00:01"));
+    EXPECT_TRUE(m_fixture.place.startsWith("03/02/2005 10:00:01"));
 }
 
 TEST_F(PlaybackEngineBadFileTest, firstScanWithABlank_leavesNoTime) {
@@ -69,7 +69,7 @@ TEST_F(PlaybackEngineBadFileTest, scanLineWithoutABlankOrWithOneFirst_isUntrappe
     put(head() + QStringList{"Data abc"} + scans(1));
     expectOpenError(Kind::OutOfRange,
                     atLine(10, brokenLine("a scan line has no time behind its scan")));
-    m_bench.playback.Quit();
+    m_fixture.playback.Quit();
     put(head() + QStringList{"Data  10:00:00"} + scans(1));
     expectOpenError(Kind::OutOfRange, atLine(10, brokenLine("a scan line has no scan in it")));
 }
@@ -88,7 +88,7 @@ TEST_F(PlaybackEngineBadFileTest, rawBytesInTheBlock_areShortAndPrintableInTheRe
     put(lines + scans(2));
     expectOpenError(Kind::BadValue,
                     atLine(6, '"' + QString(40, '?') + "\"... is not a frequency in hertz"));
-    m_bench.playback.Quit();
+    m_fixture.playback.Quit();
     lines = head();
     lines.replaceInStrings("RBW 2", "RBW 99999" + bytes);
     put(lines + scans(2));
@@ -117,14 +117,14 @@ TEST_F(PlaybackEngineBadFileTest, scanWithABlank_spoilsTheTime) {
     put(head() + scans(1) + QStringList{data("10:00:01", "ab cd")});
     open();
     expectStepError(1, Kind::BadValue, atLine(11, noTimeBut("cd 10:00:01")));
-    EXPECT_EQ(m_bench.session.ScanData, (LevelScan{'a', 'b'}));
+    EXPECT_EQ(m_fixture.session.ScanData, (LevelScan{'a', 'b'}));
 }
 
 TEST_F(PlaybackEngineBadFileTest, scanOfMoreThan323Bytes_isCutAndSpoilsTheTime) {
     put(head() + scans(1) + QStringList{data("10:00:01", QString(326, 'x'))});
     open();
     expectStepError(1, Kind::BadValue, atLine(11, noTimeBut("xx 10:00:01")));
-    EXPECT_EQ(m_bench.session.ScanData.size(), 323U);
+    EXPECT_EQ(m_fixture.session.ScanData.size(), 323U);
 }
 
 TEST_F(PlaybackEngineBadFileTest, scanWithALineBreak_isTwoLines) {
@@ -133,7 +133,7 @@ TEST_F(PlaybackEngineBadFileTest, scanWithALineBreak_isTwoLines) {
         open();
         expectStepError(1, Kind::OutOfRange,
                         atLine(11, brokenLine("a scan line has no time behind its scan")));
-        m_bench.playback.Quit();
+        m_fixture.playback.Quit();
     }
 }
 
@@ -142,13 +142,13 @@ TEST_F(PlaybackEngineBadFileTest, secondHalfOfABrokenScan_isAnUnknownKeyOrAValid
          QStringList{data("10:00:01", "ab") + "\rcd 10:00:01", data("10:00:02") + "\nRBW 4",
                      data("10:00:03")});
     step(1);
-    EXPECT_EQ(m_bench.session.ScanTime, "10:00:01");
+    EXPECT_EQ(m_fixture.session.ScanTime, "10:00:01");
     step(1);
-    EXPECT_EQ(m_bench.session.ScanTime, "10:00:02");
-    EXPECT_EQ(m_bench.ctlDataMode1.RBW(), 2);
+    EXPECT_EQ(m_fixture.session.ScanTime, "10:00:02");
+    EXPECT_EQ(m_fixture.ctlDataMode1.RBW(), 2);
     step(1);
-    EXPECT_EQ(m_bench.session.ScanTime, "10:00:03");
-    EXPECT_EQ(m_bench.ctlDataMode1.RBW(), 4);
+    EXPECT_EQ(m_fixture.session.ScanTime, "10:00:03");
+    EXPECT_EQ(m_fixture.ctlDataMode1.RBW(), 4);
 }
 
 TEST_F(PlaybackEngineBadFileTest, badDateOfALaterBlock_isUntrapped) {
@@ -172,21 +172,21 @@ TEST_F(PlaybackEngineBadFileTest, blockWithoutItsDate_isUntrapped) {
 }
 
 TEST_F(PlaybackEngineBadFileTest, scanOfAUnitThatAnsweredAndSentNothing_cannotBePlayed) {
-    m_bench.clock.setTimeOfDay(36000.0);
-    m_bench.dialogs.answer = path();
-    m_bench.recorder.mnuFileRecord();
-    m_bench.recorder.writeScan(LevelScan(321, 'a'));
-    m_bench.clock.advance(1.0);
-    m_bench.recorder.writeScan(LevelScan(325));
-    m_bench.recorder.mnuFileRecord();
+    m_fixture.clock.setTimeOfDay(36000.0);
+    m_fixture.dialogs.answer = path();
+    m_fixture.recorder.mnuFileRecord();
+    m_fixture.recorder.writeScan(LevelScan(321, 'a'));
+    m_fixture.clock.advance(1.0);
+    m_fixture.recorder.writeScan(LevelScan(325));
+    m_fixture.recorder.mnuFileRecord();
     open();
-    EXPECT_EQ(m_bench.session.ScanTime, "10:00:00");
+    EXPECT_EQ(m_fixture.session.ScanTime, "10:00:00");
     // 323 zeros are the scan, one is passed over, and the last is taken for the time.
     const auto error = errorOf([this] { step(1); });
     ASSERT_TRUE(error.has_value());
     EXPECT_EQ(error->kind(), Kind::BadValue);
     EXPECT_TRUE(error->message().endsWith(noTimeBut("? 10:00:01") + '.'));
-    EXPECT_EQ(m_bench.session.ScanData, LevelScan(323));
+    EXPECT_EQ(m_fixture.session.ScanData, LevelScan(323));
 }
 
 TEST_F(PlaybackEngineBadFileTest, pauseOfMoreRowsThanTheWaterfallTakes_isUntrapped) {
@@ -210,7 +210,7 @@ TEST_F(PlaybackEngineBadFileTest, pauseOfMoreRowsThanTheWaterfallTakes_isUntrapp
             EXPECT_EQ(error->kind(), Kind::Overflow);
             EXPECT_EQ(error->message(), atLine(11, "A gap in time is too long for the waterfall"));
         }
-        m_bench.playback.Quit();
+        m_fixture.playback.Quit();
     }
 }
 

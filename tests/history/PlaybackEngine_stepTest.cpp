@@ -22,19 +22,19 @@ TEST_F(PlaybackEngineStepTest, stepForward_readsToTheNextScan) {
     EXPECT_EQ(takeLog(), QStringList{"place: " + place("10:00:01", sizeOf(head() + scans(2)))});
     EXPECT_EQ(chart().statusText(), "10:00:01");
     step(1);
-    EXPECT_EQ(m_bench.place, place("10:00:02", sizeOf(head() + scans(3))));
-    EXPECT_EQ(m_bench.playback.RewindOffset(), 0);
+    EXPECT_EQ(m_fixture.place, place("10:00:02", sizeOf(head() + scans(3))));
+    EXPECT_EQ(m_fixture.playback.RewindOffset(), 0);
 }
 
 TEST_F(PlaybackEngineStepTest, endOfTheFile_pausesAndKeepsTheStatus) {
     open(head() + scans(2));
     step(1);
-    const QString last = m_bench.place;
+    const QString last = m_fixture.place;
     (void)takeLog();
     step(1, 2);
     EXPECT_EQ(takeLog(), (QStringList{"StopPlay", "StopPlay"}));
-    EXPECT_EQ(m_bench.place, last);
-    EXPECT_TRUE(m_bench.session.InPlayback);
+    EXPECT_EQ(m_fixture.place, last);
+    EXPECT_TRUE(m_fixture.session.InPlayback);
     EXPECT_TRUE(chart().Playback());
 }
 
@@ -44,13 +44,13 @@ TEST_F(PlaybackEngineStepTest, blockBehindTheLastScan_isAppliedBeforeThePause) {
     (void)takeLog();
     step(1);
     EXPECT_EQ(takeLog(), (QStringList{"UpdateChartSettings", "StopPlay"}));
-    EXPECT_EQ(m_bench.ctlDataMode1.RBW(), 4);
+    EXPECT_EQ(m_fixture.ctlDataMode1.RBW(), 4);
 }
 
 TEST_F(PlaybackEngineStepTest, percent_reachesOneHundredWithCrLfThroughout) {
     open(head() + scans(2));
     step(1);
-    EXPECT_EQ(m_bench.place, "21/03/2005 10:00:01 / 100.00%");
+    EXPECT_EQ(m_fixture.place, "21/03/2005 10:00:01 / 100.00%");
 }
 
 TEST_F(PlaybackEngineStepTest, otherLineEnds_areCountedAsTwoBytesToo) {
@@ -58,11 +58,11 @@ TEST_F(PlaybackEngineStepTest, otherLineEnds_areCountedAsTwoBytesToo) {
         put(head() + scans(2), end);
         open();
         step(1);
-        EXPECT_EQ(m_bench.playback.HistoryPosition(), sizeOf(head() + scans(2)));
-        EXPECT_EQ(m_bench.playback.HistoryFileSize(), sizeOf(head() + scans(2)) - 11);
-        EXPECT_EQ(m_bench.place, place("10:00:01", sizeOf(head() + scans(2))));
-        EXPECT_FALSE(m_bench.place.endsWith(" 100.00%"));
-        m_bench.playback.Quit();
+        EXPECT_EQ(m_fixture.playback.HistoryPosition(), sizeOf(head() + scans(2)));
+        EXPECT_EQ(m_fixture.playback.HistoryFileSize(), sizeOf(head() + scans(2)) - 11);
+        EXPECT_EQ(m_fixture.place, place("10:00:01", sizeOf(head() + scans(2))));
+        EXPECT_FALSE(m_fixture.place.endsWith(" 100.00%"));
+        m_fixture.playback.Quit();
     }
 }
 
@@ -70,8 +70,8 @@ TEST_F(PlaybackEngineStepTest, lastLineWithoutAnEnd_counts) {
     putBytes((head() + scans(2)).join("\r\n").toLatin1());
     open();
     step(1);
-    EXPECT_EQ(m_bench.session.ScanTime, "10:00:01");
-    EXPECT_EQ(m_bench.playback.HistoryPosition(), m_size + 2);
+    EXPECT_EQ(m_fixture.session.ScanTime, "10:00:01");
+    EXPECT_EQ(m_fixture.playback.HistoryPosition(), m_size + 2);
 }
 
 // ---- back and forth within the chart's rows
@@ -81,57 +81,57 @@ TEST_F(PlaybackEngineStepTest, stepsBack_moveTheTimeAndScaleThePercent) {
     step(1, 3);
     const qint64 used = sizeOf(head() + scans(4));
     step(-1);
-    EXPECT_EQ(m_bench.place, place("10:00:02", used, 2.0 / 3.0));
+    EXPECT_EQ(m_fixture.place, place("10:00:02", used, 2.0 / 3.0));
     step(-1);
-    EXPECT_EQ(m_bench.place, place("10:00:01", used, 1.0 / 3.0));
-    EXPECT_EQ(m_bench.playback.RewindOffset(), -2);
-    EXPECT_EQ(m_bench.playback.HistoryPosition(), used);
+    EXPECT_EQ(m_fixture.place, place("10:00:01", used, 1.0 / 3.0));
+    EXPECT_EQ(m_fixture.playback.RewindOffset(), -2);
+    EXPECT_EQ(m_fixture.playback.HistoryPosition(), used);
 }
 
 TEST_F(PlaybackEngineStepTest, oldestScan_staysUnderAStepBack) {
     open(head() + scans(5));
     step(1, 2);
     step(-1, 2);
-    const QString oldest = m_bench.place;
+    const QString oldest = m_fixture.place;
     EXPECT_TRUE(oldest.startsWith("21/03/2005 10:00:00 / 0.00%"));
     step(-1, 3);
-    EXPECT_EQ(m_bench.place, oldest);
-    EXPECT_EQ(m_bench.playback.RewindOffset(), -2);
+    EXPECT_EQ(m_fixture.place, oldest);
+    EXPECT_EQ(m_fixture.playback.RewindOffset(), -2);
 }
 
 TEST_F(PlaybackEngineStepTest, asManyStepsForwardAsBack_readNothing) {
     open(head() + scans(6));
     step(1, 3);
-    const qint64 position = m_bench.playback.HistoryPosition();
+    const qint64 position = m_fixture.playback.HistoryPosition();
     step(-1, 3);
     step(1, 3);
-    EXPECT_EQ(m_bench.playback.HistoryPosition(), position);
-    EXPECT_EQ(m_bench.playback.RewindOffset(), 0);
-    EXPECT_EQ(m_bench.place, place("10:00:03", position));
+    EXPECT_EQ(m_fixture.playback.HistoryPosition(), position);
+    EXPECT_EQ(m_fixture.playback.RewindOffset(), 0);
+    EXPECT_EQ(m_fixture.place, place("10:00:03", position));
     step(1);
-    EXPECT_GT(m_bench.playback.HistoryPosition(), position);
-    EXPECT_EQ(m_bench.place, place("10:00:04", m_bench.playback.HistoryPosition()));
+    EXPECT_GT(m_fixture.playback.HistoryPosition(), position);
+    EXPECT_EQ(m_fixture.place, place("10:00:04", m_fixture.playback.HistoryPosition()));
 }
 
 TEST_F(PlaybackEngineStepTest, newScan_bringsTheOffsetBackToNought) {
     open(head() + scans(6));
     step(1, 3);
     step(-2); // a count: two scans at once
-    EXPECT_EQ(m_bench.playback.RewindOffset(), -2);
+    EXPECT_EQ(m_fixture.playback.RewindOffset(), -2);
     step(1);
-    EXPECT_EQ(m_bench.playback.RewindOffset(), -1);
+    EXPECT_EQ(m_fixture.playback.RewindOffset(), -1);
     step(1, 2);
-    EXPECT_EQ(m_bench.playback.RewindOffset(), 0);
+    EXPECT_EQ(m_fixture.playback.RewindOffset(), 0);
 }
 
 TEST_F(PlaybackEngineStepTest, nextOpening_bringsTheOffsetBackToNought) {
     open(head() + scans(4));
     step(1, 2);
     step(-1);
-    EXPECT_EQ(m_bench.playback.RewindOffset(), -1);
-    m_bench.playback.Quit();
+    EXPECT_EQ(m_fixture.playback.RewindOffset(), -1);
+    m_fixture.playback.Quit();
     open();
-    EXPECT_EQ(m_bench.playback.RewindOffset(), 0);
+    EXPECT_EQ(m_fixture.playback.RewindOffset(), 0);
 }
 
 TEST_F(PlaybackEngineStepTest, stepOfNought_showsThePlaceAgain) {
@@ -143,27 +143,27 @@ TEST_F(PlaybackEngineStepTest, stepOfNought_showsThePlaceAgain) {
 }
 
 TEST_F(PlaybackEngineStepTest, pollRateOtherThanTheFiles_putsRewoundTimesOffByTheRatio) {
-    m_bench.pollPeriod = 2000;
+    m_fixture.pollPeriod = 2000;
     open(head() + scans(6));
     step(1, 4);
-    const qint64 used = m_bench.playback.HistoryPosition();
+    const qint64 used = m_fixture.playback.HistoryPosition();
     step(-1);
-    EXPECT_EQ(m_bench.place, place("10:00:02", used, 0.5));
+    EXPECT_EQ(m_fixture.place, place("10:00:02", used, 0.5));
     step(-1);
-    EXPECT_EQ(m_bench.place, place("10:00:00", used, 0.0));
+    EXPECT_EQ(m_fixture.place, place("10:00:00", used, 0.0));
     step(-1);
-    EXPECT_EQ(m_bench.place, place("09:59:58", used, -0.5));
+    EXPECT_EQ(m_fixture.place, place("09:59:58", used, -0.5));
 }
 
 TEST_F(PlaybackEngineStepTest, partsOfASecond_countInThePercentAndRoundInTheTime) {
-    m_bench.pollPeriod = 250;
+    m_fixture.pollPeriod = 250;
     open(head() + scans(6));
     step(1, 4);
-    const qint64 used = m_bench.playback.HistoryPosition();
+    const qint64 used = m_fixture.playback.HistoryPosition();
     step(-1);
-    EXPECT_EQ(m_bench.place, place("10:00:04", used, 1.0 - 0.25 / 4.0));
+    EXPECT_EQ(m_fixture.place, place("10:00:04", used, 1.0 - 0.25 / 4.0));
     step(-1, 2);
-    EXPECT_EQ(m_bench.place, place("10:00:03", used, 1.0 - 0.75 / 4.0));
+    EXPECT_EQ(m_fixture.place, place("10:00:03", used, 1.0 - 0.75 / 4.0));
 }
 
 TEST_F(PlaybackEngineStepTest, pollLineOfTheFile_doesNotChangeTheRewoundTimes) {
@@ -172,7 +172,7 @@ TEST_F(PlaybackEngineStepTest, pollLineOfTheFile_doesNotChangeTheRewoundTimes) {
     open(lines + scans(6));
     step(1, 4);
     step(-1);
-    EXPECT_TRUE(m_bench.place.startsWith("21/03/2005 10:00:03"));
+    EXPECT_TRUE(m_fixture.place.startsWith("21/03/2005 10:00:03"));
 }
 
 // ---- dates
@@ -182,45 +182,45 @@ TEST_F(PlaybackEngineStepTest, blockAtMidnight_movesTheDateOn) {
                               "EndSettings ", data("00:00:00"), data("00:00:01"),
                               data("00:00:02")});
     step(1);
-    EXPECT_TRUE(m_bench.place.startsWith("21/03/2005 23:59:59"));
+    EXPECT_TRUE(m_fixture.place.startsWith("21/03/2005 23:59:59"));
     step(1, 2);
-    const qint64 used = m_bench.playback.HistoryPosition();
-    EXPECT_EQ(m_bench.place, place("00:00:01", used, 1.0, "22/03/2005"));
+    const qint64 used = m_fixture.playback.HistoryPosition();
+    EXPECT_EQ(m_fixture.place, place("00:00:01", used, 1.0, "22/03/2005"));
     step(-1, 2);
-    EXPECT_EQ(m_bench.place, place("23:59:59", used, 1.0 / 3.0, "21/03/2005"));
+    EXPECT_EQ(m_fixture.place, place("23:59:59", used, 1.0 / 3.0, "21/03/2005"));
 }
 
 TEST_F(PlaybackEngineStepTest, blockAheadOfTheFirstScanOfTheDay_givesRisingTimes) {
-    m_bench.clock.setTimeOfDay(86398.0);
-    m_bench.dialogs.answer = path();
-    m_bench.recorder.mnuFileRecord();
+    m_fixture.clock.setTimeOfDay(86398.0);
+    m_fixture.dialogs.answer = path();
+    m_fixture.recorder.mnuFileRecord();
     for (int second = 0; second < 4; ++second) {
         if (second == 2) {
-            m_bench.ReadBackSettings(); // because of a change at the unit, say
+            m_fixture.ReadBackSettings(); // because of a change at the unit, say
         }
-        m_bench.recorder.writeScan(LevelScan(321, 'a'));
-        m_bench.clock.advance(1.0);
+        m_fixture.recorder.writeScan(LevelScan(321, 'a'));
+        m_fixture.clock.advance(1.0);
     }
-    m_bench.recorder.mnuFileRecord();
+    m_fixture.recorder.mnuFileRecord();
     open();
-    QStringList times = {m_bench.place.section(" / ", 0, 0)};
+    QStringList times = {m_fixture.place.section(" / ", 0, 0)};
     for (int i = 0; i < 3; ++i) {
         step(1);
-        times.append(m_bench.place.section(" / ", 0, 0));
+        times.append(m_fixture.place.section(" / ", 0, 0));
     }
     EXPECT_EQ(times, (QStringList{"21/03/2005 23:59:58", "21/03/2005 23:59:59",
                                   "22/03/2005 00:00:00", "22/03/2005 00:00:01"}));
-    EXPECT_TRUE(m_bench.place.endsWith("/ 100.00%"));
+    EXPECT_TRUE(m_fixture.place.endsWith("/ 100.00%"));
 }
 
 TEST_F(PlaybackEngineStepTest, blockBehindTheFirstScanOfTheDay_leavesThatScanInTheOldDay) {
     open(head() + QStringList{data("23:59:58"), data("23:59:59"), data("00:00:00"),
                               "StartSettings 22/03/2005", "EndSettings ", data("00:00:01")});
     step(1, 2);
-    EXPECT_EQ(m_bench.place,
-              place("00:00:00", m_bench.playback.HistoryPosition(), 1.0, "21/03/2005"));
+    EXPECT_EQ(m_fixture.place,
+              place("00:00:00", m_fixture.playback.HistoryPosition(), 1.0, "21/03/2005"));
     step(1);
-    EXPECT_EQ(m_bench.place, "22/03/2005 00:00:01 / 100.00%");
+    EXPECT_EQ(m_fixture.place, "22/03/2005 00:00:01 / 100.00%");
 }
 
 TEST(PlaybackEngineStep, everyLocale_playsWhatItRecorded) {
@@ -228,20 +228,20 @@ TEST(PlaybackEngineStep, everyLocale_playsWhatItRecorded) {
          {QLocale(QLocale::English, QLocale::UnitedStates),
           QLocale(QLocale::German, QLocale::Germany), QLocale(QLocale::Japanese, QLocale::Japan)}) {
         const QTemporaryDir folder;
-        HistoryBench bench(locale);
-        bench.clock.setTimeOfDay(13.5 * 3600.0);
-        bench.dialogs.answer = folder.filePath("here.rec");
-        bench.recorder.mnuFileRecord();
-        bench.recorder.writeScan({'a'});
-        bench.clock.advance(1.0);
-        bench.recorder.writeScan({'b'});
-        bench.recorder.mnuFileRecord();
-        bench.playback.mnuFilePlayback();
-        bench.playback.Step(1);
-        const QString mark = bench.texts.decimalMark();
-        EXPECT_EQ(bench.place, bench.texts.dateText(QDate(2005, 3, 21)) + ' ' +
-                                   bench.texts.timeText(QTime(13, 30, 1)) + " / 100" + mark +
-                                   "00%");
+        HistoryFixture fixture(locale);
+        fixture.clock.setTimeOfDay(13.5 * 3600.0);
+        fixture.dialogs.answer = folder.filePath("here.rec");
+        fixture.recorder.mnuFileRecord();
+        fixture.recorder.writeScan({'a'});
+        fixture.clock.advance(1.0);
+        fixture.recorder.writeScan({'b'});
+        fixture.recorder.mnuFileRecord();
+        fixture.playback.mnuFilePlayback();
+        fixture.playback.Step(1);
+        const QString mark = fixture.texts.decimalMark();
+        EXPECT_EQ(fixture.place, fixture.texts.dateText(QDate(2005, 3, 21)) + ' ' +
+                                     fixture.texts.timeText(QTime(13, 30, 1)) + " / 100" + mark +
+                                     "00%");
     }
 }
 
@@ -266,7 +266,7 @@ TEST_F(PlaybackEngineChartTest, scanThatFits_isShown) {
     // 321 bins take an upper bound of 321 and not one more; the status goes on all the same.
     EXPECT_FALSE(stepChangesThePicture());
     EXPECT_EQ(chart().statusText(), "10:00:02");
-    EXPECT_TRUE(m_bench.place.startsWith("21/03/2005 10:00:02"));
+    EXPECT_TRUE(m_fixture.place.startsWith("21/03/2005 10:00:02"));
     EXPECT_TRUE(stepChangesThePicture());
 }
 
@@ -313,7 +313,7 @@ TEST_F(PlaybackEngineStepTest, fileOfAMillionLines_opensAtOnce) {
     open();
     EXPECT_GT(bytesRead(), before);
     EXPECT_LT(bytesRead() - before, 200'000);
-    EXPECT_EQ(m_bench.playback.HistoryFileSize(), m_size);
+    EXPECT_EQ(m_fixture.playback.HistoryFileSize(), m_size);
     step(1);
     EXPECT_LT(bytesRead() - before, 200'000);
 }
@@ -330,12 +330,12 @@ TEST_F(PlaybackEngineStepTest, fileBeyondTwoGigabytes_isCountedExactly) {
     }
     m_size += kHole + tail.size();
     open();
-    EXPECT_EQ(m_bench.playback.HistoryFileSize(), m_size);
-    EXPECT_EQ(m_bench.status, "Playback from " + path() + "   2098.1M");
-    EXPECT_EQ(m_bench.place, place("10:00:00", sizeOf(head() + scans(1))));
+    EXPECT_EQ(m_fixture.playback.HistoryFileSize(), m_size);
+    EXPECT_EQ(m_fixture.status, "Playback from " + path() + "   2098.1M");
+    EXPECT_EQ(m_fixture.place, place("10:00:00", sizeOf(head() + scans(1))));
     step(1);
-    EXPECT_EQ(m_bench.playback.HistoryPosition(), m_size);
-    EXPECT_EQ(m_bench.place, "21/03/2005 10:00:01 / 100.00%");
+    EXPECT_EQ(m_fixture.playback.HistoryPosition(), m_size);
+    EXPECT_EQ(m_fixture.place, "21/03/2005 10:00:01 / 100.00%");
 }
 
 TEST_F(PlaybackEngineStepTest, millionLinesInOneStep_takeNoMemory) {
@@ -350,7 +350,7 @@ TEST_F(PlaybackEngineStepTest, millionLinesInOneStep_takeNoMemory) {
     step(1);
     const std::size_t after = mallinfo2().uordblks;
     EXPECT_LT(after, before + 200'000);
-    EXPECT_EQ(m_bench.place, "21/03/2005 10:00:02 / 100.00%");
+    EXPECT_EQ(m_fixture.place, "21/03/2005 10:00:02 / 100.00%");
 }
 
 TEST_F(PlaybackEngineStepTest, thousandsOfSteps_takeNoMemory) {
@@ -359,7 +359,7 @@ TEST_F(PlaybackEngineStepTest, thousandsOfSteps_takeNoMemory) {
     const std::size_t before = mallinfo2().uordblks;
     step(1, 2000);
     EXPECT_LT(mallinfo2().uordblks, before + 400'000);
-    EXPECT_TRUE(m_bench.place.startsWith("21/03/2005 10:41:40"));
+    EXPECT_TRUE(m_fixture.place.startsWith("21/03/2005 10:41:40"));
 }
 
 } // namespace

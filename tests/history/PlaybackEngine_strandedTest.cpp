@@ -29,7 +29,7 @@ protected:
         for (int row = 0; row < 5; ++row) {
             chart().SetData(LevelScan(321, static_cast<std::uint8_t>(40 + 10 * row)));
             chart().Refresh();
-            m_bench.clock.advance(chart().Update());
+            m_fixture.clock.advance(chart().Update());
             chart().onTimer1();
         }
     }
@@ -42,16 +42,16 @@ protected:
 
 TEST_F(PlaybackEngineStrandedTest, fileThatEndsBeforeOrAtItsFirstScan_isStranded) {
     for (const QStringList &lines : strandingFiles()) {
-        m_bench.log.clear();
+        m_fixture.log.clear();
         open(lines);
-        EXPECT_FALSE(m_bench.session.InPlayback);
+        EXPECT_FALSE(m_fixture.session.InPlayback);
         EXPECT_FALSE(chart().Playback());
-        EXPECT_EQ(m_bench.log.mid(0, 2),
+        EXPECT_EQ(m_fixture.log.mid(0, 2),
                   (QStringList{"transport visible on", "SetControlsEnabled off"}));
-        EXPECT_TRUE(m_bench.log.filter("poll timer").isEmpty());
-        EXPECT_TRUE(m_bench.log.filter("record enabled").isEmpty());
-        EXPECT_TRUE(m_bench.log.filter("panel 1").isEmpty());
-        EXPECT_TRUE(m_bench.log.filter("place").isEmpty());
+        EXPECT_TRUE(m_fixture.log.filter("poll timer").isEmpty());
+        EXPECT_TRUE(m_fixture.log.filter("record enabled").isEmpty());
+        EXPECT_TRUE(m_fixture.log.filter("panel 1").isEmpty());
+        EXPECT_TRUE(m_fixture.log.filter("place").isEmpty());
     }
 }
 
@@ -63,7 +63,7 @@ TEST_F(PlaybackEngineStrandedTest, stepForward_pausesAtTheEndOfTheFile) {
         (void)takeLog();
         step(1, 2);
         EXPECT_EQ(takeLog(), (QStringList{"StopPlay", "StopPlay"}));
-        m_bench.playback.Quit();
+        m_fixture.playback.Quit();
     }
 }
 
@@ -72,7 +72,7 @@ TEST_F(PlaybackEngineStrandedTest, stepBackOnAnEmptyChart_showsThePlaceAgain) {
     (void)takeLog();
     step(-1);
     EXPECT_EQ(takeLog(), QStringList{"place: 21/03/2005 10:00:00 / 100.00%"});
-    EXPECT_EQ(m_bench.playback.RewindOffset(), 0);
+    EXPECT_EQ(m_fixture.playback.RewindOffset(), 0);
 }
 
 TEST_F(PlaybackEngineStrandedTest, stepsBack_moveTheLiveChartAndCountFromTheOnlyScan) {
@@ -84,7 +84,7 @@ TEST_F(PlaybackEngineStrandedTest, stepsBack_moveTheLiveChartAndCountFromTheOnly
     // Counted from the day on which dates begin, two seconds are no part of the time.
     EXPECT_EQ(takeLog(), (QStringList{"place: 21/03/2005 09:59:59 / 100.00%",
                                       "place: 21/03/2005 09:59:58 / 100.00%"}));
-    EXPECT_EQ(m_bench.playback.RewindOffset(), -2);
+    EXPECT_EQ(m_fixture.playback.RewindOffset(), -2);
     EXPECT_NE(chart().grab().toImage(), newest);
 }
 
@@ -96,17 +96,17 @@ TEST_F(PlaybackEngineStrandedTest, stepForwardOverRewoundRows_movesAndThenPauses
     step(1, 3);
     EXPECT_EQ(takeLog(), (QStringList{"place: 21/03/2005 09:59:59 / 100.00%",
                                       "place: 21/03/2005 10:00:00 / 100.00%", "StopPlay"}));
-    EXPECT_EQ(m_bench.playback.RewindOffset(), 0);
+    EXPECT_EQ(m_fixture.playback.RewindOffset(), 0);
 }
 
 TEST_F(PlaybackEngineStrandedTest, startOfAnEarlierPlayback_stillCounts) {
     open(head() + scans(2)); // from 10:00:00 on
-    m_bench.playback.Quit();
+    m_fixture.playback.Quit();
     bringLiveRows();
     open({"header", "StartSettings 21/03/2005", data("10:00:10")});
     step(-1);
-    EXPECT_EQ(m_bench.place, "21/03/2005 10:00:09 / 90.00%");
-    m_bench.playback.Quit();
+    EXPECT_EQ(m_fixture.place, "21/03/2005 10:00:09 / 90.00%");
+    m_fixture.playback.Quit();
     put(kOneScan);
     open();
     expectStepError(-1, Kind::DivideByZero,
@@ -123,7 +123,7 @@ TEST_F(PlaybackEngineStrandedTest, stepBackWithoutADate_isUntrapped) {
         open();
         expectStepError(-1, Kind::BadValue,
                         atLine(2, "there is no StartSettings line with a date"));
-        m_bench.playback.Quit();
+        m_fixture.playback.Quit();
     }
 }
 
@@ -138,56 +138,56 @@ TEST_F(PlaybackEngineStrandedTest, fileThatHasGrownMeanwhile_isReadOnOverTheLive
     appendLine(data("10:00:02", "xyz"));
     (void)takeLog();
     step(1);
-    EXPECT_EQ(m_bench.session.ScanData, (LevelScan{'x', 'y', 'z'}));
+    EXPECT_EQ(m_fixture.session.ScanData, (LevelScan{'x', 'y', 'z'}));
     EXPECT_EQ(chart().statusText(), "10:00:02");
-    EXPECT_FALSE(m_bench.session.InPlayback);
+    EXPECT_FALSE(m_fixture.session.InPlayback);
     EXPECT_FALSE(chart().Playback());
-    ASSERT_EQ(m_bench.log.size(), 1);
-    EXPECT_TRUE(m_bench.log.first().startsWith("place: 21/03/2005 10:00:02 / "));
+    ASSERT_EQ(m_fixture.log.size(), 1);
+    EXPECT_TRUE(m_fixture.log.first().startsWith("place: 21/03/2005 10:00:02 / "));
 }
 
 TEST_F(PlaybackEngineStrandedTest, stepDuringARecording_onlyPauses) {
     bringLiveRows();
     open(kOneScan);
-    m_bench.dialogs.answer = m_folder.filePath("new.rec");
-    m_bench.recorder.mnuFileRecord();
+    m_fixture.dialogs.answer = m_folder.filePath("new.rec");
+    m_fixture.recorder.mnuFileRecord();
     (void)takeLog();
     step(-1);
     step(1);
     EXPECT_EQ(takeLog(), (QStringList{"StopPlay", "StopPlay"}));
-    EXPECT_EQ(m_bench.playback.RewindOffset(), 0);
+    EXPECT_EQ(m_fixture.playback.RewindOffset(), 0);
 }
 
 // ---- the way out, and what else goes on
 
 TEST_F(PlaybackEngineStrandedTest, quitWhileStranded_returnsToIdle) {
     open(strandingFiles()[2]);
-    m_bench.log.clear();
-    m_bench.playback.Quit();
-    EXPECT_EQ(m_bench.log,
+    m_fixture.log.clear();
+    m_fixture.playback.Quit();
+    EXPECT_EQ(m_fixture.log,
               (QStringList{"poll timer on", "SetControlsEnabled on", "record enabled on",
                            "transport visible off", "panel 1: ", "clock and activity"}));
 }
 
 TEST_F(PlaybackEngineStrandedTest, loadingSettingsWhileStranded_reachesTheUnitAgain) {
-    m_bench.connectUnit();
+    m_fixture.connectUnit();
     open(strandingFiles()[0]);
-    m_bench.log.clear();
-    m_bench.load("RBW 4");
-    EXPECT_EQ(m_bench.log, QStringList{"WSBW4"});
+    m_fixture.log.clear();
+    m_fixture.load("RBW 4");
+    EXPECT_EQ(m_fixture.log, QStringList{"WSBW4"});
 }
 
 TEST_F(PlaybackEngineStrandedTest, recordingStartedWhileStranded_outlivesTheQuit) {
     open(strandingFiles()[1]);
-    m_bench.dialogs.answer = m_folder.filePath("new.rec");
-    m_bench.recorder.mnuFileRecord();
-    m_bench.log.clear();
-    m_bench.playback.Quit();
-    EXPECT_TRUE(m_bench.session.Recording);
-    EXPECT_TRUE(m_bench.log.contains("SetControlsEnabled off"));
-    EXPECT_FALSE(m_bench.log.contains("SetControlsEnabled on"));
-    m_bench.recorder.writeScan({'z'});
-    m_bench.recorder.mnuFileRecord();
+    m_fixture.dialogs.answer = m_folder.filePath("new.rec");
+    m_fixture.recorder.mnuFileRecord();
+    m_fixture.log.clear();
+    m_fixture.playback.Quit();
+    EXPECT_TRUE(m_fixture.session.Recording);
+    EXPECT_TRUE(m_fixture.log.contains("SetControlsEnabled off"));
+    EXPECT_FALSE(m_fixture.log.contains("SetControlsEnabled on"));
+    m_fixture.recorder.writeScan({'z'});
+    m_fixture.recorder.mnuFileRecord();
     QFile file(m_folder.filePath("new.rec"));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_TRUE(file.readAll().endsWith("Data z 10:00:00\r\n"));
@@ -195,21 +195,21 @@ TEST_F(PlaybackEngineStrandedTest, recordingStartedWhileStranded_outlivesTheQuit
 
 TEST_F(PlaybackEngineStrandedTest, recordingOverTheStrandedFileItself_doesNoHarm) {
     open(strandingFiles()[1]);
-    m_bench.recorder.mnuFileRecord();
-    m_bench.recorder.writeScan({'z'});
+    m_fixture.recorder.mnuFileRecord();
+    m_fixture.recorder.writeScan({'z'});
     step(1);
-    m_bench.playback.Quit();
-    m_bench.recorder.mnuFileRecord();
+    m_fixture.playback.Quit();
+    m_fixture.recorder.mnuFileRecord();
     open();
-    EXPECT_EQ(m_bench.session.ScanTime, "10:00:00"); // one scan, the last line: stranded again
-    EXPECT_FALSE(m_bench.session.InPlayback);
+    EXPECT_EQ(m_fixture.session.ScanTime, "10:00:00"); // one scan, the last line: stranded again
+    EXPECT_FALSE(m_fixture.session.InPlayback);
 }
 
 TEST_F(PlaybackEngineStrandedTest, anotherFileWhileStranded_isShown) {
     open(strandingFiles()[0]);
-    m_bench.recorder.closeStream();
+    m_fixture.recorder.closeStream();
     open(head() + scans(2));
-    EXPECT_TRUE(m_bench.session.InPlayback);
+    EXPECT_TRUE(m_fixture.session.InPlayback);
     EXPECT_TRUE(chart().Playback());
 }
 

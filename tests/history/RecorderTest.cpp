@@ -3,7 +3,7 @@
 
 #include "common/UntrappedError.h"
 #include "tests/support/FullDisk.h"
-#include "tests/support/HistoryBench.h"
+#include "tests/support/HistoryFixture.h"
 
 #include <gtest/gtest.h>
 
@@ -43,7 +43,7 @@ const QStringList kStopped = {"caption Record", "SetControlsEnabled on"};
 
 class RecorderTest : public testing::Test {
 protected:
-    RecorderTest() { m_bench.dialogs.answer = path(); }
+    RecorderTest() { m_fixture.dialogs.answer = path(); }
     [[nodiscard]] QString path() const { return m_folder.filePath("scans.rec"); }
     [[nodiscard]] QByteArray bytes() const {
         QFile file(path());
@@ -51,13 +51,13 @@ protected:
     }
     /// What stands behind the first block.
     [[nodiscard]] QByteArray tail() const { return bytes().mid((kHead + kUnitLines).size()); }
-    void click() { m_bench.recorder.mnuFileRecord(); }
+    void click() { m_fixture.recorder.mnuFileRecord(); }
     void start() {
         click();
-        m_bench.log.clear();
+        m_fixture.log.clear();
     }
-    void scan(const LevelScan &levels) { m_bench.recorder.writeScan(levels); }
-    [[nodiscard]] QStringList takeLog() { return std::exchange(m_bench.log, {}); }
+    void scan(const LevelScan &levels) { m_fixture.recorder.writeScan(levels); }
+    [[nodiscard]] QStringList takeLog() { return std::exchange(m_fixture.log, {}); }
     /// The recorder's file descriptor is taken away from under it.
     void breakDescriptor() const {
         const QDir folder("/proc/self/fd");
@@ -69,14 +69,14 @@ protected:
     }
 
     QTemporaryDir m_folder;
-    HistoryBench m_bench;
+    HistoryFixture m_fixture;
 };
 
 TEST_F(RecorderTest, click_asksWithItsTexts) {
-    m_bench.dialogs.answer.reset();
+    m_fixture.dialogs.answer.reset();
     click();
-    ASSERT_EQ(m_bench.dialogs.saveRequests.size(), 1U);
-    const FileRequest &request = m_bench.dialogs.saveRequests[0];
+    ASSERT_EQ(m_fixture.dialogs.saveRequests.size(), 1U);
+    const FileRequest &request = m_fixture.dialogs.saveRequests[0];
     EXPECT_EQ(request.title, "Record to file");
     EXPECT_EQ(request.filter, "VELDRON History (*.rec)");
     EXPECT_EQ(request.folder, "the/program/folder");
@@ -84,19 +84,19 @@ TEST_F(RecorderTest, click_asksWithItsTexts) {
 }
 
 TEST_F(RecorderTest, cancelInTheDialog_changesNothing) {
-    m_bench.dialogs.answer.reset();
+    m_fixture.dialogs.answer.reset();
     click();
-    EXPECT_TRUE(m_bench.log.isEmpty());
-    EXPECT_FALSE(m_bench.session.Recording);
+    EXPECT_TRUE(m_fixture.log.isEmpty());
+    EXPECT_FALSE(m_fixture.session.Recording);
     EXPECT_EQ(bytes(), "no file");
 }
 
 TEST_F(RecorderTest, start_writesHeaderAndFullBlockAndLocksTheForm) {
     click();
     EXPECT_EQ(bytes(), kHead + kUnitLines);
-    EXPECT_TRUE(m_bench.session.Recording);
-    EXPECT_EQ(m_bench.log, (QStringList{"caption Stop recording", "SetControlsEnabled off"}));
-    EXPECT_EQ(m_bench.recorder.HistoryFileName(), path());
+    EXPECT_TRUE(m_fixture.session.Recording);
+    EXPECT_EQ(m_fixture.log, (QStringList{"caption Stop recording", "SetControlsEnabled off"}));
+    EXPECT_EQ(m_fixture.recorder.HistoryFileName(), path());
 }
 
 TEST_F(RecorderTest, existingFile_isReplaced) {
@@ -112,9 +112,9 @@ TEST_F(RecorderTest, existingFile_isReplaced) {
 TEST_F(RecorderTest, stop_closesAndUnlocksTheForm) {
     start();
     click();
-    EXPECT_FALSE(m_bench.session.Recording);
-    EXPECT_EQ(m_bench.log, kStopped);
-    EXPECT_EQ(m_bench.dialogs.saveRequests.size(), 1U);
+    EXPECT_FALSE(m_fixture.session.Recording);
+    EXPECT_EQ(m_fixture.log, kStopped);
+    EXPECT_EQ(m_fixture.dialogs.saveRequests.size(), 1U);
 }
 
 TEST_F(RecorderTest, scanOfNBytes_givesALineOfFiveAndNAndOneAndTheTime) {
@@ -154,9 +154,9 @@ TEST_F(RecorderTest, unitThatSentNothing_writes325Zeros) {
 TEST_F(RecorderTest, twoScansInOneSecond_haveTheSameTime) {
     start();
     scan({'a'});
-    m_bench.clock.advance(0.9);
+    m_fixture.clock.advance(0.9);
     scan({'b'});
-    m_bench.clock.advance(0.2);
+    m_fixture.clock.advance(0.2);
     scan({'c'});
     EXPECT_EQ(tail(), "Data a 10:00:00\r\nData b 10:00:00\r\nData c 10:00:01\r\n");
 }
@@ -165,29 +165,29 @@ TEST_F(RecorderTest, scan_isInTheFileAtOnce) {
     start();
     scan({'a'});
     EXPECT_TRUE(bytes().endsWith("Data a 10:00:00\r\n"));
-    EXPECT_TRUE(m_bench.session.Recording);
+    EXPECT_TRUE(m_fixture.session.Recording);
 }
 
 TEST_F(RecorderTest, headScanAndBlock_areEachForcedOntoTheDisk) {
     start();
-    EXPECT_EQ(m_bench.disk.forced, 1);
-    EXPECT_EQ(m_bench.disk.namesForced, 1);
+    EXPECT_EQ(m_fixture.disk.forced, 1);
+    EXPECT_EQ(m_fixture.disk.namesForced, 1);
     scan({'a'});
-    EXPECT_EQ(m_bench.disk.forced, 2);
-    m_bench.recorder.writeSettings();
-    EXPECT_EQ(m_bench.disk.forced, 3);
-    EXPECT_EQ(m_bench.disk.namesForced, 1);
+    EXPECT_EQ(m_fixture.disk.forced, 2);
+    m_fixture.recorder.writeSettings();
+    EXPECT_EQ(m_fixture.disk.forced, 3);
+    EXPECT_EQ(m_fixture.disk.namesForced, 1);
 }
 
 TEST_F(RecorderTest, panelOne_showsNameAndSizeAfterEachScan) {
     start();
     scan(LevelScan(321, 'a'));
-    EXPECT_EQ(m_bench.recorder.HistoryFileSize(), QFileInfo(path()).size());
+    EXPECT_EQ(m_fixture.recorder.HistoryFileSize(), QFileInfo(path()).size());
     EXPECT_EQ(takeLog(), QStringList{"panel 1: Recording to file " + path() + "   0.6k"});
     for (int i = 0; i < 10; ++i) {
         scan(LevelScan(321, 'a'));
     }
-    EXPECT_EQ(m_bench.status, "Recording to file " + path() + "   3.9k");
+    EXPECT_EQ(m_fixture.status, "Recording to file " + path() + "   3.9k");
 }
 
 TEST_F(RecorderTest, fileBeyondTwoGigabytes_hasItsSizeShown) {
@@ -195,15 +195,15 @@ TEST_F(RecorderTest, fileBeyondTwoGigabytes_hasItsSizeShown) {
     start();
     ASSERT_TRUE(QFile::resize(path(), kSize)); // takes no room on the disk
     scan({'a'});
-    EXPECT_EQ(m_bench.recorder.HistoryFileSize(), kSize);
-    EXPECT_EQ(m_bench.status, "Recording to file " + path() + "   3072.0M");
+    EXPECT_EQ(m_fixture.recorder.HistoryFileSize(), kSize);
+    EXPECT_EQ(m_fixture.status, "Recording to file " + path() + "   3072.0M");
 }
 
 TEST_F(RecorderTest, settingsChange_addsAShortBlockBetweenTwoScans) {
     start();
     scan({'a'});
-    m_bench.load("RBW 4");
-    m_bench.ReadBackSettings();
+    m_fixture.load("RBW 4");
+    m_fixture.ReadBackSettings();
     scan({'b'});
     QByteArray block = "StartSettings 21/03/2005\r\n" + kUnitLines;
     block.replace("RBW 1", "RBW 4");
@@ -211,11 +211,11 @@ TEST_F(RecorderTest, settingsChange_addsAShortBlockBetweenTwoScans) {
 }
 
 TEST_F(RecorderTest, readBackAfterMidnight_putsTheNewDateAheadOfTheNextScan) {
-    m_bench.clock.setTimeOfDay(86399.5);
+    m_fixture.clock.setTimeOfDay(86399.5);
     start();
     scan({'a'});
-    m_bench.clock.advance(1.0);
-    m_bench.ReadBackSettings();
+    m_fixture.clock.advance(1.0);
+    m_fixture.ReadBackSettings();
     scan({'b'});
     EXPECT_EQ(tail(), "Data a 23:59:59\r\nStartSettings 22/03/2005\r\n" + kUnitLines +
                           "Data b 00:00:00\r\n");
@@ -224,7 +224,7 @@ TEST_F(RecorderTest, readBackAfterMidnight_putsTheNewDateAheadOfTheNextScan) {
 TEST_F(RecorderTest, readBackWhileIdle_writesNothing) {
     start();
     click();
-    m_bench.recorder.writeSettings();
+    m_fixture.recorder.writeSettings();
     EXPECT_EQ(tail(), "");
 }
 
@@ -233,26 +233,26 @@ TEST_F(RecorderTest, secondRecording_startsInFullFormAgain) {
     click();
     click();
     EXPECT_EQ(bytes(), kHead + kUnitLines);
-    EXPECT_TRUE(m_bench.session.Recording);
+    EXPECT_TRUE(m_fixture.session.Recording);
 }
 
 TEST_F(RecorderTest, pathThatCannotBeMade_isUntrapped) {
-    m_bench.dialogs.answer = m_folder.filePath("no/such/folder.rec");
+    m_fixture.dialogs.answer = m_folder.filePath("no/such/folder.rec");
     EXPECT_THROW(click(), UntrappedError);
-    EXPECT_FALSE(m_bench.session.Recording);
-    EXPECT_TRUE(m_bench.log.isEmpty());
+    EXPECT_FALSE(m_fixture.session.Recording);
+    EXPECT_TRUE(m_fixture.log.isEmpty());
 }
 
 TEST_F(RecorderTest, headThatCannotBeWritten_isUntrapped) {
-    m_bench.dialogs.answer = "/dev/full";
+    m_fixture.dialogs.answer = "/dev/full";
     EXPECT_THROW(click(), UntrappedError);
-    EXPECT_FALSE(m_bench.session.Recording);
+    EXPECT_FALSE(m_fixture.session.Recording);
 }
 
 TEST_F(RecorderTest, blockThatCannotBeWrittenAtTheStart_isUntrapped) {
     const FullDisk disk(60);
     EXPECT_THROW(click(), UntrappedError);
-    EXPECT_FALSE(m_bench.session.Recording);
+    EXPECT_FALSE(m_fixture.session.Recording);
 }
 
 TEST_F(RecorderTest, diskFullAtAScan_stopsAndKeepsTheScansWrittenSoFar) {
@@ -263,7 +263,7 @@ TEST_F(RecorderTest, diskFullAtAScan_stopsAndKeepsTheScansWrittenSoFar) {
         const FullDisk disk(static_cast<rlim_t>(QFileInfo(path()).size()) + 10);
         scan(LevelScan(321, 'b'));
     }
-    EXPECT_FALSE(m_bench.session.Recording);
+    EXPECT_FALSE(m_fixture.session.Recording);
     EXPECT_EQ(takeLog(), kStopped);
     EXPECT_EQ(tail(), "Data a 10:00:00\r\n");
 }
@@ -274,7 +274,7 @@ TEST_F(RecorderTest, diskFullAtASettingsBlock_stopsTheRecording) {
     (void)takeLog();
     {
         const FullDisk disk(static_cast<rlim_t>(QFileInfo(path()).size()) + 40);
-        m_bench.recorder.writeSettings();
+        m_fixture.recorder.writeSettings();
     }
     EXPECT_EQ(takeLog(), kStopped);
     EXPECT_EQ(tail(), "Data a 10:00:00\r\nStartSettings 21/03/2005\r\nPoll 1000\r\n");
@@ -282,54 +282,54 @@ TEST_F(RecorderTest, diskFullAtASettingsBlock_stopsTheRecording) {
 
 TEST_F(RecorderTest, diskThatFailsAfterAScanWasTaken_stopsAndKeepsTheScan) {
     start();
-    m_bench.disk.error = QStringLiteral("Input/output error");
+    m_fixture.disk.error = QStringLiteral("Input/output error");
     scan({'a'});
-    EXPECT_FALSE(m_bench.session.Recording);
-    EXPECT_EQ(m_bench.log, kStopped);
+    EXPECT_FALSE(m_fixture.session.Recording);
+    EXPECT_EQ(m_fixture.log, kStopped);
     EXPECT_EQ(tail(), "Data a 10:00:00\r\n");
 }
 
 TEST_F(RecorderTest, diskThatFailsAtTheStart_isUntrapped) {
-    m_bench.disk.error = QStringLiteral("Input/output error");
+    m_fixture.disk.error = QStringLiteral("Input/output error");
     EXPECT_THROW(click(), UntrappedError);
-    EXPECT_FALSE(m_bench.session.Recording);
+    EXPECT_FALSE(m_fixture.session.Recording);
 }
 
 TEST_F(RecorderTest, folderThatCannotBeForcedAtTheStart_isUntrapped) {
-    m_bench.disk.nameError = QStringLiteral("Input/output error");
+    m_fixture.disk.nameError = QStringLiteral("Input/output error");
     EXPECT_THROW(click(), UntrappedError);
-    EXPECT_FALSE(m_bench.session.Recording);
-    EXPECT_EQ(m_bench.disk.namesForced, 1);
-    EXPECT_TRUE(m_bench.log.isEmpty());
+    EXPECT_FALSE(m_fixture.session.Recording);
+    EXPECT_EQ(m_fixture.disk.namesForced, 1);
+    EXPECT_TRUE(m_fixture.log.isEmpty());
 }
 
 TEST_F(RecorderTest, fileRemovedUnderTheRecorder_stopsAtTheSecondOpen) {
     start();
     QFile::remove(path());
     scan({'a'});
-    EXPECT_FALSE(m_bench.session.Recording);
-    EXPECT_EQ(m_bench.log, kStopped);
+    EXPECT_FALSE(m_fixture.session.Recording);
+    EXPECT_EQ(m_fixture.log, kStopped);
 }
 
 TEST_F(RecorderTest, closeErrorInAStop_skipsTheRestAndShowsNothing) {
     start();
     breakDescriptor();
     click();
-    EXPECT_TRUE(m_bench.session.Recording);
-    EXPECT_TRUE(m_bench.log.isEmpty());
+    EXPECT_TRUE(m_fixture.session.Recording);
+    EXPECT_TRUE(m_fixture.log.isEmpty());
     click(); // the file is closed by now
-    EXPECT_FALSE(m_bench.session.Recording);
-    EXPECT_EQ(m_bench.log, kStopped);
+    EXPECT_FALSE(m_fixture.session.Recording);
+    EXPECT_EQ(m_fixture.log, kStopped);
 }
 
 TEST_F(RecorderTest, streamClosedUnderTheRecorder_stopsAtTheNextScan) {
     start();
-    m_bench.recorder.closeStream();
-    m_bench.recorder.closeStream();
-    EXPECT_TRUE(m_bench.session.Recording);
+    m_fixture.recorder.closeStream();
+    m_fixture.recorder.closeStream();
+    EXPECT_TRUE(m_fixture.session.Recording);
     scan({'a'});
-    EXPECT_FALSE(m_bench.session.Recording);
-    EXPECT_EQ(m_bench.log, kStopped);
+    EXPECT_FALSE(m_fixture.session.Recording);
+    EXPECT_EQ(m_fixture.log, kStopped);
     EXPECT_EQ(tail(), "");
 }
 
@@ -348,24 +348,24 @@ TEST_F(RecorderTest, playbackOrRecordingBegunUnderTheDialog_leavesTheFileAlone) 
         BusyDialogs dialogs;
         dialogs.answer = path();
         dialogs.meanwhile = [&] {
-            m_bench.session.*flag = true;
+            m_fixture.session.*flag = true;
         };
-        m_bench.session = SessionState();
-        Recorder recorder({m_bench.session, m_bench.stream, m_bench, dialogs, m_bench.clock,
-                           m_bench.texts, QString()});
+        m_fixture.session = SessionState();
+        Recorder recorder({m_fixture.session, m_fixture.stream, m_fixture, dialogs, m_fixture.clock,
+                           m_fixture.texts, QString()});
         recorder.mnuFileRecord();
         EXPECT_EQ(bytes(), "no file");
-        EXPECT_TRUE(m_bench.log.isEmpty());
+        EXPECT_TRUE(m_fixture.log.isEmpty());
     }
 }
 
 TEST(Recorder, americanTime_standsBehindTheScanWithItsBlank) {
     const QTemporaryDir folder;
-    HistoryBench bench(QLocale(QLocale::English, QLocale::UnitedStates));
-    bench.dialogs.answer = folder.filePath("us.rec");
-    bench.recorder.mnuFileRecord();
-    bench.clock.setTimeOfDay(14.0 * 3600.0);
-    bench.recorder.writeScan({'a'});
+    HistoryFixture fixture(QLocale(QLocale::English, QLocale::UnitedStates));
+    fixture.dialogs.answer = folder.filePath("us.rec");
+    fixture.recorder.mnuFileRecord();
+    fixture.clock.setTimeOfDay(14.0 * 3600.0);
+    fixture.recorder.writeScan({'a'});
     QFile file(folder.filePath("us.rec"));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_TRUE(file.readAll().endsWith("Data a 2:00:00 PM\r\n"));

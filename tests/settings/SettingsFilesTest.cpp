@@ -3,7 +3,7 @@
 
 #include "common/UntrappedError.h"
 #include "tests/support/FullDisk.h"
-#include "tests/support/InstrumentBench.h"
+#include "tests/support/SettingsFixture.h"
 
 #include <gtest/gtest.h>
 
@@ -54,9 +54,9 @@ protected:
     void answer(const char *name) { m_dialogs.answer = path(name); }
 
     QTemporaryDir m_folder;
-    InstrumentBench m_bench;
+    SettingsFixture m_fixture;
     ScriptedFileDialogs m_dialogs;
-    SettingsFiles m_files{m_bench.stream, m_dialogs, m_folder.path()};
+    SettingsFiles m_files{m_fixture.stream, m_dialogs, m_folder.path()};
 };
 
 TEST_F(SettingsFilesTest, saveClick_writesHeaderAndBlock) {
@@ -85,16 +85,16 @@ TEST_F(SettingsFilesTest, loadClick_asksWithItsTexts) {
 }
 
 TEST_F(SettingsFilesTest, cancelInEitherDialog_changesNothing) {
-    const QStringList before = m_bench.state();
+    const QStringList before = m_fixture.state();
     m_files.mnuFileSaveSettings();
     m_files.mnuFileLoadSettings();
     EXPECT_TRUE(QDir(m_folder.path()).isEmpty());
-    EXPECT_EQ(m_bench.state(), before);
-    EXPECT_TRUE(m_bench.log.isEmpty());
+    EXPECT_EQ(m_fixture.state(), before);
+    EXPECT_TRUE(m_fixture.log.isEmpty());
 }
 
 TEST_F(SettingsFilesTest, saveWhileRecording_writesTheShortBlock) {
-    m_bench.session.Recording = true;
+    m_fixture.session.Recording = true;
     m_files.SaveDefaultSettings();
     EXPECT_TRUE(bytesOf("VELDRON.set")
                     .startsWith("VELDRONv1 Settings\r\n"
@@ -103,8 +103,8 @@ TEST_F(SettingsFilesTest, saveWhileRecording_writesTheShortBlock) {
 }
 
 TEST_F(SettingsFilesTest, saveInPlayback_writesThePanelsAsTheyStand) {
-    m_bench.session.InPlayback = true;
-    m_bench.load("RBW 4");
+    m_fixture.session.InPlayback = true;
+    m_fixture.load("RBW 4");
     m_files.SaveDefaultSettings();
     EXPECT_TRUE(bytesOf("VELDRON.set").contains("RBW 4\r\n"));
 }
@@ -112,45 +112,46 @@ TEST_F(SettingsFilesTest, saveInPlayback_writesThePanelsAsTheyStand) {
 TEST_F(SettingsFilesTest, loadClick_appliesAllLinesButTheFirst) {
     put("mine.set", "RBW 2\r\nAmp -10\r\nRBW 3\r\nEndSettings ");
     answer("mine.set");
-    m_bench.connectUnit();
+    m_fixture.connectUnit();
     m_files.mnuFileLoadSettings();
-    EXPECT_EQ(m_bench.log, (QStringList{"WSGN-10", "WSBW3", "ReadBackSettings"}));
+    EXPECT_EQ(m_fixture.log, (QStringList{"WSGN-10", "WSBW3", "ReadBackSettings"}));
 }
 
 TEST_F(SettingsFilesTest, everyLineEnd_isRead) {
     put("mine.set", "header\nRBW 2\rAmp -10\r\nDataMode 3");
     answer("mine.set");
     m_files.mnuFileLoadSettings();
-    EXPECT_EQ(m_bench.ctlDataMode1.RBW(), 2);
-    EXPECT_EQ(m_bench.ctlDataMode1.Amp(), -10);
-    EXPECT_EQ(m_bench.ctlDataMode1.DataMode(), 3);
+    EXPECT_EQ(m_fixture.ctlDataMode1.RBW(), 2);
+    EXPECT_EQ(m_fixture.ctlDataMode1.Amp(), -10);
+    EXPECT_EQ(m_fixture.ctlDataMode1.DataMode(), 3);
 }
 
 TEST_F(SettingsFilesTest, twoBlocksInOneFile_areBothAppliedWithTheirWaits) {
     put("mine.set", "h\r\nMonitorMode 1\r\nEndSettings \r\nMonitorMode 2\r\nEndSettings \r\n");
     answer("mine.set");
-    m_bench.connectUnit();
+    m_fixture.connectUnit();
     m_files.mnuFileLoadSettings();
-    EXPECT_EQ(m_bench.log, (QStringList{"wait 1.0", "WUOM1", "ReadBackSettings", "wait 1.0",
-                                        "WUOM2", "ReadBackSettings"}));
+    EXPECT_EQ(m_fixture.log, (QStringList{"wait 1.0", "WUOM1", "ReadBackSettings", "wait 1.0",
+                                          "WUOM2", "ReadBackSettings"}));
 }
 
 TEST_F(SettingsFilesTest, historyFileInTheLoadDialog_loadsWithAllItsBlocks) {
     put("scans.rec", "VELDRONv1 History file\r\nRBW 2\r\nEndSettings \r\nData ab 10:00:00\r\n"
                      "RBW 4\r\nEndSettings \r\nData cd 10:00:01\r\n");
     answer("scans.rec");
-    m_bench.connectUnit();
+    m_fixture.connectUnit();
     m_files.mnuFileLoadSettings();
-    EXPECT_EQ(m_bench.log, (QStringList{"WSBW2", "ReadBackSettings", "WSBW4", "ReadBackSettings"}));
-    EXPECT_EQ(m_bench.session.ScanData, (LevelScan{'c', 'd'}));
+    EXPECT_EQ(m_fixture.log,
+              (QStringList{"WSBW2", "ReadBackSettings", "WSBW4", "ReadBackSettings"}));
+    EXPECT_EQ(m_fixture.session.ScanData, (LevelScan{'c', 'd'}));
 }
 
 TEST_F(SettingsFilesTest, fileOfTheHeaderAlone_changesNothing) {
     put("mine.set", "VELDRONv1 Settings\r\n");
     answer("mine.set");
-    const QStringList before = m_bench.state();
+    const QStringList before = m_fixture.state();
     m_files.mnuFileLoadSettings();
-    EXPECT_EQ(m_bench.state(), before);
+    EXPECT_EQ(m_fixture.state(), before);
 }
 
 TEST_F(SettingsFilesTest, emptyFileInAMenuLoad_isAFileError) {
@@ -176,8 +177,8 @@ TEST_F(SettingsFilesTest, badValueInAMenuLoad_tellsFileAndLineAndKeepsWhatWasApp
         EXPECT_EQ(error.message(), "Line 3 of the file \"" + path("mine.set") +
                                        "\": \"here\" is not a frequency in hertz.");
     }
-    EXPECT_EQ(m_bench.ctlDataMode1.RBW(), 2);
-    EXPECT_EQ(m_bench.ctlDataMode1.Amp(), 0);
+    EXPECT_EQ(m_fixture.ctlDataMode1.RBW(), 2);
+    EXPECT_EQ(m_fixture.ctlDataMode1.Amp(), 0);
 }
 
 TEST_F(SettingsFilesTest, placeMarksInTheNameOrTheValue_areLeftAlone) {
@@ -199,28 +200,28 @@ TEST_F(SettingsFilesTest, defaultFile_isTheOneInTheProgramFolder) {
 }
 
 TEST_F(SettingsFilesTest, defaultFile_comesBackAtTheNextStart) {
-    m_bench.loadAll({"Palette 4", "RBW 3", "Centre 7000000"});
+    m_fixture.loadAll({"Palette 4", "RBW 3", "Centre 7000000"});
     m_files.SaveDefaultSettings();
-    InstrumentBench next;
+    SettingsFixture next;
     SettingsFiles(next.stream, m_dialogs, m_folder.path()).LoadDefaultSettings();
-    EXPECT_EQ(next.saved(), m_bench.saved());
+    EXPECT_EQ(next.saved(), m_fixture.saved());
 }
 
 TEST_F(SettingsFilesTest, noDefaultFile_isSilent) {
-    const QStringList before = m_bench.state();
+    const QStringList before = m_fixture.state();
     m_files.LoadDefaultSettings();
-    EXPECT_EQ(m_bench.state(), before);
+    EXPECT_EQ(m_fixture.state(), before);
 }
 
 TEST_F(SettingsFilesTest, badLineInTheDefaultFile_endsTheLoadSilentlyThere) {
     put("VELDRON.set", "header\r\nRBW 2\r\nData nothing\r\nAmp -10\r\n");
     m_files.LoadDefaultSettings();
-    EXPECT_EQ(m_bench.ctlDataMode1.RBW(), 2);
-    EXPECT_EQ(m_bench.ctlDataMode1.Amp(), 0);
+    EXPECT_EQ(m_fixture.ctlDataMode1.RBW(), 2);
+    EXPECT_EQ(m_fixture.ctlDataMode1.Amp(), 0);
 }
 
 TEST_F(SettingsFilesTest, defaultFileThatCannotBeWritten_isSilent) {
-    SettingsFiles files(m_bench.stream, m_dialogs, path("missing"));
+    SettingsFiles files(m_fixture.stream, m_dialogs, path("missing"));
     files.SaveDefaultSettings();
     EXPECT_FALSE(QFile::exists(path("missing")));
 }
@@ -243,7 +244,7 @@ TEST_F(SettingsFilesTest, oldFile_standsUntilTheNewOneIsWhole) {
     clock.onNow = [&] {
         seen = bytesOf("VELDRON.set");
     };
-    SettingsStream stream(m_bench.instruments, m_bench.session, m_bench, clock, m_bench.texts);
+    SettingsLines stream(m_fixture.holders, m_fixture.session, m_fixture, clock, m_fixture.texts);
     SettingsFiles(stream, m_dialogs, m_folder.path()).SaveDefaultSettings();
     EXPECT_EQ(seen, "old");
     EXPECT_TRUE(bytesOf("VELDRON.set").startsWith("VELDRONv1 Settings\r\n"));
@@ -256,7 +257,7 @@ TEST_F(SettingsFilesTest, errorInTheMiddleOfASave_keepsTheOldFile) {
     clock.onNow = [] {
         throw UntrappedError(UntrappedError::Kind::File, "the disk is full");
     };
-    SettingsStream stream(m_bench.instruments, m_bench.session, m_bench, clock, m_bench.texts);
+    SettingsLines stream(m_fixture.holders, m_fixture.session, m_fixture, clock, m_fixture.texts);
     SettingsFiles(stream, m_dialogs, m_folder.path()).SaveDefaultSettings();
     EXPECT_EQ(bytesOf("VELDRON.set"), "old");
     EXPECT_EQ(QDir(m_folder.path()).entryList(QDir::Files), QStringList{"VELDRON.set"});

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "common/UntrappedError.h"
-#include "tests/support/HistoryBench.h"
+#include "tests/support/HistoryFixture.h"
 
 #include <gtest/gtest.h>
 
@@ -19,7 +19,7 @@ namespace veldron {
 class PlaybackTest : public testing::Test {
 protected:
     explicit PlaybackTest(const QLocale &locale = QLocale(QLocale::English, QLocale::UnitedKingdom))
-        : m_bench(locale) {}
+        : m_fixture(locale) {}
 
     /// Header and a block with 321 bins from 140.5 to 150.5 MHz.
     [[nodiscard]] static QStringList head(const QString &date = QStringLiteral("21/03/2005")) {
@@ -59,8 +59,8 @@ protected:
         m_size = bytes.size();
     }
     void open() {
-        m_bench.dialogs.answer = path();
-        m_bench.playback.mnuFilePlayback();
+        m_fixture.dialogs.answer = path();
+        m_fixture.playback.mnuFilePlayback();
     }
     void open(const QStringList &lines) {
         put(lines);
@@ -68,10 +68,10 @@ protected:
     }
     void step(qint16 direction, int times = 1) {
         for (int i = 0; i < times; ++i) {
-            m_bench.playback.Step(direction);
+            m_fixture.playback.Step(direction);
         }
     }
-    [[nodiscard]] QStringList takeLog() { return std::exchange(m_bench.log, {}); }
+    [[nodiscard]] QStringList takeLog() { return std::exchange(m_fixture.log, {}); }
     /// Bytes of \a lines with two for each line end.
     [[nodiscard]] static qint64 sizeOf(const QStringList &lines) {
         qint64 size = 0;
@@ -84,7 +84,7 @@ protected:
     [[nodiscard]] QString place(const QString &time, qint64 used, double part = 1.0,
                                 const QString &date = "21/03/2005") const {
         const double share = part * static_cast<double>(used) / static_cast<double>(m_size);
-        return date + ' ' + time + " / " + m_bench.texts.percentText(share);
+        return date + ' ' + time + " / " + m_fixture.texts.percentText(share);
     }
     template <typename Body>
     [[nodiscard]] static std::optional<UntrappedError> errorOf(Body body) {
@@ -111,10 +111,10 @@ protected:
     [[nodiscard]] QString atLine(int line, const QString &what) const {
         return "Line " + QString::number(line) + " of the file \"" + path() + "\": " + what + '.';
     }
-    [[nodiscard]] ctlChartSpectrum &chart() { return m_bench.ctlChartSpectrum1; }
+    [[nodiscard]] ctlChartSpectrum &chart() { return m_fixture.ctlChartSpectrum1; }
 
     QTemporaryDir m_folder;
-    HistoryBench m_bench;
+    HistoryFixture m_fixture;
     qint64 m_size = 0;
 };
 

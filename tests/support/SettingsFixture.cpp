@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tests/support/InstrumentBench.h"
+#include "tests/support/SettingsFixture.h"
 
 namespace veldron {
 
@@ -24,14 +24,14 @@ QString entry(const char *name, Value value) {
 
 } // namespace
 
-InstrumentBench::InstrumentBench(const QLocale &locale) : texts(locale) {
+SettingsFixture::SettingsFixture(const QLocale &locale) : texts(locale) {
     ctlChartSpectrum1.resize(400, 300);
     line.setUnit(true);
     line.setCommandHook([this](const QString &command) { note(command); });
     setUp();
 }
 
-void InstrumentBench::setUp() {
+void SettingsFixture::setUp() {
     displaySettings.setPersistence(5);
     displaySettings.setUpdate(10);
     displaySettings.setPaletteIndex(0);
@@ -53,33 +53,33 @@ void InstrumentBench::setUp() {
     log.clear();
 }
 
-void InstrumentBench::connectUnit() {
+void SettingsFixture::connectUnit() {
     vdr.setCommPort(1);
     vdr.Connect();
     log.clear();
     m_lastEvent = clock.seconds();
 }
 
-bool InstrumentBench::load(const QString &textLine) {
+bool SettingsFixture::load(const QString &textLine) {
     bool found = true;
     stream.LoadSettings(textLine, found);
     noteWait();
     return found;
 }
 
-void InstrumentBench::loadAll(const QStringList &lines) {
+void SettingsFixture::loadAll(const QStringList &lines) {
     for (const QString &textLine : lines) {
         load(textLine);
     }
 }
 
-QStringList InstrumentBench::saved() const {
+QStringList SettingsFixture::saved() const {
     LineList lines;
     stream.SaveSettings(lines);
     return lines.lines();
 }
 
-QStringList InstrumentBench::changesOf(const QString &textLine) {
+QStringList SettingsFixture::changesOf(const QString &textLine) {
     const QStringList before = state();
     load(textLine);
     QStringList changed;
@@ -91,7 +91,7 @@ QStringList InstrumentBench::changesOf(const QString &textLine) {
     return changed;
 }
 
-void InstrumentBench::noteWait() {
+void SettingsFixture::noteWait() {
     const double passed = clock.seconds() - m_lastEvent;
     m_lastEvent = clock.seconds();
     if (passed > 0.0) {
@@ -99,12 +99,12 @@ void InstrumentBench::noteWait() {
     }
 }
 
-void InstrumentBench::note(const QString &entry) {
+void SettingsFixture::note(const QString &entry) {
     noteWait();
     log.append(entry);
 }
 
-void InstrumentBench::UpdateChartSettings() {
+void SettingsFixture::UpdateChartSettings() {
     note(QStringLiteral("UpdateChartSettings"));
     ctlChartSpectrum &chart = ctlChartSpectrum1;
     const bool channels = ctlMonitorMode1.MonitorMode() == kChannelMode;
@@ -121,7 +121,7 @@ void InstrumentBench::UpdateChartSettings() {
     chart.DrawAxes();
 }
 
-QStringList InstrumentBench::chartState() const {
+QStringList SettingsFixture::chartState() const {
     const ctlChartSpectrum &chart = ctlChartSpectrum1;
     return {entry("chart Peak", chart.Peak()),
             entry("chart Timespan", chart.Timespan()),
@@ -133,7 +133,7 @@ QStringList InstrumentBench::chartState() const {
             entry("chart RXFreq", chart.RXFreq())};
 }
 
-QStringList InstrumentBench::panelState() const {
+QStringList SettingsFixture::panelState() const {
     return {entry("receiver RX", qint32{ctlFrequency1.RX()}),
             entry("receiver Frequency", ctlFrequency1.Frequency()),
             entry("receiver Mode", qint32{ctlFrequency1.Mode()}),
@@ -151,7 +151,7 @@ QStringList InstrumentBench::panelState() const {
             entry("data Samples", qint32{ctlDataMode1.Samples()})};
 }
 
-QStringList InstrumentBench::state() const {
+QStringList SettingsFixture::state() const {
     const QStringList dialogs = {
         entry("dialog PersistenceEnable", displaySettings.PersistenceEnable()),
         entry("dialog Persistence", displaySettings.Persistence()),

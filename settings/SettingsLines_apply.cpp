@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // What each line of a settings block does when it is loaded: first the unit, then the panels; a
 // dialog before the chart. In playback the unit and the dialogs are left alone.
-#include "settings/SettingsStream.h"
+#include "settings/SettingsLines.h"
 
 #include "chart/ctlChartSpectrum.h"
 #include "common/Numbers.h"
@@ -57,11 +57,11 @@ T whole(const QString &value) {
 
 } // namespace
 
-void SettingsStream::wait() {
+void SettingsLines::wait() {
     GeneralUtilities::WaitSeconds(m_clock, kReceiverPause);
 }
 
-Hertz SettingsStream::decimal(const QString &value) const {
+Hertz SettingsLines::decimal(const QString &value) const {
     const auto number = Hertz::fromText(value, m_texts.decimalMark());
     if (!number) {
         throw UntrappedError(
@@ -71,64 +71,64 @@ Hertz SettingsStream::decimal(const QString &value) const {
     return *number;
 }
 
-void SettingsStream::applyStartSettings(const QString &value) {
+void SettingsLines::applyStartSettings(const QString &value) {
     m_session.ScanDate = value;
     m_ChannelStart = m_ChannelStep = m_ChannelEnd = Hertz();
     m_ChannelCount = 0;
 }
 
-void SettingsStream::applyPersistenceOn(const QString &value) {
+void SettingsLines::applyPersistenceOn(const QString &value) {
     if (!m_session.InPlayback) {
-        m_instruments.displaySettings.setPersistenceEnable(flag(value));
+        m_holders.displaySettings.setPersistenceEnable(flag(value));
     }
-    m_instruments.ctlChartSpectrum1.setPeak(flag(value));
+    m_holders.ctlChartSpectrum1.setPeak(flag(value));
 }
 
-void SettingsStream::applyPersistence(const QString &value) {
+void SettingsLines::applyPersistence(const QString &value) {
     if (m_session.InPlayback) {
         return;
     }
     const auto seconds = whole<qint32>(value);
-    m_instruments.displaySettings.setPersistence(seconds);
-    m_instruments.ctlChartSpectrum1.setTimespan(seconds);
+    m_holders.displaySettings.setPersistence(seconds);
+    m_holders.ctlChartSpectrum1.setTimespan(seconds);
 }
 
-void SettingsStream::applyWaterfallOn(const QString &value) {
+void SettingsLines::applyWaterfallOn(const QString &value) {
     if (!m_session.InPlayback) {
-        m_instruments.displaySettings.setWaterfallEnable(flag(value));
+        m_holders.displaySettings.setWaterfallEnable(flag(value));
     }
-    m_instruments.ctlChartSpectrum1.setDisplayType(displayTypeWith(flag(value)));
+    m_holders.ctlChartSpectrum1.setDisplayType(displayTypeWith(flag(value)));
 }
 
-void SettingsStream::applyPalette(const QString &value) {
+void SettingsLines::applyPalette(const QString &value) {
     if (m_session.InPlayback) {
         return;
     }
     const auto index = whole<qint16>(value);
-    m_instruments.displaySettings.setPaletteIndex(index);
-    m_instruments.ctlChartSpectrum1.setPalette(index);
+    m_holders.displaySettings.setPaletteIndex(index);
+    m_holders.ctlChartSpectrum1.setPalette(index);
 }
 
-void SettingsStream::applyUpdate(const QString &value) {
+void SettingsLines::applyUpdate(const QString &value) {
     if (m_session.InPlayback) {
         return;
     }
     const auto seconds = whole<qint32>(value);
-    m_instruments.displaySettings.setUpdate(seconds);
-    m_instruments.ctlChartSpectrum1.setUpdate(seconds);
+    m_holders.displaySettings.setUpdate(seconds);
+    m_holders.ctlChartSpectrum1.setUpdate(seconds);
 }
 
-void SettingsStream::applyMarkerOn(const QString &value) {
+void SettingsLines::applyMarkerOn(const QString &value) {
     if (!m_session.InPlayback) {
-        m_instruments.displaySettings.setMarkerEnable(flag(value));
+        m_holders.displaySettings.setMarkerEnable(flag(value));
     }
-    m_instruments.ctlChartSpectrum1.setMarkerEn(flag(value));
+    m_holders.ctlChartSpectrum1.setMarkerEn(flag(value));
 }
 
-void SettingsStream::applyPoll(const QString &value) {
+void SettingsLines::applyPoll(const QString &value) {
     if (!m_session.InPlayback) {
         const auto milliseconds = whole<qint32>(value);
-        m_instruments.commSettings.setPoll(milliseconds);
+        m_holders.commSettings.setPoll(milliseconds);
         if (milliseconds < 0 || milliseconds > kLongestInterval) {
             throw UntrappedError(
                 UntrappedError::Kind::OutOfRange,
@@ -136,34 +136,34 @@ void SettingsStream::applyPoll(const QString &value) {
         }
         m_host.setPollInterval(milliseconds);
     }
-    m_instruments.ctlChartSpectrum1.setPoll(whole<qint16>(value));
+    m_holders.ctlChartSpectrum1.setPoll(whole<qint16>(value));
 }
 
-void SettingsStream::applyMonitorMode(const QString &value) {
+void SettingsLines::applyMonitorMode(const QString &value) {
     if (!m_session.InPlayback) {
         wait();
-        m_instruments.vdr.setVDRMonitorMode(whole<qint16>(value));
+        m_holders.vdr.setVDRMonitorMode(whole<qint16>(value));
     }
-    m_instruments.ctlMonitorMode1.setMonitorMode(whole<qint16>(value));
+    m_holders.ctlMonitorMode1.setMonitorMode(whole<qint16>(value));
 }
 
-void SettingsStream::applySpan(const QString &value) {
+void SettingsLines::applySpan(const QString &value) {
     if (!m_session.InPlayback) {
-        m_instruments.vdr.setVDRSpan(whole<qint32>(value));
+        m_holders.vdr.setVDRSpan(whole<qint32>(value));
     }
-    m_instruments.ctlMonitorMode1.setfSpan(leadingHertz(value));
+    m_holders.ctlMonitorMode1.setfSpan(leadingHertz(value));
 }
 
-void SettingsStream::applyCentre(const QString &value) {
+void SettingsLines::applyCentre(const QString &value) {
     if (!m_session.InPlayback) {
         wait();
-        m_instruments.vdr.setVDRCentre(decimal(value));
+        m_holders.vdr.setVDRCentre(decimal(value));
     }
-    m_instruments.ctlMonitorMode1.setfCentre(decimal(value));
-    m_instruments.ctlFrequency1.setFrequency(decimal(value));
+    m_holders.ctlMonitorMode1.setfCentre(decimal(value));
+    m_holders.ctlFrequency1.setFrequency(decimal(value));
 }
 
-void SettingsStream::countChannelLine() {
+void SettingsLines::countChannelLine() {
     if (m_ChannelCount == std::numeric_limits<qint16>::max()) {
         throw UntrappedError(UntrappedError::Kind::Overflow,
                              QStringLiteral("there are too many channel lines in one block"));
@@ -171,100 +171,100 @@ void SettingsStream::countChannelLine() {
     ++m_ChannelCount;
 }
 
-void SettingsStream::applyStart(const QString &value) {
+void SettingsLines::applyStart(const QString &value) {
     m_ChannelStart = decimal(value);
     countChannelLine();
 }
 
 // The one channel line that takes the point as its decimal mark whatever the locale.
-void SettingsStream::applyStep(const QString &value) {
+void SettingsLines::applyStep(const QString &value) {
     m_ChannelStep = leadingHertz(value);
     countChannelLine();
 }
 
-void SettingsStream::applyEnd(const QString &value) {
+void SettingsLines::applyEnd(const QString &value) {
     m_ChannelEnd = decimal(value);
     countChannelLine();
 }
 
-void SettingsStream::applyMarkerFrequency(const QString &value) {
-    m_instruments.ctlChartSpectrum1.setRXFreq(leadingHertz(value));
-    m_instruments.ctlFrequency1.setFrequency(leadingHertz(value));
+void SettingsLines::applyMarkerFrequency(const QString &value) {
+    m_holders.ctlChartSpectrum1.setRXFreq(leadingHertz(value));
+    m_holders.ctlFrequency1.setFrequency(leadingHertz(value));
 }
 
-void SettingsStream::applyReceiver(const QString &value) {
+void SettingsLines::applyReceiver(const QString &value) {
     const qint16 code = GeneralUtilities::ReceiverCode(value);
     if (!m_session.InPlayback) {
-        m_instruments.vdr.setRXType(code);
+        m_holders.vdr.setRXType(code);
     }
-    m_instruments.ctlFrequency1.setRX(code);
+    m_holders.ctlFrequency1.setRX(code);
 }
 
-void SettingsStream::applyRXMode(const QString &value) {
+void SettingsLines::applyRXMode(const QString &value) {
     const qint16 code = GeneralUtilities::ModeCode(value);
     if (!m_session.InPlayback) {
         wait();
-        m_instruments.vdr.setRXMode(code);
+        m_holders.vdr.setRXMode(code);
     }
-    m_instruments.ctlFrequency1.setMode(code);
+    m_holders.ctlFrequency1.setMode(code);
 }
 
-void SettingsStream::applyRXStep(const QString &value) {
+void SettingsLines::applyRXStep(const QString &value) {
     if (!m_session.InPlayback) {
         wait();
-        m_instruments.vdr.setRXStep(whole<qint32>(value));
+        m_holders.vdr.setRXStep(whole<qint32>(value));
     }
-    m_instruments.ctlFrequency1.setStep(whole<qint32>(value));
+    m_holders.ctlFrequency1.setStep(whole<qint32>(value));
 }
 
-void SettingsStream::applyRXAtten(const QString &value) {
+void SettingsLines::applyRXAtten(const QString &value) {
     if (!m_session.InPlayback) {
         wait();
-        m_instruments.vdr.setRXAtten(flag(value));
+        m_holders.vdr.setRXAtten(flag(value));
     }
-    m_instruments.ctlFrequency1.setAtten(flag(value));
+    m_holders.ctlFrequency1.setAtten(flag(value));
 }
 
-void SettingsStream::applyRBW(const QString &value) {
+void SettingsLines::applyRBW(const QString &value) {
     const auto code = whole<qint16>(value);
     if (!m_session.InPlayback) {
-        m_instruments.vdr.setVDRRBW(code);
+        m_holders.vdr.setVDRRBW(code);
     }
-    m_instruments.ctlDataMode1.setRBW(code);
+    m_holders.ctlDataMode1.setRBW(code);
 }
 
-void SettingsStream::applyAmp(const QString &value) {
+void SettingsLines::applyAmp(const QString &value) {
     const auto decibels = whole<qint16>(value);
     if (!m_session.InPlayback) {
-        m_instruments.vdr.setVDRAmp(decibels);
+        m_holders.vdr.setVDRAmp(decibels);
     }
-    m_instruments.ctlDataMode1.setAmp(decibels);
+    m_holders.ctlDataMode1.setAmp(decibels);
 }
 
-void SettingsStream::applyDataMode(const QString &value) {
+void SettingsLines::applyDataMode(const QString &value) {
     auto mode = whole<qint16>(value);
     if (!m_session.InPlayback) {
-        m_instruments.vdr.setVDRDataMode(mode);
+        m_holders.vdr.setVDRDataMode(mode);
     }
-    m_instruments.ctlDataMode1.setDataMode(mode);
+    m_holders.ctlDataMode1.setDataMode(mode);
 }
 
-void SettingsStream::applySamples(const QString &value) {
+void SettingsLines::applySamples(const QString &value) {
     const auto samples = whole<qint16>(value);
     if (!m_session.InPlayback) {
-        m_instruments.vdr.setVDRSamples(samples);
+        m_holders.vdr.setVDRSamples(samples);
     }
-    m_instruments.ctlDataMode1.setSamples(samples);
+    m_holders.ctlDataMode1.setSamples(samples);
 }
 
-void SettingsStream::applyChannels() {
+void SettingsLines::applyChannels() {
     const ChannelData channels{m_ChannelStart, m_ChannelStep, m_ChannelEnd};
     if (!m_session.InPlayback) {
-        m_instruments.vdr.setVDRChData(channels);
+        m_holders.vdr.setVDRChData(channels);
         wait();
-        m_instruments.vdr.setVDRMarkerFreq(m_instruments.ctlChartSpectrum1.RXFreq());
+        m_holders.vdr.setVDRMarkerFreq(m_holders.ctlChartSpectrum1.RXFreq());
     }
-    ctlMonitorMode &panel = m_instruments.ctlMonitorMode1;
+    ctlMonitorMode &panel = m_holders.ctlMonitorMode1;
     panel.setfStart(channels[0]);
     panel.setfCentre(channels[1]); // in channel mode this field holds the channel step
     panel.setfEnd(channels[2]);
@@ -272,11 +272,11 @@ void SettingsStream::applyChannels() {
     panel.setfStep(channels[1]);
 }
 
-void SettingsStream::applyEndSettings(const QString & /*value*/) {
+void SettingsLines::applyEndSettings(const QString & /*value*/) {
     if (m_ChannelCount == 3) {
         applyChannels();
     }
-    if (m_instruments.vdr.Connected() && !m_session.InPlayback) {
+    if (m_holders.vdr.Connected() && !m_session.InPlayback) {
         m_host.ReadBackSettings();
     } else {
         m_host.UpdateChartSettings();

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // What a written block looks like, and what each single line does when it is read.
-#include "settings/SettingsStream.h"
+#include "settings/SettingsLines.h"
 
 #include "common/UntrappedError.h"
-#include "tests/support/InstrumentBench.h"
+#include "tests/support/SettingsFixture.h"
 #include "utilities/GeneralUtilities.h"
 
 #include <gtest/gtest.h>
@@ -32,56 +32,57 @@ const QStringList kUnitLines = {"Poll 1000",
                                 "DataMode 1",
                                 "EndSettings "};
 
-TEST(SettingsStream, blockWithOwnReceiver_hasItsLinesInOrder) {
-    const InstrumentBench bench;
-    EXPECT_EQ(bench.saved(), QStringList{"StartSettings 21/03/2005"} + kDisplayLines + kUnitLines);
+TEST(SettingsLines, blockWithOwnReceiver_hasItsLinesInOrder) {
+    const SettingsFixture fixture;
+    EXPECT_EQ(fixture.saved(),
+              QStringList{"StartSettings 21/03/2005"} + kDisplayLines + kUnitLines);
 }
 
-TEST(SettingsStream, blockWhileRecording_hasNoDisplayLines) {
-    InstrumentBench bench;
-    bench.session.Recording = true;
-    EXPECT_EQ(bench.saved(), QStringList{"StartSettings 21/03/2005"} + kUnitLines);
+TEST(SettingsLines, blockWhileRecording_hasNoDisplayLines) {
+    SettingsFixture fixture;
+    fixture.session.Recording = true;
+    EXPECT_EQ(fixture.saved(), QStringList{"StartSettings 21/03/2005"} + kUnitLines);
 }
 
-TEST(SettingsStream, dateOfABlock_isThatOfTheCall) {
-    InstrumentBench bench;
-    bench.clock.setDate(QDate(2026, 12, 31));
-    EXPECT_EQ(bench.saved().first(), "StartSettings 31/12/2026");
+TEST(SettingsLines, dateOfABlock_isThatOfTheCall) {
+    SettingsFixture fixture;
+    fixture.clock.setDate(QDate(2026, 12, 31));
+    EXPECT_EQ(fixture.saved().first(), "StartSettings 31/12/2026");
 }
 
-TEST(SettingsStream, plainReceivers_haveNoReceiverLines) {
+TEST(SettingsLines, plainReceivers_haveNoReceiverLines) {
     for (const qint16 code : {qint16{1}, qint16{2}}) {
-        InstrumentBench bench;
-        bench.ctlFrequency1.setRX(code);
-        const QStringList lines = bench.saved();
+        SettingsFixture fixture;
+        fixture.ctlFrequency1.setRX(code);
+        const QStringList lines = fixture.saved();
         EXPECT_TRUE(lines.contains("Receiver " + GeneralUtilities::ReceiverName(code)));
         EXPECT_TRUE(lines.filter("RX").isEmpty()) << lines.join("|").toStdString();
     }
 }
 
-TEST(SettingsStream, modeNameWithABlankInFront_keepsIt) {
-    InstrumentBench bench;
-    bench.ctlFrequency1.setMode(5);
-    EXPECT_TRUE(bench.saved().contains("RXMode  AM"));
+TEST(SettingsLines, modeNameWithABlankInFront_keepsIt) {
+    SettingsFixture fixture;
+    fixture.ctlFrequency1.setMode(5);
+    EXPECT_TRUE(fixture.saved().contains("RXMode  AM"));
 }
 
-TEST(SettingsStream, samples_areWrittenInTheModesThatHaveThem) {
+TEST(SettingsLines, samples_areWrittenInTheModesThatHaveThem) {
     for (const qint16 mode : {qint16{1}, qint16{2}, qint16{3}, qint16{4}}) {
-        InstrumentBench bench;
+        SettingsFixture fixture;
         qint16 value = mode;
-        bench.ctlDataMode1.setDataMode(value);
-        EXPECT_EQ(bench.saved().contains("Samples 3"), mode == 2 || mode == 4) << mode;
+        fixture.ctlDataMode1.setDataMode(value);
+        EXPECT_EQ(fixture.saved().contains("Samples 3"), mode == 2 || mode == 4) << mode;
     }
 }
 
-TEST(SettingsStream, channelMode_writesFourLinesForTheFrequencyPair) {
-    InstrumentBench bench;
-    bench.ctlMonitorMode1.setMonitorMode(3);
-    bench.ctlMonitorMode1.setfStart(Hertz::fromWhole(88000000));
-    bench.ctlMonitorMode1.setfStep(Hertz::fromWhole(12500));
-    bench.ctlMonitorMode1.setfEnd(Hertz::fromUnits(1080000005000));
-    bench.ctlChartSpectrum1.setRXFreq(Hertz::fromWhole(88012500));
-    const QStringList lines = bench.saved();
+TEST(SettingsLines, channelMode_writesFourLinesForTheFrequencyPair) {
+    SettingsFixture fixture;
+    fixture.ctlMonitorMode1.setMonitorMode(3);
+    fixture.ctlMonitorMode1.setfStart(Hertz::fromWhole(88000000));
+    fixture.ctlMonitorMode1.setfStep(Hertz::fromWhole(12500));
+    fixture.ctlMonitorMode1.setfEnd(Hertz::fromUnits(1080000005000));
+    fixture.ctlChartSpectrum1.setRXFreq(Hertz::fromWhole(88012500));
+    const QStringList lines = fixture.saved();
     const qsizetype place = lines.indexOf("MonitorMode 3");
     EXPECT_EQ(lines.mid(place + 1, 4),
               (QStringList{"Start 88000000", "Step 12500", "End 108000000.5",
@@ -91,23 +92,23 @@ TEST(SettingsStream, channelMode_writesFourLinesForTheFrequencyPair) {
     EXPECT_TRUE(lines.filter("Centre").isEmpty());
 }
 
-TEST(SettingsStream, writing_asksTheUnitNothing) {
-    InstrumentBench bench;
-    bench.connectUnit();
-    EXPECT_FALSE(bench.saved().isEmpty());
-    EXPECT_TRUE(bench.log.isEmpty());
+TEST(SettingsLines, writing_asksTheUnitNothing) {
+    SettingsFixture fixture;
+    fixture.connectUnit();
+    EXPECT_FALSE(fixture.saved().isEmpty());
+    EXPECT_TRUE(fixture.log.isEmpty());
 }
 
-TEST(SettingsStream, commaLocale_writesFrequenciesWithTheComma) {
-    InstrumentBench bench(QLocale(QLocale::German, QLocale::Germany));
-    bench.ctlMonitorMode1.setfCentre(Hertz::fromUnits(1455000002500));
-    EXPECT_TRUE(bench.saved().contains("Centre 145500000,25"));
-    EXPECT_EQ(bench.saved().first(), "StartSettings 21.03.2005");
+TEST(SettingsLines, commaLocale_writesFrequenciesWithTheComma) {
+    SettingsFixture fixture(QLocale(QLocale::German, QLocale::Germany));
+    fixture.ctlMonitorMode1.setfCentre(Hertz::fromUnits(1455000002500));
+    EXPECT_TRUE(fixture.saved().contains("Centre 145500000,25"));
+    EXPECT_EQ(fixture.saved().first(), "StartSettings 21.03.2005");
 }
 
-TEST(SettingsStream, everyRow_hasAKeyOfItsOwn) {
+TEST(SettingsLines, everyRow_hasAKeyOfItsOwn) {
     QStringList keys;
-    for (const SettingsStream::Row &row : SettingsStream::rows()) {
+    for (const SettingsLines::Row &row : SettingsLines::rows()) {
         EXPECT_FALSE(keys.contains(QLatin1String(row.key))) << row.key;
         keys.append(QLatin1String(row.key));
     }
@@ -174,68 +175,68 @@ std::vector<LineCase> lineCases() {
     };
 }
 
-TEST(SettingsStream, everyLineOutsidePlayback_goesToUnitThenHolders) {
+TEST(SettingsLines, everyLineOutsidePlayback_goesToUnitThenHolders) {
     for (const LineCase &item : lineCases()) {
-        InstrumentBench bench;
-        bench.connectUnit();
-        bench.load(item.before);
-        bench.log.clear();
-        EXPECT_EQ(bench.changesOf(item.line), item.changes) << item.line.toStdString();
-        EXPECT_EQ(bench.log, item.log) << item.line.toStdString();
+        SettingsFixture fixture;
+        fixture.connectUnit();
+        fixture.load(item.before);
+        fixture.log.clear();
+        EXPECT_EQ(fixture.changesOf(item.line), item.changes) << item.line.toStdString();
+        EXPECT_EQ(fixture.log, item.log) << item.line.toStdString();
     }
 }
 
-TEST(SettingsStream, everyLineInPlayback_leavesUnitAndDialogsAlone) {
+TEST(SettingsLines, everyLineInPlayback_leavesUnitAndDialogsAlone) {
     for (const LineCase &item : lineCases()) {
-        InstrumentBench bench;
-        bench.connectUnit();
-        bench.session.InPlayback = true;
-        bench.load(item.before);
-        bench.log.clear();
-        EXPECT_EQ(bench.changesOf(item.line), item.playbackChanges) << item.line.toStdString();
+        SettingsFixture fixture;
+        fixture.connectUnit();
+        fixture.session.InPlayback = true;
+        fixture.load(item.before);
+        fixture.log.clear();
+        EXPECT_EQ(fixture.changesOf(item.line), item.playbackChanges) << item.line.toStdString();
         const bool isEnd = item.line.startsWith("EndSettings");
-        EXPECT_EQ(bench.log, isEnd ? QStringList{"UpdateChartSettings"} : QStringList{})
+        EXPECT_EQ(fixture.log, isEnd ? QStringList{"UpdateChartSettings"} : QStringList{})
             << item.line.toStdString();
     }
 }
 
-TEST(SettingsStream, tableOfLines_coversEveryKey) {
+TEST(SettingsLines, tableOfLines_coversEveryKey) {
     const std::vector<LineCase> cases = lineCases();
-    ASSERT_EQ(cases.size(), SettingsStream::rows().size());
+    ASSERT_EQ(cases.size(), SettingsLines::rows().size());
     for (std::size_t i = 0; i < cases.size(); ++i) {
-        EXPECT_TRUE(cases[i].line.startsWith(QLatin1String(SettingsStream::rows()[i].key)));
+        EXPECT_TRUE(cases[i].line.startsWith(QLatin1String(SettingsLines::rows()[i].key)));
     }
 }
 
-TEST(SettingsStream, unitWrite_isTheFirstThingOfItsLine) {
+TEST(SettingsLines, unitWrite_isTheFirstThingOfItsLine) {
     int writes = 0;
     for (const LineCase &item : lineCases()) {
-        InstrumentBench bench;
-        bench.connectUnit();
-        bench.load(item.before);
-        const QStringList before = bench.state();
-        bench.line.setCommandHook([&](const QString &command) {
+        SettingsFixture fixture;
+        fixture.connectUnit();
+        fixture.load(item.before);
+        const QStringList before = fixture.state();
+        fixture.line.setCommandHook([&](const QString &command) {
             ++writes;
-            EXPECT_EQ(bench.state(), before) << command.toStdString();
+            EXPECT_EQ(fixture.state(), before) << command.toStdString();
         });
-        bench.load(item.line);
+        fixture.load(item.line);
     }
     EXPECT_EQ(writes, 11);
 }
 
-TEST(SettingsStream, writesWithThePortClosed_leaveThePanelsWritten) {
-    InstrumentBench bench;
-    bench.load("RBW 4");
-    EXPECT_EQ(bench.ctlDataMode1.RBW(), 4);
-    EXPECT_TRUE(bench.log.isEmpty());
-    bench.load("EndSettings");
-    EXPECT_EQ(bench.log, QStringList{"UpdateChartSettings"});
+TEST(SettingsLines, writesWithThePortClosed_leaveThePanelsWritten) {
+    SettingsFixture fixture;
+    fixture.load("RBW 4");
+    EXPECT_EQ(fixture.ctlDataMode1.RBW(), 4);
+    EXPECT_TRUE(fixture.log.isEmpty());
+    fixture.load("EndSettings");
+    EXPECT_EQ(fixture.log, QStringList{"UpdateChartSettings"});
 }
 
-TEST(SettingsStream, waitWithThePortClosed_isStillMade) {
-    InstrumentBench bench;
-    bench.load("MonitorMode 2");
-    EXPECT_EQ(bench.log, QStringList{"wait 1.0"});
+TEST(SettingsLines, waitWithThePortClosed_isStillMade) {
+    SettingsFixture fixture;
+    fixture.load("MonitorMode 2");
+    EXPECT_EQ(fixture.log, QStringList{"wait 1.0"});
 }
 
 struct BadCase {
@@ -273,86 +274,86 @@ constexpr BadCase kBadLines[] = {
     {"Data  10:00:00", Kind::OutOfRange},
 };
 
-TEST(SettingsStream, badValue_isUntrapped) {
+TEST(SettingsLines, badValue_isUntrapped) {
     for (const BadCase &item : kBadLines) {
-        InstrumentBench bench;
-        bench.connectUnit();
+        SettingsFixture fixture;
+        fixture.connectUnit();
         try {
-            bench.load(item.line);
+            fixture.load(item.line);
             ADD_FAILURE() << item.line;
         } catch (const UntrappedError &error) {
             EXPECT_EQ(error.kind(), item.kind) << item.line << ": " << error.what();
             EXPECT_FALSE(error.message().isEmpty());
         }
-        EXPECT_TRUE(bench.log.filter("W").isEmpty()) << item.line;
+        EXPECT_TRUE(fixture.log.filter("W").isEmpty()) << item.line;
     }
 }
 
-TEST(SettingsStream, badValueInPlayback_isUntrappedToo) {
+TEST(SettingsLines, badValueInPlayback_isUntrappedToo) {
     for (const char *line : {"Centre x", "Poll 40000", "MonitorMode 40000", "RXStep 3000000000",
                              "RBW 40000", "Span 1000000000000000"}) {
-        InstrumentBench bench;
-        bench.session.InPlayback = true;
-        EXPECT_THROW(bench.load(line), UntrappedError) << line;
+        SettingsFixture fixture;
+        fixture.session.InPlayback = true;
+        EXPECT_THROW(fixture.load(line), UntrappedError) << line;
     }
 }
 
-TEST(SettingsStream, numberWithTextBehindIt_isItsLeadingNumber) {
-    InstrumentBench bench;
-    bench.loadAll({"Palette 3abc", "Persistence 60 s", "RBW 2.5", "Amp -10dB"});
-    EXPECT_EQ(bench.displaySettings.PaletteIndex(), 3);
-    EXPECT_EQ(bench.displaySettings.Persistence(), 60);
-    EXPECT_EQ(bench.ctlDataMode1.RBW(), 2); // half to even
-    EXPECT_EQ(bench.ctlDataMode1.Amp(), -10);
+TEST(SettingsLines, numberWithTextBehindIt_isItsLeadingNumber) {
+    SettingsFixture fixture;
+    fixture.loadAll({"Palette 3abc", "Persistence 60 s", "RBW 2.5", "Amp -10dB"});
+    EXPECT_EQ(fixture.displaySettings.PaletteIndex(), 3);
+    EXPECT_EQ(fixture.displaySettings.Persistence(), 60);
+    EXPECT_EQ(fixture.ctlDataMode1.RBW(), 2); // half to even
+    EXPECT_EQ(fixture.ctlDataMode1.Amp(), -10);
 }
 
-TEST(SettingsStream, noNumberAtAll_isNought) {
-    InstrumentBench bench;
-    bench.loadAll({"Palette 3", "Palette none", "RBW x"});
-    EXPECT_EQ(bench.displaySettings.PaletteIndex(), 0);
-    EXPECT_EQ(bench.ctlDataMode1.RBW(), 0);
+TEST(SettingsLines, noNumberAtAll_isNought) {
+    SettingsFixture fixture;
+    fixture.loadAll({"Palette 3", "Palette none", "RBW x"});
+    EXPECT_EQ(fixture.displaySettings.PaletteIndex(), 0);
+    EXPECT_EQ(fixture.ctlDataMode1.RBW(), 0);
 }
 
-TEST(SettingsStream, flag_isTrueForTheExactWordOnly) {
+TEST(SettingsLines, flag_isTrueForTheExactWordOnly) {
     for (const char *value : {"true", "TRUE", "True ", " True", "1", "-1", ""}) {
-        InstrumentBench bench;
-        bench.load("RXAtten True");
-        EXPECT_TRUE(bench.ctlFrequency1.Atten());
-        bench.load(QStringLiteral("RXAtten ") + value);
-        EXPECT_FALSE(bench.ctlFrequency1.Atten()) << value;
+        SettingsFixture fixture;
+        fixture.load("RXAtten True");
+        EXPECT_TRUE(fixture.ctlFrequency1.Atten());
+        fixture.load(QStringLiteral("RXAtten ") + value);
+        EXPECT_FALSE(fixture.ctlFrequency1.Atten()) << value;
     }
 }
 
-TEST(SettingsStream, unknownName_sendsCodeNought) {
-    InstrumentBench bench;
-    bench.connectUnit();
-    bench.loadAll({"Receiver vk1100", "RXMode AM"});
-    EXPECT_EQ(bench.log, (QStringList{"WURX0", "wait 1.0", "WUMD0"}));
+TEST(SettingsLines, unknownName_sendsCodeNought) {
+    SettingsFixture fixture;
+    fixture.connectUnit();
+    fixture.loadAll({"Receiver vk1100", "RXMode AM"});
+    EXPECT_EQ(fixture.log, (QStringList{"WURX0", "wait 1.0", "WUMD0"}));
 }
 
-TEST(SettingsStream, unknownReceiver_leavesThePanelWithoutOne) {
-    InstrumentBench bench;
-    ASSERT_NE(bench.ctlFrequency1.RX(), 0);
-    bench.load("Receiver vk1100");
-    EXPECT_EQ(bench.ctlFrequency1.RX(), 0);
-    EXPECT_EQ(bench.ctlFrequency1.findChild<QComboBox *>("cboRX")->currentIndex(), -1);
-    EXPECT_TRUE(bench.ctlFrequency1.findChild<QComboBox *>("cboMode")->isHidden());
+TEST(SettingsLines, unknownReceiver_leavesThePanelWithoutOne) {
+    SettingsFixture fixture;
+    ASSERT_NE(fixture.ctlFrequency1.RX(), 0);
+    fixture.load("Receiver vk1100");
+    EXPECT_EQ(fixture.ctlFrequency1.RX(), 0);
+    EXPECT_EQ(fixture.ctlFrequency1.findChild<QComboBox *>("cboRX")->currentIndex(), -1);
+    EXPECT_TRUE(fixture.ctlFrequency1.findChild<QComboBox *>("cboMode")->isHidden());
 }
 
-TEST(SettingsStream, unknownMode_isNoneThatThePanelTakes) {
-    InstrumentBench bench;
-    bench.load("RXMode WFM");
-    const qint16 mode = bench.ctlFrequency1.Mode();
-    EXPECT_TRUE(bench.changesOf("RXMode AM").isEmpty());
-    EXPECT_EQ(bench.ctlFrequency1.Mode(), mode);
+TEST(SettingsLines, unknownMode_isNoneThatThePanelTakes) {
+    SettingsFixture fixture;
+    fixture.load("RXMode WFM");
+    const qint16 mode = fixture.ctlFrequency1.Mode();
+    EXPECT_TRUE(fixture.changesOf("RXMode AM").isEmpty());
+    EXPECT_EQ(fixture.ctlFrequency1.Mode(), mode);
 }
 
-TEST(SettingsStream, linesOfOtherFormats_doNothing) {
+TEST(SettingsLines, linesOfOtherFormats_doNothing) {
     for (const char *line : {"", " ", "rbw 4", "RBW\t4", " RBW 4", "RBW4", "Nonsense 1",
                              "VELDRONv1 Settings", "Data10", "data x y"}) {
-        InstrumentBench bench;
-        EXPECT_TRUE(bench.changesOf(line).isEmpty()) << line;
-        EXPECT_TRUE(bench.log.isEmpty()) << line;
+        SettingsFixture fixture;
+        EXPECT_TRUE(fixture.changesOf(line).isEmpty()) << line;
+        EXPECT_TRUE(fixture.log.isEmpty()) << line;
     }
 }
 

@@ -10,10 +10,10 @@
 #include "panels/ctlFrequency.h"
 #include "panels/ctlMonitorMode.h"
 #include "settings/FileDialogs.h"
-#include "settings/Instruments.h"
 #include "settings/SessionState.h"
+#include "settings/SettingHolders.h"
 #include "settings/SettingsHost.h"
-#include "settings/SettingsStream.h"
+#include "settings/SettingsLines.h"
 #include "settings/frmCommSettings.h"
 #include "settings/frmDisplaySettings.h"
 #include "tests/support/ManualClock.h"
@@ -58,9 +58,9 @@ public:
 /// The real panels, chart, dialogs and link on a scripted serial line, with a settings stream over
 /// them and no form. What would be the form's part is noted in the log, in one list with the
 /// commands on the line and the waits between them.
-class InstrumentBench : public SettingsHost {
+class SettingsFixture : public SettingsHost {
 public:
-    explicit InstrumentBench(const QLocale &locale = QLocale(QLocale::English,
+    explicit SettingsFixture(const QLocale &locale = QLocale(QLocale::English,
                                                              QLocale::UnitedKingdom));
 
     /// Gives all holders their start values, and empties the log.
@@ -99,10 +99,10 @@ public:
     frmDisplaySettings displaySettings{nullptr};
     frmCommSettings commSettings{vdr, ErrorGuard([](const UntrappedError &) {}), nullptr};
     SessionState session;
-    Instruments instruments{vdr,          ctlFrequency1,     ctlMonitorMode1,
-                            ctlDataMode1, ctlChartSpectrum1, displaySettings,
-                            commSettings};
-    SettingsStream stream{instruments, session, *this, clock, texts};
+    SettingHolders holders{vdr,          ctlFrequency1,     ctlMonitorMode1,
+                           ctlDataMode1, ctlChartSpectrum1, displaySettings,
+                           commSettings};
+    SettingsLines stream{holders, session, *this, clock, texts};
     /// Commands, "wait 1.0" between them, and what was asked of the form.
     QStringList log;
 

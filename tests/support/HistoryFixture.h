@@ -4,7 +4,7 @@
 #include "history/HistoryHost.h"
 #include "history/PlaybackEngine.h"
 #include "history/Recorder.h"
-#include "tests/support/InstrumentBench.h"
+#include "tests/support/SettingsFixture.h"
 
 namespace veldron {
 
@@ -25,14 +25,14 @@ public:
     QString nameError;
 };
 
-/// A bench with recorder and playback engine, and the form's part of them noted in the log.
-class HistoryBench : public InstrumentBench, public HistoryHost {
+/// A fixture with recorder and playback engine, and the form's part of them noted in the log.
+class HistoryFixture : public SettingsFixture, public HistoryHost {
 public:
-    using InstrumentBench::InstrumentBench;
+    using SettingsFixture::SettingsFixture;
 
     void SetControlsEnabled(bool enable) override { note("SetControlsEnabled", enable); }
     void setRecordCaption(const QString &caption) override {
-        InstrumentBench::note(QStringLiteral("caption ") + caption);
+        SettingsFixture::note(QStringLiteral("caption ") + caption);
     }
     void setRecordEnabled(bool enable) override { note("record enabled", enable); }
     void showTransport(bool visible) override { note("transport visible", visible); }
@@ -40,22 +40,22 @@ public:
     [[nodiscard]] qint16 PollPeriod() const override { return pollPeriod; }
     void showStatus(const QString &text) override {
         status = text;
-        InstrumentBench::note(QStringLiteral("panel 1: ") + text);
+        SettingsFixture::note(QStringLiteral("panel 1: ") + text);
     }
     void hideClockAndActivity() override {
-        InstrumentBench::note(QStringLiteral("no clock and activity"));
+        SettingsFixture::note(QStringLiteral("no clock and activity"));
     }
     void showPlaybackPlace(const QString &time, const QString &percent) override {
         place = time + QStringLiteral(" / ") + percent;
-        InstrumentBench::note(QStringLiteral("place: ") + place);
+        SettingsFixture::note(QStringLiteral("place: ") + place);
     }
     void showClockAndActivity() override {
-        InstrumentBench::note(QStringLiteral("clock and activity"));
+        SettingsFixture::note(QStringLiteral("clock and activity"));
     }
-    void stopTransport() override { InstrumentBench::note(QStringLiteral("StopPlay")); }
+    void stopTransport() override { SettingsFixture::note(QStringLiteral("StopPlay")); }
     /// The last step of the form's routine is here too: a running recording takes a block.
     void ReadBackSettings() override {
-        InstrumentBench::ReadBackSettings();
+        SettingsFixture::ReadBackSettings();
         if (session.Recording) {
             recorder.writeSettings();
         }
@@ -68,13 +68,13 @@ public:
     CountingDisk disk;
     Recorder recorder{{session, stream, *this, dialogs, clock, texts,
                        QStringLiteral("the/program/folder"), disk}};
-    PlaybackEngine playback{{instruments, session, stream, *this, dialogs, texts,
-                             QStringLiteral("the/program/folder")}};
+    PlaybackEngine playback{
+        {holders, session, stream, *this, dialogs, texts, QStringLiteral("the/program/folder")}};
 
 private:
-    using InstrumentBench::note;
+    using SettingsFixture::note;
     void note(const char *what, bool on) {
-        InstrumentBench::note(QLatin1String(what) + QLatin1String(on ? " on" : " off"));
+        SettingsFixture::note(QLatin1String(what) + QLatin1String(on ? " on" : " off"));
     }
 };
 

@@ -5,8 +5,8 @@
 #include "common/DateTimeText.h"
 #include "common/Hertz.h"
 #include "common/TextFile.h"
-#include "settings/Instruments.h"
 #include "settings/SessionState.h"
+#include "settings/SettingHolders.h"
 #include "settings/SettingsHost.h"
 
 #include <QString>
@@ -24,10 +24,10 @@ namespace veldron {
 ///
 /// Errors: a value that can't be converted, an integer out of its range and a scan line without a
 /// time are UntrappedErrors; the lines before stay applied.
-class SettingsStream {
+class SettingsLines {
 public:
-    SettingsStream(const Instruments &instruments, SessionState &session, SettingsHost &host,
-                   Clock &clock, const DateTimeText &texts);
+    SettingsLines(const SettingHolders &holders, SessionState &session, SettingsHost &host,
+                  Clock &clock, const DateTimeText &texts);
 
     /// Writes one block to \a stream: in short form (without the display lines) while Recording.
     void SaveSettings(LineSink &stream) const;
@@ -39,11 +39,11 @@ public:
     struct Row {
         const char *key;
         /// Whether the block holds the line as things stand.
-        bool (*isWritten)(const SettingsStream &stream);
+        bool (*isWritten)(const SettingsLines &stream);
         /// The value's text.
-        QString (*source)(const SettingsStream &stream);
+        QString (*source)(const SettingsLines &stream);
         /// What a line of this key does.
-        void (SettingsStream::*apply)(const QString &value);
+        void (SettingsLines::*apply)(const QString &value);
     };
     /// All lines in the order in which they are written.
     [[nodiscard]] static std::span<const Row> rows();
@@ -81,7 +81,7 @@ private:
     void takeScan(const QString &value);
     [[nodiscard]] Hertz decimal(const QString &value) const;
 
-    Instruments m_instruments;
+    SettingHolders m_holders;
     SessionState &m_session;
     SettingsHost &m_host;
     Clock &m_clock;

@@ -13,7 +13,7 @@ class frmCommSettings;
 
 /// Everything that holds a setting: the unit behind the link, the three panels, the chart and the
 /// two dialogs. The form owns them all; they outlive whoever is given this.
-struct Instruments {
+struct SettingHolders {
     frmVDR &vdr;
     ctlFrequency &ctlFrequency1;
     ctlMonitorMode &ctlMonitorMode1;
