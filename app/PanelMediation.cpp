@@ -15,14 +15,8 @@ namespace veldron {
 namespace {
 
 constexpr qint16 kChannelMode = 3;
-constexpr qint16 kNormal = 1;
-constexpr qint16 kMax = 3;
 /// How long the unit is given after its receiver was changed, in seconds.
 constexpr float kReceiverPause = 1.0F;
-
-bool hasSamples(qint16 dataMode) {
-    return dataMode == 2 || dataMode == 4;
-}
 
 } // namespace
 
@@ -135,21 +129,22 @@ void PanelMediation::confirmAmp() {
 }
 
 void PanelMediation::confirmDataMode() {
-    m_instruments.vdr.setVDRDataMode(m_instruments.ctlDataMode1.DataMode());
+    m_instruments.vdr.setVDRDataMode(DataModeCode(m_instruments.ctlDataMode1.DataMode()));
     readDataModeBack();
 }
 
 /// The order of the two writes is the unit's: Normal first, then Max, whatever mode was set.
 void PanelMediation::resetLevels() {
-    m_instruments.vdr.setVDRDataMode(kNormal);
-    m_instruments.vdr.setVDRDataMode(kMax);
+    m_instruments.vdr.setVDRDataMode(DataModeCode::Normal);
+    m_instruments.vdr.setVDRDataMode(DataModeCode::Max);
     readDataModeBack();
 }
 
 void PanelMediation::readDataModeBack() {
     ctlDataMode &panel = m_instruments.ctlDataMode1;
-    const qint16 reported = m_instruments.vdr.VDRDataMode();
-    qint16 mode = reported; // the panel turns a mode that it doesn't know into Normal
+    const DataModeCode reported = m_instruments.vdr.VDRDataMode();
+    auto mode =
+        static_cast<qint16>(reported); // the panel turns a mode that it doesn't know into Normal
     panel.setDataMode(mode);
     if (hasSamples(reported)) {
         panel.setSamples(m_instruments.vdr.VDRSamples());
@@ -187,8 +182,8 @@ void PanelMediation::ctlMonitorMode1_Changed(qint32 What) {
 void PanelMediation::changeMonitorMode() {
     frmVDR &unit = m_instruments.vdr;
     ctlMonitorMode &panel = m_instruments.ctlMonitorMode1;
-    unit.setVDRMonitorMode(panel.MonitorMode());
-    panel.setMonitorMode(unit.VDRMonitorMode());
+    unit.setVDRMonitorMode(MonitorModeCode(panel.MonitorMode()));
+    panel.setMonitorMode(static_cast<qint16>(unit.VDRMonitorMode()));
     if (isChannelMode()) {
         readChannelsIn();
         return;
@@ -261,11 +256,11 @@ void PanelMediation::ReadBackSettings() {
     receiver.setAtten(unit.RXAtten());
     receiver.setMode(unit.RXMode());
     data.setAmp(unit.VDRAmp());
-    qint16 dataMode = unit.VDRDataMode();
+    auto dataMode = static_cast<qint16>(unit.VDRDataMode());
     data.setDataMode(dataMode);
     data.setRBW(unit.VDRRBW());
     data.setSamples(unit.VDRSamples());
-    m_instruments.ctlMonitorMode1.setMonitorMode(unit.VDRMonitorMode());
+    m_instruments.ctlMonitorMode1.setMonitorMode(static_cast<qint16>(unit.VDRMonitorMode()));
     readBackFrequencies();
     UpdateChartSettings();
     m_host.startPollTimer(m_instruments.commSettings.Poll());

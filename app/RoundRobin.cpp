@@ -48,13 +48,14 @@ bool RoundRobin::differs(qint16 step) {
     case 5:
         return unit.VDRAmp() != data.Amp();
     case 6:
-        return unit.VDRDataMode() != data.DataMode();
+        return unit.VDRDataMode() != DataModeCode(data.DataMode());
     case 7:
         return unit.VDRRBW() != data.RBW();
     case 8:
         return unit.VDRSamples() != data.Samples();
     case 9:
-        return unit.VDRMonitorMode() != m_instruments.ctlMonitorMode1.MonitorMode();
+        return unit.VDRMonitorMode() !=
+               MonitorModeCode(m_instruments.ctlMonitorMode1.MonitorMode());
     default:
         return false;
     }

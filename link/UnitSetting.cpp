@@ -149,9 +149,9 @@ UnitSettingRows unitSettingRows() {
         .RXAtten = {{"WUAT", "RUAT"}, false, kSwitch},
         .VDRAmp = {{"WSGN", "RSGN"}, -1, kLeadingCode<qint16>},
         .VDRRBW = {{"WSBW", "RSBW"}, -1, kLeadingCode<qint16>},
-        .VDRDataMode = {{"WSDM", "RSDM"}, -1, kLeadingCode<qint16>},
+        .VDRDataMode = {{"WSDM", "RSDM"}, DataModeCode(-1), kLeadingCode<DataModeCode>},
         .VDRSamples = {kAverageSamples, -1, kLeadingCode<qint16>},
-        .VDRMonitorMode = {{"WUOM", "RUOM"}, -1, kLeadingCode<qint16>},
+        .VDRMonitorMode = {{"WUOM", "RUOM"}, MonitorModeCode(-1), kLeadingCode<MonitorModeCode>},
         .VDRCentre = {{"WSCF", "RSCF"}, kFailedFrequency, kFrequency},
         .VDRSpan = {{"WSSP", "RSSP"}, -1, kSpan},
         // The blank is part of the write letters.

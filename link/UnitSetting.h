@@ -4,6 +4,7 @@
 #pragma once
 
 #include "common/Hertz.h"
+#include "utilities/Codes.h"
 
 #include <QString>
 #include <QtGlobal>
@@ -59,10 +60,10 @@ struct UnitSettingRows {
     UnitSetting<bool> RXAtten;
     UnitSetting<qint16> VDRAmp;
     UnitSetting<qint16> VDRRBW;
-    UnitSetting<qint16> VDRDataMode;
+    UnitSetting<DataModeCode> VDRDataMode;
     /// Its letters are those of the data mode in force.
     UnitSetting<qint16> VDRSamples;
-    UnitSetting<qint16> VDRMonitorMode;
+    UnitSetting<MonitorModeCode> VDRMonitorMode;
     UnitSetting<Hertz> VDRCentre;
     UnitSetting<qint32> VDRSpan;
     UnitSetting<ChannelData> VDRChData;

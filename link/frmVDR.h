@@ -81,16 +81,14 @@ public:
     /// Code of the resolution bandwidth, 1 to 4.
     qint16 VDRRBW();
     void setVDRRBW(qint16 value);
-    /// 1 Normal, 2 Avg, 3 Max, 4 Med.
-    qint16 VDRDataMode();
-    void setVDRDataMode(qint16 value);
-    /// Sample count of the cached data mode, 2 or 4. In other modes nothing is sent: the getter
-    /// gives the last value, the setter does nothing.
+    DataModeCode VDRDataMode();
+    void setVDRDataMode(DataModeCode value);
+    /// Sample count of the cached data mode, Average or Median. In other modes nothing is sent: the
+    /// getter gives the last value, the setter does nothing.
     qint16 VDRSamples();
     void setVDRSamples(qint16 value);
-    /// 3 is channel mode.
-    qint16 VDRMonitorMode();
-    void setVDRMonitorMode(qint16 value);
+    MonitorModeCode VDRMonitorMode();
+    void setVDRMonitorMode(MonitorModeCode value);
     Hertz VDRCentre();
     void setVDRCentre(Hertz value);
     /// Span in hertz.

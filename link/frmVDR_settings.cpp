@@ -11,10 +11,6 @@ namespace veldron {
 
 namespace {
 
-constexpr qint16 kAverageMode = 2;
-constexpr qint16 kMedianMode = 4;
-constexpr qint16 kChannelMode = 3;
-
 Hertz magnitude(Hertz value) {
     return value < Hertz() ? -value : value;
 }
@@ -105,20 +101,20 @@ void frmVDR::setVDRRBW(qint16 value) {
     write(m_settings.VDRRBW, value);
 }
 
-qint16 frmVDR::VDRDataMode() {
+DataModeCode frmVDR::VDRDataMode() {
     return read(m_settings.VDRDataMode);
 }
 
-void frmVDR::setVDRDataMode(qint16 value) {
+void frmVDR::setVDRDataMode(DataModeCode value) {
     write(m_settings.VDRDataMode, value);
 }
 
 const SettingLetters *frmVDR::samplesLetters() const {
-    const qint16 mode = m_settings.VDRDataMode.cached;
-    if (mode == kAverageMode) {
-        return &kAverageSamples;
+    const DataModeCode mode = m_settings.VDRDataMode.cached;
+    if (!hasSamples(mode)) {
+        return nullptr;
     }
-    return mode == kMedianMode ? &kMedianSamples : nullptr;
+    return mode == DataModeCode::Median ? &kMedianSamples : &kAverageSamples;
 }
 
 qint16 frmVDR::VDRSamples() {
@@ -133,11 +129,11 @@ void frmVDR::setVDRSamples(qint16 value) {
     }
 }
 
-qint16 frmVDR::VDRMonitorMode() {
+MonitorModeCode frmVDR::VDRMonitorMode() {
     return read(m_settings.VDRMonitorMode);
 }
 
-void frmVDR::setVDRMonitorMode(qint16 value) {
+void frmVDR::setVDRMonitorMode(MonitorModeCode value) {
     write(m_settings.VDRMonitorMode, value);
 }
 
@@ -170,7 +166,7 @@ Hertz frmVDR::VDRMarkerFreq() {
 }
 
 qint32 frmVDR::markerStep() const {
-    if (m_settings.VDRMonitorMode.cached == kChannelMode) {
+    if (m_settings.VDRMonitorMode.cached == MonitorModeCode::Channel) {
         return m_settings.VDRChData.cached[1].roundedTo32();
     }
     return Numbers::roundTo<qint32>(static_cast<double>(m_settings.VDRSpan.cached) /

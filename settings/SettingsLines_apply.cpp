@@ -142,7 +142,7 @@ void SettingsLines::applyPoll(const QString &value) {
 void SettingsLines::applyMonitorMode(const QString &value) {
     if (!m_session.InPlayback) {
         wait();
-        m_holders.vdr.setVDRMonitorMode(whole<qint16>(value));
+        m_holders.vdr.setVDRMonitorMode(MonitorModeCode(whole<qint16>(value)));
     }
     m_holders.ctlMonitorMode1.setMonitorMode(whole<qint16>(value));
 }
@@ -244,7 +244,7 @@ void SettingsLines::applyAmp(const QString &value) {
 void SettingsLines::applyDataMode(const QString &value) {
     auto mode = whole<qint16>(value);
     if (!m_session.InPlayback) {
-        m_holders.vdr.setVDRDataMode(mode);
+        m_holders.vdr.setVDRDataMode(DataModeCode(mode));
     }
     m_holders.ctlDataMode1.setDataMode(mode);
 }

@@ -34,8 +34,8 @@ TEST_F(UnitSettingTest, codesAndCounts_areWrittenAsTheyAre) {
     expectWrite<qint16>(rows.VDRAmp, -30, "WSGN-30", "WSGN-30");
     expectWrite<qint16>(rows.VDRRBW, 4, "WSBW4", "WSBW4");
     expectWrite<qint16>(rows.VDRSamples, 16, "WSAV16", "WSAV16");
-    expectWrite<qint16>(rows.VDRDataMode, 2, "WSDM2", "WSDM2");
-    expectWrite<qint16>(rows.VDRMonitorMode, 1, "WUOM1", "WUOM1");
+    expectWrite(rows.VDRDataMode, DataModeCode::Average, "WSDM2", "WSDM2");
+    expectWrite(rows.VDRMonitorMode, MonitorModeCode::Spectrum, "WUOM1", "WUOM1");
 }
 
 TEST_F(UnitSettingTest, receiver_isReportedByItsReadLetters) {
@@ -119,8 +119,9 @@ TEST_F(UnitSettingTest, otherNumbers_areReadFromTheBeginOfTheText) {
     expectRead<qint16>(rows.VDRAmp, "99999", 32767);
     expectRead<qint16>(rows.VDRRBW, " 4", 4);
     expectRead<qint16>(rows.VDRSamples, "9 samples", 9);
-    expectRead<qint16>(rows.VDRDataMode, "2", 2);
-    expectRead<qint16>(rows.VDRMonitorMode, "3", 3);
+    expectRead(rows.VDRDataMode, "2", std::optional(DataModeCode::Average));
+    expectRead(rows.VDRMonitorMode, "3", std::optional(MonitorModeCode::Channel));
+    expectRead(rows.VDRMonitorMode, "9", std::optional(MonitorModeCode(9)));
 }
 
 TEST_F(UnitSettingTest, frequencies_areReadFromTheBeginOfTheText) {

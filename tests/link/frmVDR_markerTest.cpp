@@ -21,7 +21,7 @@ protected:
         vdr.VDRMarkerFreq();
     }
     void channelStep(qint64 hertz) {
-        vdr.setVDRMonitorMode(3);
+        vdr.setVDRMonitorMode(MonitorModeCode::Channel);
         vdr.setVDRChData(
             {Hertz::fromWhole(144000000), Hertz::fromWhole(hertz), Hertz::fromWhole(146000000)});
         control.clearCommands();
@@ -190,7 +190,7 @@ TEST_F(FrmVDRMarker, failedChannelData_isAStepOfOneHertzInTheWaysDirection) {
 
 TEST_F(FrmVDRMarker, otherModes_takeTheSpan) {
     channelStep(25000);
-    vdr.setVDRMonitorMode(2);
+    vdr.setVDRMonitorMode(MonitorModeCode::Step);
     control.clearCommands();
     moveBy(kStep);
     EXPECT_EQ(moves(), "+.");

@@ -12,8 +12,8 @@ class FrmVDRSettings : public LinkFixture {
 protected:
     FrmVDRSettings() { bringUp(); }
     /// The unit is in \a mode and the link knows it.
-    void dataMode(qint16 mode) {
-        control.queueReply(QStringLiteral("WSDM%1").arg(mode), " \r\n");
+    void dataMode(DataModeCode mode) {
+        control.queueReply(QStringLiteral("WSDM%1").arg(static_cast<qint16>(mode)), " \r\n");
         vdr.setVDRDataMode(mode);
         control.clearCommands();
     }
@@ -23,6 +23,12 @@ protected:
 
 QString text(qint32 value) {
     return QString::number(value);
+}
+QString text(DataModeCode value) {
+    return text(qint32{static_cast<qint16>(value)});
+}
+QString text(MonitorModeCode value) {
+    return text(qint32{static_cast<qint16>(value)});
 }
 QString text(bool value) {
     return value ? "on" : "off";
@@ -113,10 +119,12 @@ const std::vector<Row> &rows() {
                     {"WSBW4", "WSBW4", "RSBW", "SBW2 \r\n", "-1"}, 2),
         row<qint16>("VDRSamples", &S::VDRSamples, &V::VDRSamples, &V::setVDRSamples, 16,
                     {"WSAV16", "WSAV16", "RSAV", "SAV9 \r\n", "-1"}, 9),
-        row<qint16>("VDRDataMode", &S::VDRDataMode, &V::VDRDataMode, &V::setVDRDataMode, 4,
-                    {"WSDM4", "WSDM4", "RSDM", "SDM2 \r\n", "-1"}, 2),
-        row<qint16>("VDRMonitorMode", &S::VDRMonitorMode, &V::VDRMonitorMode, &V::setVDRMonitorMode,
-                    3, {"WUOM3", "WUOM3", "RUOM", "UOM2 \r\n", "-1"}, 2),
+        row<DataModeCode>("VDRDataMode", &S::VDRDataMode, &V::VDRDataMode, &V::setVDRDataMode,
+                          DataModeCode::Median, {"WSDM4", "WSDM4", "RSDM", "SDM2 \r\n", "-1"},
+                          DataModeCode::Average),
+        row<MonitorModeCode>("VDRMonitorMode", &S::VDRMonitorMode, &V::VDRMonitorMode,
+                             &V::setVDRMonitorMode, MonitorModeCode::Channel,
+                             {"WUOM3", "WUOM3", "RUOM", "UOM2 \r\n", "-1"}, MonitorModeCode::Step),
         row<Hertz>("VDRCentre", &S::VDRCentre, &V::VDRCentre, &V::setVDRCentre,
                    Hertz::fromWhole(145125000),
                    {"WSCF145.125", "WSCF145", "RSCF", "SCF433.5 \r\n", "-1"},
@@ -134,7 +142,7 @@ const std::vector<Row> &rows() {
 
 class EveryUnitSetting : public FrmVDRSettings {
 protected:
-    EveryUnitSetting() { dataMode(2); }
+    EveryUnitSetting() { dataMode(DataModeCode::Average); }
     /// Writes each row's value, answered with \a reply to every write.
     void writeEach(const QByteArray &reply, const std::function<void(const Row &)> &expect) {
         for (const Row &each : rows()) {
@@ -214,11 +222,11 @@ TEST_F(EveryUnitSetting, read_sendsItsCommandAndGivesAndCachesTheValue) {
 TEST_F(EveryUnitSetting, failedRead_givesAndCachesTheFailureValueSilently) {
     for (const char *line : {"?\r\n", "XYZ9 \r\n"}) {
         for (const Row &each : rows()) {
-            dataMode(2);
+            dataMode(DataModeCode::Average);
             control.queueReply(each.command, each.reply);
             control.queueReply(each.command, line);
             each.read(vdr);
-            dataMode(2);
+            dataMode(DataModeCode::Average);
             EXPECT_EQ(each.read(vdr), each.failure) << each.name;
             EXPECT_EQ(each.cached(vdr), each.failure) << each.name;
         }
@@ -235,7 +243,7 @@ TEST_F(EveryUnitSetting, linkDown_readsFailAtOnceWithoutSending) {
             EXPECT_EQ(each.read(vdr), each.failure) << each.name;
         }
     }
-    EXPECT_EQ(vdr.VDRDataMode(), -1);
+    EXPECT_EQ(vdr.VDRDataMode(), DataModeCode(-1));
     EXPECT_TRUE(control.commands().isEmpty());
     EXPECT_EQ(clock.seconds(), start);
 }
@@ -287,14 +295,14 @@ TEST_F(FrmVDRSettings, refusedWrite_isRepairedByTheReadBack) {
 }
 
 struct SamplesCase {
-    qint16 mode;
+    DataModeCode mode;
     const char *write;
     const char *read;
 };
 
 TEST_F(FrmVDRSettings, samples_followTheCachedDataMode) {
-    for (const SamplesCase &each :
-         {SamplesCase{2, "WSAV16", "RSAV"}, SamplesCase{4, "WSME16", "RSME"}}) {
+    for (const SamplesCase &each : {SamplesCase{DataModeCode::Average, "WSAV16", "RSAV"},
+                                    SamplesCase{DataModeCode::Median, "WSME16", "RSME"}}) {
         dataMode(each.mode);
         control.setReply(each.write, " \r\n");
         control.setReply(each.read, QByteArray(each.read).mid(1) + "9 \r\n");
@@ -306,8 +314,8 @@ TEST_F(FrmVDRSettings, samples_followTheCachedDataMode) {
 }
 
 TEST_F(FrmVDRSettings, samplesFailing_reportTheSentTextAndReadAsMinusOne) {
-    for (const SamplesCase &each :
-         {SamplesCase{2, "WSAV16", "RSAV"}, SamplesCase{4, "WSME16", "RSME"}}) {
+    for (const SamplesCase &each : {SamplesCase{DataModeCode::Average, "WSAV16", "RSAV"},
+                                    SamplesCase{DataModeCode::Median, "WSME16", "RSME"}}) {
         dataMode(each.mode);
         control.setReply(each.write, "E\r\n");
         control.setReply(each.read, "?\r\n");
@@ -318,10 +326,11 @@ TEST_F(FrmVDRSettings, samplesFailing_reportTheSentTextAndReadAsMinusOne) {
 }
 
 TEST_F(FrmVDRSettings, samplesInAnyOtherMode_sendNothingAndKeepTheLastValue) {
-    dataMode(2);
+    dataMode(DataModeCode::Average);
     control.setReply("WSAV16", " \r\n");
     vdr.setVDRSamples(16);
-    for (const qint16 mode : {qint16{1}, qint16{3}, qint16{0}, qint16{-1}}) {
+    for (const DataModeCode mode :
+         {DataModeCode::Normal, DataModeCode::Max, DataModeCode::None, DataModeCode(-1)}) {
         dataMode(mode);
         vdr.setVDRSamples(99);
         EXPECT_EQ(vdr.VDRSamples(), 16);
@@ -330,7 +339,7 @@ TEST_F(FrmVDRSettings, samplesInAnyOtherMode_sendNothingAndKeepTheLastValue) {
 }
 
 TEST_F(FrmVDRSettings, samplesAfterAFailedReadOfTheMode_sendNothing) {
-    dataMode(2);
+    dataMode(DataModeCode::Average);
     control.setReply("RSDM", "?\r\n");
     vdr.VDRDataMode();
     control.clearCommands();
