@@ -113,9 +113,9 @@ void frmDisplay::makeStrips() {
     transport->addWidget(ctlPlayback1);
     transport->addStretch(1);
 
-    ctlChartSpectrum1 = new ctlChartSpectrum(m_world.clock, m_world.texts, m_pointer, m_inside);
+    ctlChartSpectrum1 =
+        new ctlChartSpectrum(m_guard, m_world.clock, m_world.texts, m_pointer, m_inside);
     ctlChartSpectrum1->setObjectName(QStringLiteral("ctlChartSpectrum1"));
-    ctlChartSpectrum1->setGuard(m_guard);
     // The chart sets the pointer's shape itself; its moves are none over the bare form.
     ctlChartSpectrum1->setAttribute(Qt::WA_NoMousePropagation);
     StatusBar1 = new StatusPanels(m_world.clock, m_inside);

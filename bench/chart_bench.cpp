@@ -40,7 +40,8 @@ std::vector<LevelScan> makeScans(std::size_t bins) {
 
 class Bench {
 public:
-    explicit Bench(Hertz resolution = Hertz::fromWhole(31250)) : chart(clock, texts, pointer) {
+    explicit Bench(Hertz resolution = Hertz::fromWhole(31250))
+        : chart(guard, clock, texts, pointer) {
         // Only the cases close rows.
         chart.findChild<QTimer *>(QStringLiteral("Timer1"))->stop();
         chart.resize(1280, 800);
@@ -97,6 +98,9 @@ public:
     ManualClock clock{kNoon};
     DateTimeText texts{QLocale::c()};
     ScreenPointer pointer;
+    ErrorGuard guard{[](const UntrappedError &error) {
+        qFatal("%s", error.what());
+    }};
     ctlChartSpectrum chart;
     std::vector<LevelScan> scans;
     std::size_t next = 0;

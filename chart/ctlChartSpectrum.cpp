@@ -11,6 +11,8 @@
 #include <QScrollBar>
 #include <QStatusBar>
 
+#include <utility>
+
 namespace veldron {
 
 namespace {
@@ -20,11 +22,10 @@ constexpr int kFirstTimerInterval = 200;
 
 } // namespace
 
-ctlChartSpectrum::ctlChartSpectrum(Clock &clock, const DateTimeText &texts, ScreenPointer &pointer,
-                                   QWidget *parent)
-    : QWidget(parent), m_clock(clock), m_texts(texts), m_pointer(pointer),
-      m_guard([](const UntrappedError &error) { qFatal("%s", error.what()); }),
-      m_scans(m_grid.binCount()), m_waterfall(clock.timeOfDay()) {
+ctlChartSpectrum::ctlChartSpectrum(ErrorGuard guard, Clock &clock, const DateTimeText &texts,
+                                   ScreenPointer &pointer, QWidget *parent)
+    : QWidget(parent), m_guard(std::move(guard)), m_clock(clock), m_texts(texts),
+      m_pointer(pointer), m_scans(m_grid.binCount()), m_waterfall(clock.timeOfDay()) {
     makeControls();
     wireControls();
     RecalculateBins();
@@ -74,18 +75,18 @@ void ctlChartSpectrum::makePicture() {
 }
 
 void ctlChartSpectrum::wireControls() {
-    connect(Timer1, &QTimer::timeout, this, [this] { m_guard.run([this] { onTimer1(); }); });
-    connect(VScroll1, &QScrollBar::valueChanged, this,
-            [this](int value) { m_guard.run([this, value] { onScrollBarMoved(value); }); });
-    connect(Picture1, &PictureBox::exposed, this, [this] { m_guard.run([this] { redraw(); }); });
-    connect(Picture1, &PictureBox::pressed, this, &ctlChartSpectrum::onPress);
-    connect(Picture1, &PictureBox::moved, this, [this](QPoint at, Qt::MouseButtons buttons) {
-        m_guard.run([this, at, buttons] { onMove(at, buttons); });
-    });
-    connect(Picture1, &PictureBox::released, this, &ctlChartSpectrum::onRelease);
-    connect(Picture1, &PictureBox::doubleClicked, this, &ctlChartSpectrum::onDoubleClick);
-    connect(Picture1, &PictureBox::pointerLeft, this, &ctlChartSpectrum::onPointerLeft);
-    connect(Picture1, &PictureBox::focusLost, this, &ctlChartSpectrum::onFocusLost);
+    const auto wire = [this](const auto *sender, auto signal, auto slot) {
+        connectGuarded(m_guard, sender, signal, this, slot);
+    };
+    wire(Timer1, &QTimer::timeout, &ctlChartSpectrum::onTimer1);
+    wire(VScroll1, &QScrollBar::valueChanged, &ctlChartSpectrum::onScrollBarMoved);
+    wire(Picture1, &PictureBox::exposed, &ctlChartSpectrum::redraw);
+    wire(Picture1, &PictureBox::pressed, &ctlChartSpectrum::onPress);
+    wire(Picture1, &PictureBox::moved, &ctlChartSpectrum::onMove);
+    wire(Picture1, &PictureBox::released, &ctlChartSpectrum::onRelease);
+    wire(Picture1, &PictureBox::doubleClicked, &ctlChartSpectrum::onDoubleClick);
+    wire(Picture1, &PictureBox::pointerLeft, &ctlChartSpectrum::onPointerLeft);
+    wire(Picture1, &PictureBox::focusLost, &ctlChartSpectrum::onFocusLost);
 }
 
 int ctlChartSpectrum::ScaleWidth() const {

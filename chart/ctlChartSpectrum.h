@@ -19,8 +19,6 @@
 #include "common/Hertz.h"
 #include "common/LevelScan.h"
 
-#include <utility>
-
 class QLabel;
 class QScrollBar;
 class QStatusBar;
@@ -44,15 +42,12 @@ class ctlChartSpectrum : public QWidget {
     Q_OBJECT
 
 public:
-    /// \a clock, \a texts and \a pointer outlive the control. The row clock runs from here on.
-    ctlChartSpectrum(Clock &clock, const DateTimeText &texts, ScreenPointer &pointer,
-                     QWidget *parent = nullptr);
+    /// \a guard receives an UntrappedError out of the control's own events: its timer, repaints,
+    /// changes of size, the scroll bar and the pointer. Calls from code throw to their caller
+    /// instead. \a clock, \a texts and \a pointer outlive the control. The row clock starts here.
+    ctlChartSpectrum(ErrorGuard guard, Clock &clock, const DateTimeText &texts,
+                     ScreenPointer &pointer, QWidget *parent = nullptr);
     ~ctlChartSpectrum() override;
-
-    /// What receives an UntrappedError out of the control's own events: its timer, repaints,
-    /// changes of size, the scroll bar and the pointer. Without it such an error is fatal. Calls
-    /// from code throw to their caller instead.
-    void setGuard(ErrorGuard guard) { m_guard = std::move(guard); }
 
     /// True while scans come from a history file. A write in either direction empties the history
     /// and stops or starts the row clock.
@@ -193,10 +188,10 @@ private:
     void renewTip();
     void showTip(const QString &text);
 
+    ErrorGuard m_guard;
     Clock &m_clock;
     const DateTimeText &m_texts;
     ScreenPointer &m_pointer;
-    ErrorGuard m_guard;
 
     BinGrid m_grid;
     ScanStore m_scans;

@@ -13,9 +13,12 @@
 #include "chart/PictureBox.h"
 #include "chart/ScreenPointer.h"
 #include "chart/ctlChartSpectrum.h"
+#include "common/ErrorGuard.h"
 #include "tests/support/ManualClock.h"
 
 #include <gtest/gtest.h>
+
+#include <vector>
 
 namespace veldron {
 
@@ -30,6 +33,8 @@ protected:
         chart.show();
         QApplication::processEvents();
     }
+
+    ~ChartTest() override { EXPECT_TRUE(reported.empty()); }
 
     void size(int width, int height) {
         chart.resize(width, height);
@@ -76,7 +81,11 @@ protected:
     ManualClock clock{kNoon};
     DateTimeText texts{QLocale::c()};
     ScreenPointer pointer;
-    ctlChartSpectrum chart{clock, texts, pointer};
+    std::vector<UntrappedError::Kind> reported; ///< by the guard; a test that expects one takes it
+    ErrorGuard guard{[this](const UntrappedError &error) {
+        reported.push_back(error.kind());
+    }};
+    ctlChartSpectrum chart{guard, clock, texts, pointer};
 };
 
 constexpr Hertz hz(qint64 hertz) {

@@ -6,7 +6,6 @@
 #include <QMouseEvent>
 
 #include <functional>
-#include <vector>
 
 namespace veldron {
 namespace {
@@ -38,7 +37,7 @@ TEST_F(ChartTest, newChart_hasItsDefaults) {
 }
 
 TEST_F(ChartTest, timer_runsFromTheStartAndRestsInPlayback) {
-    const ctlChartSpectrum fresh(clock, texts, pointer);
+    const ctlChartSpectrum fresh(guard, clock, texts, pointer);
     EXPECT_TRUE(fresh.findChild<QTimer *>(QStringLiteral("Timer1"))->isActive());
     chart.setPlayback(true);
     EXPECT_FALSE(timer().isActive());
@@ -263,9 +262,6 @@ TEST_F(ChartTest, errorOutOfItsOwnEvents_goesToTheGuard) {
     };
     chart.setDisplayType(DisplayTypeCode::TraceAndWaterfall);
     liveRows(250);
-    std::vector<UntrappedError::Kind> reported;
-    chart.setGuard(
-        ErrorGuard([&reported](const UntrappedError &error) { reported.push_back(error.kind()); }));
     chart.setdBSpan(0);
     for (const OwnEvent &c : cases) {
         reported.clear();
@@ -273,6 +269,7 @@ TEST_F(ChartTest, errorOutOfItsOwnEvents_goesToTheGuard) {
         ASSERT_FALSE(reported.empty()) << c.name;
         EXPECT_EQ(reported[0], UntrappedError::Kind::DivideByZero) << c.name;
     }
+    reported.clear();
     chart.setdBSpan(60);
 }
 
@@ -329,7 +326,7 @@ TEST_F(ChartTest, resized_drawsAtTheNewSize) {
 
 TEST_F(ChartTest, resizedToNoHeight_keepsThePicturesHeightAndTakesTheWidth) {
     QWidget window;
-    ctlChartSpectrum inner(clock, texts, pointer, &window);
+    ctlChartSpectrum inner(guard, clock, texts, pointer, &window);
     inner.resize(500, 300);
     window.resize(800, 600);
     window.show();

@@ -95,7 +95,8 @@ public:
     ctlMonitorMode ctlMonitorMode1;
     ctlDataMode ctlDataMode1;
     ScreenPointer pointer;
-    ctlChartSpectrum ctlChartSpectrum1{clock, texts, pointer};
+    ctlChartSpectrum ctlChartSpectrum1{ErrorGuard([](const UntrappedError &) {}), clock, texts,
+                                       pointer};
     frmDisplaySettings displaySettings{nullptr};
     frmCommSettings commSettings{vdr, ErrorGuard([](const UntrappedError &) {}), nullptr};
     SessionState session;
