@@ -14,7 +14,6 @@ namespace veldron {
 
 namespace {
 
-constexpr qint16 kChannelMode = 3;
 /// How long the unit is given after its receiver was changed, in seconds.
 constexpr float kReceiverPause = 1.0F;
 
@@ -24,30 +23,30 @@ PanelMediation::PanelMediation(const SettingHolders &instruments, MediationHost 
     : m_instruments(instruments), m_host(host), m_clock(clock) {}
 
 bool PanelMediation::isChannelMode() const {
-    return m_instruments.ctlMonitorMode1.MonitorMode() == kChannelMode;
+    return m_instruments.ctlMonitorMode1.MonitorMode() == MonitorModeCode::Channel;
 }
 
 // ---- receiver panel
 
-void PanelMediation::ctlFrequency1_Changed(qint32 What) {
+void PanelMediation::ctlFrequency1_Changed(ReceiverChangeCode What) {
     frmVDR &unit = m_instruments.vdr;
     ctlFrequency &panel = m_instruments.ctlFrequency1;
     switch (What) {
-    case 1:
+    case ReceiverChangeCode::Frequency:
         changeFrequency();
         break;
-    case 2:
+    case ReceiverChangeCode::RX:
         changeReceiver();
         break;
-    case 4:
+    case ReceiverChangeCode::Step:
         unit.setRXStep(panel.Step());
         panel.setStep(unit.RXStep());
         break;
-    case 8:
+    case ReceiverChangeCode::Mode:
         unit.setRXMode(panel.Mode());
         panel.setMode(unit.RXMode());
         break;
-    case 16:
+    case ReceiverChangeCode::Atten:
         unit.setRXAtten(panel.Atten());
         panel.setAtten(unit.RXAtten());
         break;
@@ -92,25 +91,25 @@ void PanelMediation::changeReceiver() {
 
 // ---- data panel
 
-void PanelMediation::ctlDataMode1_Changed(qint32 What) {
+void PanelMediation::ctlDataMode1_Changed(DataChangeCode What) {
     frmVDR &unit = m_instruments.vdr;
     ctlDataMode &panel = m_instruments.ctlDataMode1;
     switch (What) {
-    case 1:
+    case DataChangeCode::RBW:
         unit.setVDRRBW(panel.RBW());
         panel.setRBW(unit.VDRRBW());
         break;
-    case 2:
+    case DataChangeCode::Amp:
         confirmAmp();
         break;
-    case 4:
+    case DataChangeCode::DataMode:
         confirmDataMode();
         break;
-    case 8:
+    case DataChangeCode::Samples:
         unit.setVDRSamples(panel.Samples());
         panel.setSamples(unit.VDRSamples());
         break;
-    case 16:
+    case DataChangeCode::Reset:
         resetLevels();
         break;
     default:
@@ -129,7 +128,7 @@ void PanelMediation::confirmAmp() {
 }
 
 void PanelMediation::confirmDataMode() {
-    m_instruments.vdr.setVDRDataMode(DataModeCode(m_instruments.ctlDataMode1.DataMode()));
+    m_instruments.vdr.setVDRDataMode(m_instruments.ctlDataMode1.DataMode());
     readDataModeBack();
 }
 
@@ -143,8 +142,7 @@ void PanelMediation::resetLevels() {
 void PanelMediation::readDataModeBack() {
     ctlDataMode &panel = m_instruments.ctlDataMode1;
     const DataModeCode reported = m_instruments.vdr.VDRDataMode();
-    auto mode =
-        static_cast<qint16>(reported); // the panel turns a mode that it doesn't know into Normal
+    DataModeCode mode = reported; // the panel turns a mode that it doesn't know into Normal
     panel.setDataMode(mode);
     if (hasSamples(reported)) {
         panel.setSamples(m_instruments.vdr.VDRSamples());
@@ -153,19 +151,19 @@ void PanelMediation::readDataModeBack() {
 
 // ---- monitor panel
 
-void PanelMediation::ctlMonitorMode1_Changed(qint32 What) {
+void PanelMediation::ctlMonitorMode1_Changed(MonitorChangeCode What) {
     switch (What) {
-    case 0:
+    case MonitorChangeCode::MonitorMode:
         changeMonitorMode();
         break;
-    case 1:
+    case MonitorChangeCode::Centre:
         changeCentre();
         break;
-    case 2:
-    case 3:
+    case MonitorChangeCode::Step:
+    case MonitorChangeCode::Span:
         changeSpan();
         break;
-    case 4:
+    case MonitorChangeCode::Channel:
         changeChannels();
         break;
     default:
@@ -182,8 +180,8 @@ void PanelMediation::ctlMonitorMode1_Changed(qint32 What) {
 void PanelMediation::changeMonitorMode() {
     frmVDR &unit = m_instruments.vdr;
     ctlMonitorMode &panel = m_instruments.ctlMonitorMode1;
-    unit.setVDRMonitorMode(MonitorModeCode(panel.MonitorMode()));
-    panel.setMonitorMode(static_cast<qint16>(unit.VDRMonitorMode()));
+    unit.setVDRMonitorMode(panel.MonitorMode());
+    panel.setMonitorMode(unit.VDRMonitorMode());
     if (isChannelMode()) {
         readChannelsIn();
         return;
@@ -256,11 +254,11 @@ void PanelMediation::ReadBackSettings() {
     receiver.setAtten(unit.RXAtten());
     receiver.setMode(unit.RXMode());
     data.setAmp(unit.VDRAmp());
-    auto dataMode = static_cast<qint16>(unit.VDRDataMode());
+    DataModeCode dataMode = unit.VDRDataMode();
     data.setDataMode(dataMode);
     data.setRBW(unit.VDRRBW());
     data.setSamples(unit.VDRSamples());
-    m_instruments.ctlMonitorMode1.setMonitorMode(static_cast<qint16>(unit.VDRMonitorMode()));
+    m_instruments.ctlMonitorMode1.setMonitorMode(unit.VDRMonitorMode());
     readBackFrequencies();
     UpdateChartSettings();
     m_host.startPollTimer(m_instruments.commSettings.Poll());

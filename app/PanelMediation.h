@@ -9,6 +9,10 @@
 
 namespace veldron {
 
+enum class DataChangeCode : qint32;
+enum class MonitorChangeCode : qint32;
+enum class ReceiverChangeCode : qint32;
+
 /// What the mediation asks of the form.
 class MediationHost {
 public:
@@ -34,9 +38,9 @@ class PanelMediation {
 public:
     PanelMediation(const SettingHolders &instruments, MediationHost &host, Clock &clock);
 
-    void ctlFrequency1_Changed(qint32 What);
-    void ctlDataMode1_Changed(qint32 What);
-    void ctlMonitorMode1_Changed(qint32 What);
+    void ctlFrequency1_Changed(ReceiverChangeCode What);
+    void ctlDataMode1_Changed(DataChangeCode What);
+    void ctlMonitorMode1_Changed(MonitorChangeCode What);
     void ctlChartSpectrum1_Changed();
     /// Makes every panel and the chart show the unit's present state, starts the poll timer at the
     /// full poll period, and notes the settings in a running recording.

@@ -12,7 +12,6 @@ namespace veldron {
 namespace {
 
 constexpr qint16 kFrequencyStep = 10;
-constexpr qint16 kChannelMode = 3;
 
 } // namespace
 
@@ -48,21 +47,20 @@ bool RoundRobin::differs(qint16 step) {
     case 5:
         return unit.VDRAmp() != data.Amp();
     case 6:
-        return unit.VDRDataMode() != DataModeCode(data.DataMode());
+        return unit.VDRDataMode() != data.DataMode();
     case 7:
         return unit.VDRRBW() != data.RBW();
     case 8:
         return unit.VDRSamples() != data.Samples();
     case 9:
-        return unit.VDRMonitorMode() !=
-               MonitorModeCode(m_instruments.ctlMonitorMode1.MonitorMode());
+        return unit.VDRMonitorMode() != m_instruments.ctlMonitorMode1.MonitorMode();
     default:
         return false;
     }
 }
 
 void RoundRobin::checkFrequencies() {
-    if (m_instruments.ctlMonitorMode1.MonitorMode() == kChannelMode) {
+    if (m_instruments.ctlMonitorMode1.MonitorMode() == MonitorModeCode::Channel) {
         checkChannels();
     } else {
         checkSpanAndCentre();

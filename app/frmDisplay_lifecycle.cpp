@@ -113,13 +113,13 @@ void frmDisplay::wireControls() {
 }
 
 void frmDisplay::wirePanels() {
-    connect(ctlFrequency1, &ctlFrequency::Changed, this, [this](qint32 What) {
+    connect(ctlFrequency1, &ctlFrequency::Changed, this, [this](ReceiverChangeCode What) {
         m_guard.run([this, What] { m_mediation->ctlFrequency1_Changed(What); });
     });
-    connect(ctlMonitorMode1, &ctlMonitorMode::Changed, this, [this](qint32 What) {
+    connect(ctlMonitorMode1, &ctlMonitorMode::Changed, this, [this](MonitorChangeCode What) {
         m_guard.run([this, What] { m_mediation->ctlMonitorMode1_Changed(What); });
     });
-    connect(ctlDataMode1, &ctlDataMode::Changed, this, [this](qint32 What) {
+    connect(ctlDataMode1, &ctlDataMode::Changed, this, [this](DataChangeCode What) {
         m_guard.run([this, What] { m_mediation->ctlDataMode1_Changed(What); });
     });
     connect(ctlChartSpectrum1, &ctlChartSpectrum::Changed, this,

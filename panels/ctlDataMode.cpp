@@ -16,16 +16,15 @@ namespace veldron {
 
 namespace {
 
-constexpr qint32 kRBWChanged = 1;
-constexpr qint32 kAmpChanged = 2;
-constexpr qint32 kDataModeChanged = 4;
-constexpr qint32 kSamplesChanged = 8;
-constexpr qint32 kResetPressed = 16;
-
-constexpr qint16 kNormalMode = 1;
-constexpr qint16 kAverageMode = 2;
-constexpr qint16 kMaximumMode = 3;
 constexpr qint16 kLowestAmp = -30;
+
+DataModeCode modeOfRow(int row) {
+    return static_cast<DataModeCode>(row + 1);
+}
+
+int rowOfMode(DataModeCode mode) {
+    return static_cast<int>(mode) - 1;
+}
 
 } // namespace
 
@@ -102,7 +101,8 @@ void ctlDataMode::wireControls() {
     connect(txtSamples, &EntryBox::focusLost, this, &ctlDataMode::leaveSamples);
     connect(txtSamples, &EntryBox::textChanged, this, &ctlDataMode::noteSamplesText);
     // Raised whatever Updating says: it asks the unit for something and holds no value.
-    connect(cmdReset, &QPushButton::clicked, this, [this] { Q_EMIT Changed(kResetPressed); });
+    connect(cmdReset, &QPushButton::clicked, this,
+            [this] { Q_EMIT Changed(DataChangeCode::Reset); });
     txtSamples->setKeyFilter([this](char16_t key) { return lookAtKey(key); });
 }
 
@@ -134,13 +134,13 @@ void ctlDataMode::setAmp(qint16 value) {
     m_Amp = value;
 }
 
-void ctlDataMode::setDataMode(qint16 &Value) {
-    if (Value < 1 || Value > cboDataMode->count()) {
-        Value = kNormalMode;
+void ctlDataMode::setDataMode(DataModeCode &Value) {
+    if (rowOfMode(Value) < 0 || rowOfMode(Value) >= cboDataMode->count()) {
+        Value = DataModeCode::Normal;
     }
     const UpdatingScope updating(m_Updating);
-    if (cboDataMode->currentIndex() != Value - 1) {
-        cboDataMode->setCurrentIndex(Value - 1);
+    if (cboDataMode->currentIndex() != rowOfMode(Value)) {
+        cboDataMode->setCurrentIndex(rowOfMode(Value));
         reactToDataMode();
     }
     ShowSamplesControls();
@@ -155,18 +155,18 @@ void ctlDataMode::setSamples(qint16 value) {
 
 void ctlDataMode::reactToRBW() {
     m_RBW = static_cast<qint16>(cboRBW->currentIndex() + 1);
-    raiseChange(kRBWChanged);
+    raiseChange(DataChangeCode::RBW);
 }
 
 void ctlDataMode::reactToAmp() {
     m_Amp = static_cast<qint16>(cboAmp->currentData().toInt());
-    raiseChange(kAmpChanged);
+    raiseChange(DataChangeCode::Amp);
 }
 
 void ctlDataMode::reactToDataMode() {
-    m_DataMode = static_cast<qint16>(cboDataMode->currentIndex() + 1);
+    m_DataMode = modeOfRow(cboDataMode->currentIndex());
     // First of all: whoever listens still sees the old number of samples and its old limits.
-    raiseChange(kDataModeChanged);
+    raiseChange(DataChangeCode::DataMode);
     ShowSamplesControls();
     m_Samples = samplesInText();
 }
@@ -174,16 +174,17 @@ void ctlDataMode::reactToDataMode() {
 void ctlDataMode::ShowSamplesControls() {
     constexpr int averageUpper = 31;
     constexpr int medianUpper = 4;
-    const bool hasSamples = m_DataMode != kNormalMode && m_DataMode != kMaximumMode;
-    txtSamples->setVisible(hasSamples);
-    udSamples->setVisible(hasSamples);
-    lblSamples->setVisible(hasSamples);
-    cmdReset->setVisible(m_DataMode == kMaximumMode);
-    if (!hasSamples) {
+    const bool sampled = hasSamples(m_DataMode);
+    txtSamples->setVisible(sampled);
+    udSamples->setVisible(sampled);
+    lblSamples->setVisible(sampled);
+    cmdReset->setVisible(m_DataMode == DataModeCode::Max);
+    if (!sampled) {
         return;
     }
-    udSamples->setUpper(m_DataMode == kAverageMode ? averageUpper : medianUpper);
-    txtSamples->setTypingLimit(m_DataMode == kAverageMode ? 2 : 1);
+    const bool isAverage = m_DataMode == DataModeCode::Average;
+    udSamples->setUpper(isAverage ? averageUpper : medianUpper);
+    txtSamples->setTypingLimit(isAverage ? 2 : 1);
     CheckSamples();
 }
 
@@ -213,7 +214,7 @@ void ctlDataMode::endEntry() {
     CheckSamples();
     m_Samples = samplesInText();
     m_Editing = false;
-    raiseChange(kSamplesChanged);
+    raiseChange(DataChangeCode::Samples);
 }
 
 void ctlDataMode::leaveSamples() {
@@ -228,14 +229,14 @@ void ctlDataMode::noteSamplesText() {
         return;
     }
     m_Samples = samplesInText();
-    raiseChange(kSamplesChanged);
+    raiseChange(DataChangeCode::Samples);
 }
 
 qint16 ctlDataMode::samplesInText() const {
     return Numbers::roundTo<qint16>(GeneralUtilities::LeadingNumber(txtSamples->text()));
 }
 
-void ctlDataMode::raiseChange(qint32 what) {
+void ctlDataMode::raiseChange(DataChangeCode what) {
     if (!m_Updating) {
         Q_EMIT Changed(what);
     }

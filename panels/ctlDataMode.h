@@ -3,6 +3,8 @@
 
 #include <QFrame>
 
+#include "utilities/Codes.h"
+
 class QLabel;
 class QPushButton;
 
@@ -12,6 +14,10 @@ class EntryBox;
 class FixedList;
 class PanelGrid;
 class UpDownButtons;
+
+/// What the user has changed on the data panel, or Reset for a press of cmdReset. Each event names
+/// exactly one.
+enum class DataChangeCode : qint32 { RBW = 1, Amp = 2, DataMode = 4, Samples = 8, Reset = 16 };
 
 /// The panel that says how the unit measures: resolution bandwidth, amplifier, data mode and the
 /// number of samples that the data mode works on.
@@ -34,18 +40,17 @@ public:
     /// Decibels. A write takes -30 to 0 and keeps the value itself; the nearest row shows it.
     [[nodiscard]] qint16 Amp() const { return m_Amp; }
     void setAmp(qint16 value);
-    /// 1 Normal, 2 Avg, 3 Max, 4 Med. A write of anything else writes 1, and sets \a Value to it.
+    /// A write of anything but the four modes writes Normal, and sets \a Value to it.
     /// The number of samples follows into the limits of the mode.
-    [[nodiscard]] qint16 DataMode() const { return m_DataMode; }
-    void setDataMode(qint16 &Value);
+    [[nodiscard]] DataModeCode DataMode() const { return m_DataMode; }
+    void setDataMode(DataModeCode &Value);
     /// No limit applies to a write.
     [[nodiscard]] qint16 Samples() const { return m_Samples; }
     void setSamples(qint16 value);
 
 Q_SIGNALS:
-    /// The user has changed something: 1 RBW, 2 Amp, 4 DataMode, 8 Samples, 16 cmdReset pressed;
-    /// always exactly one of them.
-    void Changed(qint32 What);
+    /// The user has changed something.
+    void Changed(DataChangeCode What);
 
 private:
     void makeInputRow(PanelGrid &grid);
@@ -63,9 +68,9 @@ private:
     void leaveSamples();
     void noteSamplesText();
     [[nodiscard]] qint16 samplesInText() const;
-    void raiseChange(qint32 what);
+    void raiseChange(DataChangeCode what);
 
-    qint16 m_DataMode = 0;
+    DataModeCode m_DataMode = DataModeCode::None;
     qint16 m_Samples = 0;
     bool m_Editing = false;
     qint16 m_RBW = 0;

@@ -21,12 +21,6 @@ namespace veldron {
 
 namespace {
 
-constexpr qint32 kFrequencyChanged = 1;
-constexpr qint32 kReceiverChanged = 2;
-constexpr qint32 kStepChanged = 4;
-constexpr qint32 kModeChanged = 8;
-constexpr qint32 kAttenChanged = 16;
-
 /// Entered steps stay below it.
 constexpr Hertz kStepLimit = Hertz::fromWhole(2'000'000'000);
 /// The first receiver whose mode and step can be set.
@@ -243,13 +237,13 @@ void ctlFrequency::resizeEvent(QResizeEvent *event) {
 
 void ctlFrequency::ApplyFrequency() {
     txtFreq->showText(GeneralUtilities::FormatMHz(m_Frequency));
-    raiseEntry(kFrequencyChanged);
+    raiseEntry(ReceiverChangeCode::Frequency);
 }
 
 void ctlFrequency::ApplyStepText() {
     const Hertz step = Hertz::fromWhole(m_Step);
     cboStep->showValue(GeneralUtilities::FormatKHz(step), step);
-    raiseEntry(kStepChanged);
+    raiseEntry(ReceiverChangeCode::Step);
 }
 
 void ctlFrequency::FillReceiverControls() {
@@ -284,7 +278,7 @@ void ctlFrequency::pickReceiver(int row) {
     }
     // The controls are refilled only when the confirmed receiver is written back.
     m_RX = code;
-    raiseChange(kReceiverChanged);
+    raiseChange(ReceiverChangeCode::RX);
 }
 
 void ctlFrequency::pickStep(int row) {
@@ -293,16 +287,16 @@ void ctlFrequency::pickStep(int row) {
         return;
     }
     m_Step = step;
-    raiseChange(kStepChanged);
+    raiseChange(ReceiverChangeCode::Step);
 }
 
 void ctlFrequency::pickMode() {
     m_Mode = GeneralUtilities::ModeCode(cboMode->currentText());
-    raiseChange(kModeChanged);
+    raiseChange(ReceiverChangeCode::Mode);
 }
 
 void ctlFrequency::clickAtten() {
-    raiseChange(kAttenChanged);
+    raiseChange(ReceiverChangeCode::Atten);
 }
 
 void ctlFrequency::tune() {
@@ -310,7 +304,7 @@ void ctlFrequency::tune() {
     constexpr int shortest = 10;
     m_Frequency += Hertz::fromWhole(m_TuneStep);
     lblFreq->setText(GeneralUtilities::FrequencyText(m_Frequency));
-    Q_EMIT Changed(kFrequencyChanged);
+    Q_EMIT Changed(ReceiverChangeCode::Frequency);
     Timer1->setInterval(std::max(shortest, Numbers::roundTo<int>(Timer1->interval() * speedUp)));
 }
 
@@ -328,13 +322,13 @@ void ctlFrequency::noteFocus(QWidget *old, QWidget *now) {
     }
 }
 
-void ctlFrequency::raiseChange(qint32 what) {
+void ctlFrequency::raiseChange(ReceiverChangeCode what) {
     if (!m_Updating) {
         Q_EMIT Changed(what);
     }
 }
 
-void ctlFrequency::raiseEntry(qint32 what) {
+void ctlFrequency::raiseEntry(ReceiverChangeCode what) {
     if (!m_Updating && m_entry.Editing()) {
         Q_EMIT Changed(what);
         m_entry.setEditing(false);

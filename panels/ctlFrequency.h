@@ -16,6 +16,9 @@ class EntryBox;
 class FixedList;
 class PanelGrid;
 
+/// What the user has changed on the receiver panel. Each event names exactly one.
+enum class ReceiverChangeCode : qint32 { Frequency = 1, RX = 2, Step = 4, Mode = 8, Atten = 16 };
+
 /// The panel of the radio receiver: its type, frequency, step, mode and attenuator.
 ///
 /// It holds the values, shows them and raises Changed for what the user does; it speaks to no
@@ -61,10 +64,9 @@ public:
     void setTuneStep(qint32 hertz) { m_TuneStep = hertz; }
 
 Q_SIGNALS:
-    /// The user has changed something: 1 Frequency, 2 RX, 4 Step, 8 Mode, 16 Atten; always exactly
-    /// one of them. An entry that is abandoned or refused for its size raises it with the old
-    /// value.
-    void Changed(qint32 What);
+    /// The user has changed something. An entry that is abandoned or refused for its size raises it
+    /// with the old value.
+    void Changed(ReceiverChangeCode What);
 
 protected:
     void focusInEvent(QFocusEvent *event) override;
@@ -88,8 +90,8 @@ private:
     void clickAtten();
     void tune();
     void noteFocus(QWidget *old, QWidget *now);
-    void raiseChange(qint32 what);
-    void raiseEntry(qint32 what);
+    void raiseChange(ReceiverChangeCode what);
+    void raiseEntry(ReceiverChangeCode what);
 
     Hertz m_Frequency;
     qint32 m_reserved = 1; ///< read by nothing

@@ -15,13 +15,6 @@ namespace veldron {
 
 namespace {
 
-constexpr qint32 kModeChanged = 0;
-constexpr qint32 kWindowChanged = 1;
-constexpr qint32 kStepChanged = 2;
-constexpr qint32 kSpanChanged = 3;
-constexpr qint32 kChannelChanged = 4;
-
-constexpr qint16 kChannelMode = 3;
 /// Points across a scan.
 constexpr qint64 kPoints = 320;
 /// Entered spans and steps stay below these.
@@ -164,12 +157,13 @@ void ctlMonitorMode::setEnabled(bool value) {
     txtEnd->setEnabled(value);
 }
 
-void ctlMonitorMode::setMonitorMode(qint16 value) {
-    if (value < 0 || value > cboMonitorMode->count()) {
+void ctlMonitorMode::setMonitorMode(MonitorModeCode value) {
+    const int row = static_cast<int>(value) - 1;
+    if (row < -1 || row >= cboMonitorMode->count()) {
         return;
     }
     const UpdatingScope updating(m_Updating);
-    cboMonitorMode->setCurrentIndex(value - 1);
+    cboMonitorMode->setCurrentIndex(row);
     reactToMode();
 }
 
@@ -223,7 +217,7 @@ void ctlMonitorMode::ApplySpan() {
     m_fStart = m_fCentre - halfSpan();
     m_fEnd = m_fCentre + halfSpan();
     showWindow();
-    finishApply(wasUpdating, kSpanChanged);
+    finishApply(wasUpdating, MonitorChangeCode::Span);
 }
 
 void ctlMonitorMode::ApplyStep() {
@@ -236,7 +230,7 @@ void ctlMonitorMode::ApplyStep() {
     m_fEnd = m_fCentre + halfSpan();
     txtStart->showText(GeneralUtilities::FormatMHz(m_fStart));
     txtEnd->showText(GeneralUtilities::FormatMHz(m_fEnd));
-    finishApply(wasUpdating, kStepChanged);
+    finishApply(wasUpdating, MonitorChangeCode::Step);
 }
 
 void ctlMonitorMode::ApplyCentre() {
@@ -278,7 +272,7 @@ void ctlMonitorMode::ApplyEnd() {
     finishApply(wasUpdating, windowChange());
 }
 
-void ctlMonitorMode::finishApply(bool wasUpdating, qint32 what) {
+void ctlMonitorMode::finishApply(bool wasUpdating, MonitorChangeCode what) {
     m_Updating = wasUpdating;
     if (!m_Updating && m_entry.Editing()) {
         Q_EMIT Changed(what);
@@ -287,7 +281,7 @@ void ctlMonitorMode::finishApply(bool wasUpdating, qint32 what) {
 }
 
 void ctlMonitorMode::reactToMode() {
-    m_MonitorMode = static_cast<qint16>(cboMonitorMode->currentIndex() + 1);
+    m_MonitorMode = static_cast<MonitorModeCode>(cboMonitorMode->currentIndex() + 1);
     const bool channel = isChannelMode();
     cboSpan->setEnabled(!channel && m_Enabled);
     cboStep->setEnabled(!channel && m_Enabled);
@@ -295,7 +289,7 @@ void ctlMonitorMode::reactToMode() {
     PanelGrid::rename(*lblCentre, channel ? QStringLiteral("Ch. Step") : QStringLiteral("Centre"));
     PanelGrid::rename(*lblEnd, channel ? QStringLiteral("Ch. End") : QStringLiteral("End"));
     if (!m_Updating) {
-        Q_EMIT Changed(kModeChanged);
+        Q_EMIT Changed(MonitorChangeCode::MonitorMode);
     }
 }
 
@@ -330,11 +324,11 @@ void ctlMonitorMode::showWindow() {
 }
 
 bool ctlMonitorMode::isChannelMode() const {
-    return m_MonitorMode >= kChannelMode;
+    return m_MonitorMode == MonitorModeCode::Channel;
 }
 
-qint32 ctlMonitorMode::windowChange() const {
-    return isChannelMode() ? kChannelChanged : kWindowChanged;
+MonitorChangeCode ctlMonitorMode::windowChange() const {
+    return isChannelMode() ? MonitorChangeCode::Channel : MonitorChangeCode::Centre;
 }
 
 } // namespace veldron

@@ -4,6 +4,7 @@
 #include <QFrame>
 
 #include "common/ErrorGuard.h"
+#include "utilities/Codes.h"
 #include "utilities/FrequencyEntry.h"
 
 class QLabel;
@@ -15,11 +16,21 @@ class EntryBox;
 class FixedList;
 class PanelGrid;
 
+/// What the user has changed on the monitor panel. Centre stands for the start and the end too,
+/// outside Channel mode; in Channel mode all three are Channel.
+enum class MonitorChangeCode : qint32 {
+    MonitorMode = 0,
+    Centre = 1,
+    Step = 2,
+    Span = 3,
+    Channel = 4
+};
+
 /// The panel that says what the unit scans: its monitor mode and the five numbers of the scan.
 ///
-/// In the modes 1 Spectrum and 2 Step it keeps the numbers consistent: the step times 320 is the
+/// In the modes Spectrum and Step it keeps the numbers consistent: the step times 320 is the
 /// span, start and end lie half a span below and above the centre. Editing start, centre or end
-/// moves the whole window, editing span or step keeps the centre. In mode 3 Channel every number
+/// moves the whole window, editing span or step keeps the centre. In the mode Channel every number
 /// stands alone, and fCentre is the channel step. Nothing is held within limits: what the unit
 /// confirms corrects the numbers. All frequencies are in hertz.
 class ctlMonitorMode : public QFrame {
@@ -36,10 +47,10 @@ public:
     /// too. Hides the widget's setter on purpose.
     [[nodiscard]] bool Enabled() const { return m_Enabled; }
     void setEnabled(bool value);
-    /// 1 Spectrum, 2 Step, 3 Channel, 0 with no row selected. A write of anything else changes
-    /// nothing; any other sets labels and lists for the mode, also when it is the same.
-    [[nodiscard]] qint16 MonitorMode() const { return m_MonitorMode; }
-    void setMonitorMode(qint16 value);
+    /// None with no row selected. A write of a number that is no mode changes nothing; any other
+    /// sets labels and lists for the mode, also when it is the same.
+    [[nodiscard]] MonitorModeCode MonitorMode() const { return m_MonitorMode; }
+    void setMonitorMode(MonitorModeCode value);
     /// A write of the present span does nothing at all.
     [[nodiscard]] Hertz fSpan() const { return m_fSpan; }
     void setfSpan(Hertz value);
@@ -55,10 +66,9 @@ public:
     void setfEnd(Hertz value);
 
 Q_SIGNALS:
-    /// The user has changed something. A code, not a mask: 0 MonitorMode, 1 centre, start or end
-    /// outside Channel mode, 2 step, 3 span, 4 a channel value. An entry that is abandoned or
-    /// refused for its size raises it with the old value.
-    void Changed(qint32 What);
+    /// The user has changed something. An entry that is abandoned or refused for its size raises it
+    /// with the old value.
+    void Changed(MonitorChangeCode What);
 
 private:
     void makeScanRow(PanelGrid &grid);
@@ -72,7 +82,7 @@ private:
     void ApplyCentre();
     void ApplyStart();
     void ApplyEnd();
-    void finishApply(bool wasUpdating, qint32 what);
+    void finishApply(bool wasUpdating, MonitorChangeCode what);
     void reactToMode();
     void pickSpan(int row);
     void pickStep(int row);
@@ -81,10 +91,10 @@ private:
     void showStepText(Hertz value);
     void showWindow();
     [[nodiscard]] bool isChannelMode() const;
-    [[nodiscard]] qint32 windowChange() const;
+    [[nodiscard]] MonitorChangeCode windowChange() const;
     [[nodiscard]] Hertz halfSpan() const { return m_fSpan.dividedBy(2); }
 
-    qint16 m_MonitorMode = 0;
+    MonitorModeCode m_MonitorMode = MonitorModeCode::None;
     bool m_Updating = false;
     Hertz m_fSpan;
     qint32 m_fStep = 0;

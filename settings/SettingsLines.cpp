@@ -16,7 +16,6 @@ namespace veldron {
 
 namespace {
 
-constexpr qint16 kChannelMode = 3;
 /// Receivers up to this code take no settings of their own.
 constexpr qint16 kLastPlainReceiver = 2;
 
@@ -36,13 +35,12 @@ struct SettingsLines::Sources {
 
     static bool written(S) { return true; }
     static bool notRecording(S s) { return !s.m_session.Recording; }
-    static bool channels(S s) { return s.m_holders.ctlMonitorMode1.MonitorMode() == kChannelMode; }
+    static bool channels(S s) {
+        return s.m_holders.ctlMonitorMode1.MonitorMode() == MonitorModeCode::Channel;
+    }
     static bool noChannels(S s) { return !channels(s); }
     static bool ownReceiver(S s) { return s.m_holders.ctlFrequency1.RX() > kLastPlainReceiver; }
-    static bool sampled(S s) {
-        const qint16 mode = s.m_holders.ctlDataMode1.DataMode();
-        return mode == 2 || mode == 4;
-    }
+    static bool sampled(S s) { return hasSamples(s.m_holders.ctlDataMode1.DataMode()); }
 
     static QString frequency(S s, Hertz value) { return value.toText(s.m_texts.decimalMark()); }
     static QString date(S s) { return s.m_texts.dateText(s.m_clock.now().date()); }
@@ -62,7 +60,7 @@ struct SettingsLines::Sources {
     static QString MarkerOn(S s) { return flagText(s.m_holders.displaySettings.MarkerEnable()); }
     static QString Poll(S s) { return QString::number(s.m_holders.commSettings.Poll()); }
     static QString MonitorMode(S s) {
-        return QString::number(s.m_holders.ctlMonitorMode1.MonitorMode());
+        return QString::number(static_cast<qint16>(s.m_holders.ctlMonitorMode1.MonitorMode()));
     }
     static QString Span(S s) { return frequency(s, s.m_holders.ctlMonitorMode1.fSpan()); }
     static QString Centre(S s) { return frequency(s, s.m_holders.ctlMonitorMode1.fCentre()); }
@@ -82,7 +80,9 @@ struct SettingsLines::Sources {
     static QString RXAtten(S s) { return flagText(s.m_holders.ctlFrequency1.Atten()); }
     static QString RBW(S s) { return QString::number(s.m_holders.ctlDataMode1.RBW()); }
     static QString Amp(S s) { return QString::number(s.m_holders.ctlDataMode1.Amp()); }
-    static QString DataMode(S s) { return QString::number(s.m_holders.ctlDataMode1.DataMode()); }
+    static QString DataMode(S s) {
+        return QString::number(static_cast<qint16>(s.m_holders.ctlDataMode1.DataMode()));
+    }
     static QString Samples(S s) { return QString::number(s.m_holders.ctlDataMode1.Samples()); }
 
     static constexpr std::array<Row, 24> kRows{{

@@ -144,7 +144,7 @@ void SettingsLines::applyMonitorMode(const QString &value) {
         wait();
         m_holders.vdr.setVDRMonitorMode(MonitorModeCode(whole<qint16>(value)));
     }
-    m_holders.ctlMonitorMode1.setMonitorMode(whole<qint16>(value));
+    m_holders.ctlMonitorMode1.setMonitorMode(MonitorModeCode(whole<qint16>(value)));
 }
 
 void SettingsLines::applySpan(const QString &value) {
@@ -242,9 +242,9 @@ void SettingsLines::applyAmp(const QString &value) {
 }
 
 void SettingsLines::applyDataMode(const QString &value) {
-    auto mode = whole<qint16>(value);
+    auto mode = DataModeCode(whole<qint16>(value));
     if (!m_session.InPlayback) {
-        m_holders.vdr.setVDRDataMode(DataModeCode(mode));
+        m_holders.vdr.setVDRDataMode(mode);
     }
     m_holders.ctlDataMode1.setDataMode(mode);
 }

@@ -198,8 +198,8 @@ protected:
     // ---- what the user does
 
     /// As if the user had made \a panel raise Changed.
-    template <typename Panel>
-    static void raise(Panel &panel, qint32 What) {
+    template <typename Panel, typename Code>
+    static void raise(Panel &panel, Code What) {
         Q_EMIT panel.Changed(What);
     }
     /// Picks a menu entry; what it shows answers at once.

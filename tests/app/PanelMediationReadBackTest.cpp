@@ -60,10 +60,10 @@ TEST_F(ReadBackTest, allPanels_showWhatTheUnitHolds) {
     EXPECT_EQ(receiver().Mode(), 5);
     EXPECT_EQ(receiver().Frequency(), megahertz(433));
     EXPECT_EQ(data().Amp(), -10);
-    EXPECT_EQ(data().DataMode(), 2);
+    EXPECT_EQ(data().DataMode(), DataModeCode::Average);
     EXPECT_EQ(data().RBW(), 4);
     EXPECT_EQ(data().Samples(), 16);
-    EXPECT_EQ(monitor().MonitorMode(), 2);
+    EXPECT_EQ(monitor().MonitorMode(), MonitorModeCode::Step);
     EXPECT_EQ(monitor().fSpan(), megahertz(4));
     EXPECT_EQ(monitor().fCentre(), megahertz(433));
 }

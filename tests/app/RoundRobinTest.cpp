@@ -141,8 +141,8 @@ TEST_F(RoundRobinTest, attenuatorReplyOtherThanOne_isOff) {
 TEST_F(RoundRobinTest, monitorModeChangedBetweenTicks_isFollowedByTheTenthCheck) {
     startUp();
     poll(9);
-    monitor().setMonitorMode(3);
-    raise(monitor(), 0);
+    monitor().setMonitorMode(MonitorModeCode::Channel);
+    raise(monitor(), MonitorChangeCode::MonitorMode);
     forgetSent();
     poll();
     EXPECT_EQ(sent(), (QStringList{"RIFD", "RUCS", "RICD"}));

@@ -328,7 +328,7 @@ TEST_F(FrmDisplayStartTest, brokenDefaultFile_keepsTheLinesBeforeAndIsReadBackAn
 TEST_F(FrmDisplayStartTest, secondStart_restoresWhatTheFirstRunEndedWith) {
     startUp();
     monitor().setfCentre(megahertz(433));
-    raise(monitor(), 1);
+    raise(monitor(), MonitorChangeCode::Centre);
     displaySettings().setPaletteIndex(1);
     m_form->close();
     resetUnit();

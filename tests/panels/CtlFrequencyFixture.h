@@ -7,7 +7,7 @@
 namespace veldron {
 
 /// The receiver panel with a receiver that has everything: 100 MHz, "VK3900", 10 kHz, "NFM".
-class CtlFrequency : public PanelFixture<ctlFrequency> {
+class CtlFrequency : public PanelFixture<ctlFrequency, ReceiverChangeCode> {
 protected:
     CtlFrequency() {
         panel->setFrequency(Hertz::fromWhole(100'000'000));

@@ -17,10 +17,12 @@ namespace veldron {
 
 /// A panel in a shown, active window beside a control of another panel. Keys and clicks go to the
 /// window and find their way as a user's do.
-template <typename Panel>
+/// \a ChangeCode is the argument of the panel's event.
+template <typename Panel, typename ChangeCode>
 class PanelFixture : public testing::Test {
 protected:
-    using Events = std::vector<qint32>;
+    using Code = ChangeCode;
+    using Events = std::vector<ChangeCode>;
 
     PanelFixture() {
         auto *strip = new QHBoxLayout(&window);
@@ -29,7 +31,7 @@ protected:
         strip->addWidget(panel);
         strip->addWidget(outside);
         QObject::connect(panel, &Panel::Changed, &window,
-                         [this](qint32 what) { events.push_back(what); });
+                         [this](ChangeCode what) { events.push_back(what); });
         window.show();
         window.activateWindow();
         EXPECT_TRUE(QTest::qWaitForWindowActive(&window));

@@ -35,8 +35,8 @@ protected:
             strip->addWidget(panel);
         }
         strip->addStretch(1);
-        const auto note = [this](qint32 what) {
-            events.push_back(what);
+        const auto note = [this](auto what) {
+            events.push_back(static_cast<qint32>(what));
         };
         QObject::connect(frequency, &ctlFrequency::Changed, &window, note);
         QObject::connect(monitor, &ctlMonitorMode::Changed, &window, note);
@@ -64,13 +64,13 @@ protected:
     void writeEverything() {
         for (const int number : {0, 1, 3, 7, 10, 11, -1, -20, 99}) {
             const auto code = static_cast<qint16>(number);
-            qint16 mode = code;
+            auto mode = static_cast<DataModeCode>(code);
             frequency->setRX(code);
             frequency->setMode(code);
             frequency->setStep(number * 1'000);
             frequency->setFrequency(Hertz::fromWhole(number * 1'000'000));
             frequency->setAtten(number % 2 != 0);
-            monitor->setMonitorMode(code);
+            monitor->setMonitorMode(static_cast<MonitorModeCode>(code));
             monitor->setfSpan(Hertz::fromWhole(number * 1'000'000));
             monitor->setfStep(Hertz::fromWhole(number * 1'000));
             monitor->setfStart(Hertz::fromWhole(number * 2'000'000));
@@ -100,7 +100,7 @@ protected:
     }
     void showEverything() {
         frequency->setRX(3);
-        qint16 mode = 2;
+        DataModeCode mode = DataModeCode::Average;
         data->setDataMode(mode);
     }
 
@@ -221,7 +221,7 @@ TEST_F(PanelStrip, hiddenControls_leaveTheirPlacesEmpty) {
     settleLayouts();
     const QRect before = monitor->geometry();
     frequency->setRX(0);
-    qint16 mode = 1;
+    DataModeCode mode = DataModeCode::Normal;
     data->setDataMode(mode);
     QApplication::processEvents();
     EXPECT_EQ(monitor->geometry(), before);

@@ -12,9 +12,9 @@
 namespace veldron {
 namespace {
 
-class CtlDataMode : public PanelFixture<ctlDataMode> {
+class CtlDataMode : public PanelFixture<ctlDataMode, DataChangeCode> {
 protected:
-    void write(qint16 mode, qint16 samples) {
+    void write(DataModeCode mode, qint16 samples) {
         panel->setDataMode(mode);
         panel->setSamples(samples);
         events.clear();
@@ -27,7 +27,7 @@ TEST(CtlDataModeMade, freshPanel_isNormalWithThreeSamples) {
     const ctlDataMode panel;
     EXPECT_EQ(panel.RBW(), 1);
     EXPECT_EQ(panel.Amp(), 0);
-    EXPECT_EQ(panel.DataMode(), 1);
+    EXPECT_EQ(panel.DataMode(), DataModeCode::Normal);
     EXPECT_EQ(panel.Samples(), 3);
     EXPECT_TRUE(panel.Enabled());
     for (const char *name : {"txtSamples", "lblSamples", "udSamples", "cmdReset"}) {
@@ -56,7 +56,7 @@ TEST_F(CtlDataMode, eachRBWRow_isItsPosition) {
         events.clear();
         pick("cboRBW", row);
         EXPECT_EQ(panel->RBW(), row + 1);
-        EXPECT_EQ(events, Events{1});
+        EXPECT_EQ(events, Events{Code::RBW});
     }
 }
 
@@ -65,7 +65,7 @@ TEST_F(CtlDataMode, eachAmpRow_isItsDecibels) {
         events.clear();
         pick("cboAmp", row);
         EXPECT_EQ(panel->Amp(), -10 * row);
-        EXPECT_EQ(events, Events{2});
+        EXPECT_EQ(events, Events{Code::Amp});
     }
 }
 
@@ -85,58 +85,59 @@ TEST_F(CtlDataMode, eachDataMode_showsItsSampleControls) {
     for (const Case &mode : cases) {
         events.clear();
         pick("cboDataMode", mode.row);
-        EXPECT_EQ(panel->DataMode(), mode.row + 1);
+        EXPECT_EQ(panel->DataMode(), static_cast<DataModeCode>(mode.row + 1));
         for (const char *name : {"txtSamples", "lblSamples", "udSamples"}) {
             EXPECT_EQ(isShown(name), mode.samples) << name << mode.row;
         }
         EXPECT_EQ(isShown("cmdReset"), mode.reset) << mode.row;
         EXPECT_EQ(upper(), mode.upper) << mode.row;
         EXPECT_EQ(child<EntryBox>("txtSamples")->typingLimit(), mode.longest) << mode.row;
-        EXPECT_EQ(events, Events{4}) << mode.row;
+        EXPECT_EQ(events, Events{Code::DataMode}) << mode.row;
     }
 }
 
 TEST_F(CtlDataMode, resetButton_standsInThePlaceOfTheSamples) {
-    write(2, 3);
+    write(DataModeCode::Average, 3);
     const QPoint place = child("txtSamples")->mapTo(panel, QPoint(0, 0));
-    write(3, 3);
+    write(DataModeCode::Max, 3);
     EXPECT_EQ(child("cmdReset")->mapTo(panel, QPoint(0, 0)), place);
 }
 
 TEST_F(CtlDataMode, medChosenOver20Samples_cutsThemTo4AfterTheEvent) {
-    write(2, 20);
-    std::vector<int> seen;
-    QObject::connect(panel, &ctlDataMode::Changed, &window, [this, &seen](qint32 what) {
-        seen.insert(seen.end(), {what, panel->Samples(), upper()});
+    write(DataModeCode::Average, 20);
+    using Seen = std::tuple<DataChangeCode, int, int>;
+    std::vector<Seen> seen;
+    QObject::connect(panel, &ctlDataMode::Changed, &window, [this, &seen](DataChangeCode what) {
+        seen.emplace_back(what, panel->Samples(), upper());
     });
     pick("cboDataMode", 3);
     EXPECT_EQ(text("txtSamples"), "4");
     EXPECT_EQ(panel->Samples(), 4);
-    EXPECT_EQ(seen, (std::vector<int>{4, 20, 31, 8, 4, 4}))
+    EXPECT_EQ(seen, (std::vector<Seen>{{Code::DataMode, 20, 31}, {Code::Samples, 4, 4}}))
         << "first the mode with the old number and limits, then the cut text";
 }
 
 TEST_F(CtlDataMode, nineThenEnterInMed_is4AndOneEvent) {
-    write(4, 3);
+    write(DataModeCode::Median, 3);
     typeInto("txtSamples", "9");
     EXPECT_EQ(events, Events{});
     EXPECT_EQ(text("txtSamples"), "9");
     type("\r");
     EXPECT_EQ(text("txtSamples"), "4");
     EXPECT_EQ(panel->Samples(), 4);
-    EXPECT_EQ(events, Events{8});
+    EXPECT_EQ(events, Events{Code::Samples});
 }
 
 TEST_F(CtlDataMode, emptySamplesOnEnter_become2) {
-    write(2, 7);
+    write(DataModeCode::Average, 7);
     typeInto("txtSamples", "5\b\r");
     EXPECT_EQ(text("txtSamples"), "2");
     EXPECT_EQ(panel->Samples(), 2);
-    EXPECT_EQ(events, Events{8});
+    EXPECT_EQ(events, Events{Code::Samples});
 }
 
 TEST_F(CtlDataMode, firstBackspace_emptiesTheText) {
-    write(2, 17);
+    write(DataModeCode::Average, 17);
     typeInto("txtSamples", "\b");
     EXPECT_EQ(text("txtSamples"), "");
     EXPECT_EQ(panel->Samples(), 17);
@@ -144,14 +145,17 @@ TEST_F(CtlDataMode, firstBackspace_emptiesTheText) {
 
 TEST_F(CtlDataMode, typedSamples_areLimitedInLengthAndPulledIntoTheLimits) {
     struct Case {
-        qint16 mode;
+        DataModeCode mode;
         const char *keys;
         const char *shown;
         qint16 samples;
     };
-    const Case cases[] = {{2, "25", "25", 25}, {2, "99", "99", 31}, {2, "123", "12", 12},
-                          {2, "1", "1", 2},    {2, "0", "0", 2},    {4, "3", "3", 3},
-                          {4, "12", "1", 2},   {4, "4", "4", 4}};
+    constexpr DataModeCode average = DataModeCode::Average;
+    constexpr DataModeCode median = DataModeCode::Median;
+    const Case cases[] = {{average, "25", "25", 25},  {average, "99", "99", 31},
+                          {average, "123", "12", 12}, {average, "1", "1", 2},
+                          {average, "0", "0", 2},     {median, "3", "3", 3},
+                          {median, "12", "1", 2},     {median, "4", "4", 4}};
     for (const Case &example : cases) {
         write(example.mode, 3);
         typeInto("txtSamples", example.keys);
@@ -159,60 +163,60 @@ TEST_F(CtlDataMode, typedSamples_areLimitedInLengthAndPulledIntoTheLimits) {
         key(Qt::Key_Enter);
         EXPECT_EQ(panel->Samples(), example.samples) << example.keys;
         EXPECT_EQ(text("txtSamples"), QString::number(example.samples));
-        EXPECT_EQ(events, Events{8}) << example.keys;
+        EXPECT_EQ(events, Events{Code::Samples}) << example.keys;
     }
 }
 
 TEST_F(CtlDataMode, enterWithoutAnEntry_checksAndRaises8) {
-    write(2, 9);
+    write(DataModeCode::Average, 9);
     typeInto("txtSamples", "\r");
     EXPECT_EQ(panel->Samples(), 9);
-    EXPECT_EQ(events, Events{8});
+    EXPECT_EQ(events, Events{Code::Samples});
 }
 
 TEST_F(CtlDataMode, otherKeyInAFullBox_endsTheEntryAndGoesOnToTheBox) {
-    write(4, 3);
+    write(DataModeCode::Median, 3);
     typeInto("txtSamples", "4x");
     EXPECT_EQ(text("txtSamples"), "4") << "there is no room for the letter";
-    EXPECT_EQ(events, Events{8});
+    EXPECT_EQ(events, Events{Code::Samples});
 }
 
 TEST_F(CtlDataMode, otherKeyInABoxWithRoom_isTypedAndChangesTheTextAgain) {
-    write(2, 3);
+    write(DataModeCode::Average, 3);
     typeInto("txtSamples", "5x");
     EXPECT_EQ(text("txtSamples"), "5x") << "the key is not swallowed";
     EXPECT_EQ(panel->Samples(), 5);
-    EXPECT_EQ(events, (Events{8, 8}));
+    EXPECT_EQ(events, (Events{Code::Samples, Code::Samples}));
 }
 
 TEST_F(CtlDataMode, arrowsAndShift_doNotEndTheEntry) {
-    write(2, 3);
+    write(DataModeCode::Average, 3);
     typeInto("txtSamples", "1");
     for (const Qt::Key code : {Qt::Key_Left, Qt::Key_End, Qt::Key_Shift, Qt::Key_F2}) {
         key(code);
     }
     type("2\r");
     EXPECT_EQ(panel->Samples(), 12);
-    EXPECT_EQ(events, Events{8});
+    EXPECT_EQ(events, Events{Code::Samples});
 }
 
 TEST_F(CtlDataMode, focusLostDuringAnEntry_takesTheNumberAndRaises8) {
-    write(2, 3);
+    write(DataModeCode::Average, 3);
     typeInto("txtSamples", "12");
     leave();
     EXPECT_EQ(panel->Samples(), 12);
-    EXPECT_EQ(events, Events{8});
+    EXPECT_EQ(events, Events{Code::Samples});
 }
 
 TEST_F(CtlDataMode, focusLostWithoutAnEntry_raisesNothing) {
-    write(2, 3);
+    write(DataModeCode::Average, 3);
     click("txtSamples");
     leave();
     EXPECT_EQ(events, Events{});
 }
 
 TEST_F(CtlDataMode, disabledDuringAnEntry_isNoLossOfFocus) {
-    write(2, 3);
+    write(DataModeCode::Average, 3);
     typeInto("txtSamples", "12");
     panel->setEnabled(false);
     EXPECT_EQ(panel->Samples(), 3);
@@ -220,31 +224,31 @@ TEST_F(CtlDataMode, disabledDuringAnEntry_isNoLossOfFocus) {
 }
 
 TEST_F(CtlDataMode, upAndDown_stepTheTextWithinTheLimits) {
-    write(4, 3);
+    write(DataModeCode::Median, 3);
     press("udSamplesUp");
     EXPECT_EQ(text("txtSamples"), "4");
     EXPECT_EQ(panel->Samples(), 4);
     press("udSamplesUp");
     EXPECT_EQ(text("txtSamples"), "4");
-    EXPECT_EQ(events, Events{8}) << "at the limit nothing changes";
+    EXPECT_EQ(events, Events{Code::Samples}) << "at the limit nothing changes";
     press("udSamplesDown");
     press("udSamplesDown");
     press("udSamplesDown");
     EXPECT_EQ(panel->Samples(), 2);
-    EXPECT_EQ(events, (Events{8, 8, 8}));
+    EXPECT_EQ(events, (Events{Code::Samples, Code::Samples, Code::Samples}));
 }
 
 TEST_F(CtlDataMode, upAndDownFromBeyondTheLimits_comeBackWithin) {
-    write(2, 99);
+    write(DataModeCode::Average, 99);
     press("udSamplesUp");
     EXPECT_EQ(panel->Samples(), 31);
-    write(2, -5);
+    write(DataModeCode::Average, -5);
     press("udSamplesDown");
     EXPECT_EQ(panel->Samples(), 2);
 }
 
 TEST_F(CtlDataMode, upAndDown_workFromTheKeyboard) {
-    write(2, 9);
+    write(DataModeCode::Average, 9);
     click("txtSamples");
     key(Qt::Key_Tab);
     EXPECT_EQ(QApplication::focusWidget(), child("udSamplesUp"));
@@ -257,15 +261,15 @@ TEST_F(CtlDataMode, upAndDown_workFromTheKeyboard) {
 }
 
 TEST_F(CtlDataMode, upDuringAnEntry_endsTheEntryFirst) {
-    write(2, 3);
+    write(DataModeCode::Average, 3);
     typeInto("txtSamples", "12");
     press("udSamplesUp");
     EXPECT_EQ(panel->Samples(), 13);
-    EXPECT_EQ(events, (Events{8, 8}));
+    EXPECT_EQ(events, (Events{Code::Samples, Code::Samples}));
 }
 
 TEST_F(CtlDataMode, textPasted_isLimitedAndNoticed) {
-    write(2, 3);
+    write(DataModeCode::Average, 3);
     click("txtSamples");
     box("txtSamples")->selectAll();
     QGuiApplication::clipboard()->setText("123");
@@ -316,22 +320,22 @@ TEST_F(CtlDataMode, rbwWritten0_clearsTheSelection) {
 
 TEST_F(CtlDataMode, dataModeWritten9_selectsNormalAndTurnsTheCallersVariableTo1) {
     for (const int value : {9, 5, 0, -1}) {
-        qint16 mode = 4;
+        DataModeCode mode = DataModeCode::Median;
         panel->setDataMode(mode);
-        mode = static_cast<qint16>(value);
+        mode = static_cast<DataModeCode>(value);
         panel->setDataMode(mode);
-        EXPECT_EQ(mode, 1) << value;
-        EXPECT_EQ(panel->DataMode(), 1);
+        EXPECT_EQ(mode, DataModeCode::Normal) << value;
+        EXPECT_EQ(panel->DataMode(), DataModeCode::Normal);
         EXPECT_EQ(text("cboDataMode"), "Normal");
     }
     EXPECT_EQ(events, Events{});
 }
 
 TEST_F(CtlDataMode, dataModeWrittenInRange_leavesTheCallersVariableAndIsSilent) {
-    write(2, 20);
-    qint16 mode = 4;
+    write(DataModeCode::Average, 20);
+    DataModeCode mode = DataModeCode::Median;
     panel->setDataMode(mode);
-    EXPECT_EQ(mode, 4);
+    EXPECT_EQ(mode, DataModeCode::Median);
     EXPECT_EQ(text("cboDataMode"), "Med");
     EXPECT_EQ(text("txtSamples"), "4");
     EXPECT_EQ(panel->Samples(), 4);
@@ -339,40 +343,39 @@ TEST_F(CtlDataMode, dataModeWrittenInRange_leavesTheCallersVariableAndIsSilent) 
 }
 
 TEST_F(CtlDataMode, samplesWritten99_areShownUntilTheNextCheck) {
-    write(4, 99);
+    write(DataModeCode::Median, 99);
     EXPECT_EQ(text("txtSamples"), "99");
     EXPECT_EQ(panel->Samples(), 99);
     typeInto("txtSamples", "\r");
     EXPECT_EQ(text("txtSamples"), "4");
-    write(2, 99);
-    qint16 mode = 2;
+    write(DataModeCode::Average, 99);
+    DataModeCode mode = DataModeCode::Average;
     panel->setDataMode(mode);
     EXPECT_EQ(panel->Samples(), 31) << "writing the same mode checks too";
 }
 
 TEST_F(CtlDataMode, resetPressed_raises16AlsoWhileDisabled) {
-    write(3, 3);
+    write(DataModeCode::Max, 3);
     click("cmdReset");
     panel->setEnabled(false);
     click("cmdReset");
     key(Qt::Key_Space);
-    EXPECT_EQ(events, (Events{16, 16, 16}));
+    EXPECT_EQ(events, (Events{Code::Reset, Code::Reset, Code::Reset}));
 }
 
 TEST_F(CtlDataMode, resetPressedWhileCodeWrites_raises16) {
-    write(2, 20);
+    write(DataModeCode::Average, 20);
     // The text changes while the mode is being written.
     const auto connection = QObject::connect(box("txtSamples"), &QLineEdit::textChanged, &window,
                                              [this] { child<QPushButton>("cmdReset")->click(); });
     panel->setSamples(5);
     QObject::disconnect(connection);
-    EXPECT_EQ(events, Events{16});
+    EXPECT_EQ(events, Events{Code::Reset});
 }
 
 TEST_F(CtlDataMode, normalAndMax_keepTheHiddenSamples) {
-    write(2, 20);
-    for (const qint16 hidden : {qint16{1}, qint16{3}}) {
-        qint16 mode = hidden;
+    write(DataModeCode::Average, 20);
+    for (DataModeCode mode : {DataModeCode::Normal, DataModeCode::Max}) {
         panel->setDataMode(mode);
         EXPECT_EQ(text("txtSamples"), "20");
         EXPECT_EQ(panel->Samples(), 20);
@@ -392,16 +395,16 @@ TEST_F(CtlDataMode, enabledFalse_switchesTheFiveControlsButNotReset) {
 }
 
 TEST_F(CtlDataMode, containerWritingBackInTheEvent_raisesNothingMore) {
-    write(2, 20);
+    write(DataModeCode::Average, 20);
     QObject::connect(panel, &ctlDataMode::Changed, &window, [this] {
-        qint16 mode = 3;
+        DataModeCode mode = DataModeCode::Max;
         panel->setDataMode(mode);
         panel->setSamples(6);
     });
     pick("cboDataMode", 3);
-    EXPECT_EQ(panel->DataMode(), 3);
+    EXPECT_EQ(panel->DataMode(), DataModeCode::Max);
     EXPECT_TRUE(isShown("cmdReset"));
-    EXPECT_EQ(events, Events{4});
+    EXPECT_EQ(events, Events{Code::DataMode});
 }
 
 } // namespace

@@ -81,7 +81,7 @@ TEST_F(CtlFrequency, stepWritten12500_isShownAndALaterPickOf25Raises4) {
     pick("cboStep", 5);
     EXPECT_EQ(panel->Step(), 25'000);
     EXPECT_EQ(text("cboStep"), "25.000");
-    EXPECT_EQ(events, Events{4});
+    EXPECT_EQ(events, Events{Code::Step});
 }
 
 TEST_F(CtlFrequency, stepRowThatEqualsTheStep_raisesNothing) {
@@ -99,14 +99,14 @@ TEST_F(CtlFrequency, rowPickedByMouse_acts) {
     QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier,
                       view->visualRect(index).center());
     EXPECT_EQ(panel->Step(), 50'000);
-    EXPECT_EQ(events, Events{4});
+    EXPECT_EQ(events, Events{Code::Step});
 }
 
 TEST_F(CtlFrequency, arrowOnTheClosedStepList_goesOnFromTheShownStep) {
     click("cboStep");
     key(Qt::Key_Down);
     EXPECT_EQ(panel->Step(), 25'000);
-    EXPECT_EQ(events, Events{4});
+    EXPECT_EQ(events, Events{Code::Step});
 }
 
 TEST_F(CtlFrequency, wheelOverClosedLists_doesNothing) {
@@ -123,7 +123,7 @@ TEST_F(CtlFrequency, wheelOverClosedLists_doesNothing) {
 TEST_F(CtlFrequency, receiverPicked_isStoredAndRaised2WithoutRefilling) {
     pick("cboRX", 2);
     EXPECT_EQ(panel->RX(), 3);
-    EXPECT_EQ(events, Events{2});
+    EXPECT_EQ(events, Events{Code::RX});
     EXPECT_EQ(list("cboMode")->count(), 10) << "the modes of the receiver before";
 }
 
@@ -197,7 +197,7 @@ TEST_F(CtlFrequency, receiver11Picked_isKeptWhenWrittenBackAndItsModesAreTaken) 
     EXPECT_EQ(list("cboMode")->count(), 7) << "the lists are still those of the receiver before";
     panel->setMode(4);
     EXPECT_EQ(panel->Mode(), 4);
-    EXPECT_EQ(events, Events{2});
+    EXPECT_EQ(events, Events{Code::RX});
 }
 
 TEST_F(CtlFrequency, receiver11OverAnEmptyModeList_storesTheModeAndLeavesTheSelection) {
@@ -214,7 +214,7 @@ TEST_F(CtlFrequency, modePicked_raises8AlsoForTheSameRow) {
     EXPECT_EQ(text("cboMode"), " AM");
     pick("cboMode", 4);
     EXPECT_EQ(panel->Mode(), 5);
-    EXPECT_EQ(events, (Events{8, 8}));
+    EXPECT_EQ(events, (Events{Code::Mode, Code::Mode}));
 }
 
 TEST_F(CtlFrequency, receiverWithoutAModeInCommon_leavesTheOldModeUntilWritten) {
@@ -242,7 +242,7 @@ TEST_F(CtlFrequency, attenuatorClicked_raises16) {
     child("chkAtten")->setFocus();
     key(Qt::Key_Space);
     EXPECT_FALSE(panel->Atten());
-    EXPECT_EQ(events, (Events{16, 16}));
+    EXPECT_EQ(events, (Events{Code::Atten, Code::Atten}));
 }
 
 TEST_F(CtlFrequency, attenuatorWritten_isCheckedAndCleared) {

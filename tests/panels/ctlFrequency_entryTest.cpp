@@ -25,7 +25,7 @@ TEST_F(CtlFrequency, entryInFrequency_storesShowsAndRaises1) {
         typeInto("txtFreq", example.keys);
         EXPECT_EQ(hertz(), example.hertz) << example.keys;
         EXPECT_EQ(text("txtFreq"), example.text) << example.keys;
-        EXPECT_EQ(events, Events{1}) << example.keys;
+        EXPECT_EQ(events, Events{Code::Frequency}) << example.keys;
     }
 }
 
@@ -61,7 +61,7 @@ TEST_F(CtlFrequency, strayLetter_endsTheEntryAndStaysUntilTheNextKey) {
     EXPECT_EQ(text("txtFreq"), "7");
     type("\r");
     EXPECT_EQ(hertz(), 7'000'000);
-    EXPECT_EQ(events, Events{1});
+    EXPECT_EQ(events, Events{Code::Frequency});
 }
 
 TEST_F(CtlFrequency, focusLostDuringAnEntry_showsTheOldFrequencyAndRaises1) {
@@ -69,7 +69,7 @@ TEST_F(CtlFrequency, focusLostDuringAnEntry_showsTheOldFrequencyAndRaises1) {
     leave();
     EXPECT_EQ(text("txtFreq"), "100.00000");
     EXPECT_EQ(hertz(), 100'000'000);
-    EXPECT_EQ(events, Events{1});
+    EXPECT_EQ(events, Events{Code::Frequency});
 }
 
 TEST_F(CtlFrequency, focusLostWithoutAnEntry_raisesNothing) {
@@ -84,7 +84,7 @@ TEST_F(CtlFrequency, frequencyWrittenDuringAnEntry_letsTheEntryGoOn) {
     EXPECT_EQ(text("txtFreq"), "88.00000");
     type("5\r");
     EXPECT_EQ(hertz(), 145'000'000);
-    EXPECT_EQ(events, Events{1});
+    EXPECT_EQ(events, Events{Code::Frequency});
 }
 
 TEST_F(CtlFrequency, arrowsFunctionKeysAndCombinations_areNoKeysOfAnEntry) {
@@ -97,14 +97,14 @@ TEST_F(CtlFrequency, arrowsFunctionKeysAndCombinations_areNoKeysOfAnEntry) {
     key(Qt::Key_K, Qt::AltModifier);
     type("5\r");
     EXPECT_EQ(hertz(), 145'000'000);
-    EXPECT_EQ(events, Events{1});
+    EXPECT_EQ(events, Events{Code::Frequency});
 }
 
 TEST_F(CtlFrequency, tabDuringAnEntry_isALossOfFocus) {
     typeInto("txtFreq", "145");
     key(Qt::Key_Tab);
     EXPECT_EQ(text("txtFreq"), "100.00000");
-    EXPECT_EQ(events, Events{1});
+    EXPECT_EQ(events, Events{Code::Frequency});
 }
 
 TEST_F(CtlFrequency, menuDuringAnEntry_isNoLossOfFocus) {
@@ -159,7 +159,7 @@ TEST_F(CtlFrequency, enabledAgainDuringAnEntry_letsTheEntryGoOn) {
     EXPECT_EQ(panel->TuneStep(), 500);
     typeInto("txtFreq", "5\r");
     EXPECT_EQ(hertz(), 145'000'000);
-    EXPECT_EQ(events, Events{1});
+    EXPECT_EQ(events, Events{Code::Frequency});
 }
 
 TEST_F(CtlFrequency, entryInStep_storesShowsAndRaises4) {
@@ -177,7 +177,7 @@ TEST_F(CtlFrequency, entryInStep_storesShowsAndRaises4) {
         typeInto("cboStep", example.keys);
         EXPECT_EQ(panel->Step(), example.step) << example.keys;
         EXPECT_EQ(text("cboStep"), example.text) << example.keys;
-        EXPECT_EQ(events, Events{4}) << example.keys;
+        EXPECT_EQ(events, Events{Code::Step}) << example.keys;
     }
 }
 
@@ -185,7 +185,7 @@ TEST_F(CtlFrequency, stepOf2000000K_isDroppedShownAsOldAndRaised) {
     typeInto("cboStep", "2000000K");
     EXPECT_EQ(panel->Step(), 10'000);
     EXPECT_EQ(text("cboStep"), "10.000");
-    EXPECT_EQ(events, Events{4});
+    EXPECT_EQ(events, Events{Code::Step});
 }
 
 TEST_F(CtlFrequency, stepTypedAsARow_picksNothingUntilItsKeyEndsIt) {
@@ -194,7 +194,7 @@ TEST_F(CtlFrequency, stepTypedAsARow_picksNothingUntilItsKeyEndsIt) {
     leave();
     EXPECT_EQ(panel->Step(), 10'000);
     EXPECT_EQ(text("cboStep"), "10.000");
-    EXPECT_EQ(events, Events{4});
+    EXPECT_EQ(events, Events{Code::Step});
     EXPECT_EQ(rows("cboStep").size(), 8);
 }
 
@@ -213,9 +213,9 @@ TEST_F(CtlFrequency, containerWritingBackInTheEvent_raisesNothingMore) {
     });
     typeInto("txtFreq", "145\r");
     EXPECT_EQ(text("txtFreq"), "144.00000");
-    EXPECT_EQ(events, Events{1});
+    EXPECT_EQ(events, Events{Code::Frequency});
     typeInto("txtFreq", "7\r");
-    EXPECT_EQ(events, (Events{1, 1}));
+    EXPECT_EQ(events, (Events{Code::Frequency, Code::Frequency}));
 }
 
 } // namespace

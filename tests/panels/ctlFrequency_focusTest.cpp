@@ -34,7 +34,7 @@ TEST_F(CtlFrequency, panelLosingTheFocus_endsTuningAndEntryAfterTheFieldsOwnEven
     EXPECT_EQ(panel->TuneStep(), 500);
     leave();
     EXPECT_EQ(panel->TuneStep(), 0);
-    EXPECT_EQ(events, Events{1}) << "the field comes before the panel";
+    EXPECT_EQ(events, Events{Code::Frequency}) << "the field comes before the panel";
 }
 
 TEST_F(CtlFrequency, focusMovingInsideThePanel_keepsTheTuneStep) {
@@ -55,7 +55,7 @@ TEST_F(CtlFrequency, timerTick_tunesShowsRaises1AndSpeedsUp) {
     EXPECT_EQ(label("lblFreq"), "100.002.500");
     EXPECT_EQ(text("txtFreq"), "100.00000") << "the box is not shown anew";
     EXPECT_EQ(timer->interval(), 76) << "76.5, to even";
-    EXPECT_EQ(events, Events{1});
+    EXPECT_EQ(events, Events{Code::Frequency});
 }
 
 TEST_F(CtlFrequency, timerTickAtAShortInterval_staysAtTenMilliseconds) {

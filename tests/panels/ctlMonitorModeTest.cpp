@@ -7,7 +7,7 @@ namespace {
 
 constexpr qint64 kMega = 1'000'000;
 
-class CtlMonitorMode : public PanelFixture<ctlMonitorMode> {
+class CtlMonitorMode : public PanelFixture<ctlMonitorMode, MonitorChangeCode> {
 protected:
     CtlMonitorMode() {
         panel->setGuard(
@@ -16,7 +16,7 @@ protected:
         panel->setfCentre(Hertz::fromWhole(100 * kMega));
     }
     void goToChannelMode() {
-        panel->setMonitorMode(3);
+        panel->setMonitorMode(MonitorModeCode::Channel);
         panel->setfStart(Hertz::fromWhole(88 * kMega));
         panel->setfCentre(Hertz::fromWhole(25'000));
         panel->setfEnd(Hertz::fromWhole(96 * kMega));
@@ -39,7 +39,7 @@ protected:
 
 TEST(CtlMonitorModeMade, freshPanel_isInSpectrumModeWithAllNumbersZero) {
     const ctlMonitorMode panel;
-    EXPECT_EQ(panel.MonitorMode(), 1);
+    EXPECT_EQ(panel.MonitorMode(), MonitorModeCode::Spectrum);
     EXPECT_TRUE(panel.Enabled());
     for (const Hertz number :
          {panel.fSpan(), panel.fStep(), panel.fStart(), panel.fCentre(), panel.fEnd()}) {
@@ -75,12 +75,12 @@ TEST_F(CtlMonitorMode, spanRow160000_givesAStepOf500) {
     EXPECT_EQ(numbers(), (Numbers{99.92e6, 100e6, 100.08e6, 160'000, 500}));
     EXPECT_EQ(text("cboSpan"), "0.16000");
     EXPECT_EQ(text("cboStep"), "0.500");
-    EXPECT_EQ(events, Events{3});
+    EXPECT_EQ(events, Events{Code::Span});
 }
 
 TEST_F(CtlMonitorMode, spanRowThatEqualsTheSpan_raises3) {
     pick("cboSpan", 0);
-    EXPECT_EQ(events, Events{3});
+    EXPECT_EQ(events, Events{Code::Span});
     EXPECT_EQ(text("cboSpan"), "10.00000");
 }
 
@@ -89,52 +89,52 @@ TEST_F(CtlMonitorMode, stepRow31250_givesASpanOf10MHz) {
     pick("cboStep", 8);
     EXPECT_EQ(numbers(), (Numbers{95e6, 100e6, 105e6, 10e6, 31'250}));
     pick("cboStep", 8);
-    EXPECT_EQ(events, (Events{2, 2}));
+    EXPECT_EQ(events, (Events{Code::Step, Code::Step}));
 }
 
 TEST_F(CtlMonitorMode, startEntered90_movesTheWholeWindow) {
     typeInto("txtStart", "90\r");
     EXPECT_EQ(numbers(), (Numbers{90e6, 95e6, 100e6, 10e6, 31'250}));
     EXPECT_EQ(texts(), QStringList({"90.00000", "95.00000", "100.00000", "10.00000", "31.250"}));
-    EXPECT_EQ(events, Events{1});
+    EXPECT_EQ(events, Events{Code::Centre});
 }
 
 TEST_F(CtlMonitorMode, endEntered_movesTheWholeWindow) {
     typeInto("txtEnd", "90\r");
     EXPECT_EQ(numbers(), (Numbers{80e6, 85e6, 90e6, 10e6, 31'250}));
     EXPECT_EQ(texts(), QStringList({"80.00000", "85.00000", "90.00000", "10.00000", "31.250"}));
-    EXPECT_EQ(events, Events{1});
+    EXPECT_EQ(events, Events{Code::Centre});
 }
 
 TEST_F(CtlMonitorMode, centreEntered_movesTheWholeWindow) {
     typeInto("txtCentre", "145.5\r");
     EXPECT_EQ(numbers(), (Numbers{140.5e6, 145.5e6, 150.5e6, 10e6, 31'250}));
     EXPECT_EQ(text("txtCentre"), "145.50000");
-    EXPECT_EQ(events, Events{1});
+    EXPECT_EQ(events, Events{Code::Centre});
 }
 
 TEST_F(CtlMonitorMode, spanEntered_keepsTheCentre) {
     typeInto("cboSpan", "2\r");
     EXPECT_EQ(numbers(), (Numbers{99e6, 100e6, 101e6, 2e6, 6'250}));
     EXPECT_EQ(texts(), QStringList({"99.00000", "100.00000", "101.00000", "2.00000", "6.250"}));
-    EXPECT_EQ(events, Events{3});
+    EXPECT_EQ(events, Events{Code::Span});
 }
 
 TEST_F(CtlMonitorMode, stepEntered_keepsTheCentre) {
     typeInto("cboStep", "12.5\r");
     EXPECT_EQ(numbers(), (Numbers{98e6, 100e6, 102e6, 4e6, 12'500}));
     EXPECT_EQ(texts(), QStringList({"98.00000", "100.00000", "102.00000", "4.00000", "12.500"}));
-    EXPECT_EQ(events, Events{2});
+    EXPECT_EQ(events, Events{Code::Step});
 }
 
 TEST_F(CtlMonitorMode, spanEntered1000001_roundsTheStepAndTheNextLossOfFocusSetsTheSpan) {
     typeInto("cboSpan", "1000.001K");
     EXPECT_EQ(numbers(), (Numbers{99'499'999.5, 100e6, 100'500'000.5, 1'000'001, 3'125}));
-    EXPECT_EQ(events, Events{3});
+    EXPECT_EQ(events, Events{Code::Span});
     click("cboStep");
     leave();
     EXPECT_EQ(numbers(), (Numbers{99.5e6, 100e6, 100.5e6, 1e6, 3'125}));
-    EXPECT_EQ(events, Events{3}) << "without any further event";
+    EXPECT_EQ(events, Events{Code::Span}) << "without any further event";
 }
 
 TEST_F(CtlMonitorMode, spanOf320ths_roundsTiesToEven) {
@@ -159,14 +159,14 @@ TEST_F(CtlMonitorMode, spanOf2GHz_isDroppedAndRaisedWithTheOldSpan) {
     typeInto("cboSpan", "2000\r");
     EXPECT_EQ(panel->fSpan(), Hertz::fromWhole(10 * kMega));
     EXPECT_EQ(text("cboSpan"), "10.00000");
-    EXPECT_EQ(events, Events{3});
+    EXPECT_EQ(events, Events{Code::Span});
 }
 
 TEST_F(CtlMonitorMode, stepOf100kHz_isDroppedAndRaisedWithTheOldStep) {
     typeInto("cboStep", "100\r");
     EXPECT_EQ(panel->fStep(), Hertz::fromWhole(31'250));
     EXPECT_EQ(text("cboStep"), "31.250");
-    EXPECT_EQ(events, Events{2});
+    EXPECT_EQ(events, Events{Code::Step});
     typeInto("cboStep", "99.999\r");
     EXPECT_EQ(panel->fStep(), Hertz::fromWhole(99'999));
 }
@@ -184,10 +184,13 @@ TEST_F(CtlMonitorMode, entryOfZeroInEachField_isRefused) {
 TEST_F(CtlMonitorMode, eachFieldLeftDuringAnEntry_showsItsOldValueAndRaises) {
     struct Case {
         const char *name;
-        qint32 what;
+        Code what;
     };
-    const Case cases[] = {
-        {"txtStart", 1}, {"txtCentre", 1}, {"txtEnd", 1}, {"cboSpan", 3}, {"cboStep", 2}};
+    const Case cases[] = {{"txtStart", Code::Centre},
+                          {"txtCentre", Code::Centre},
+                          {"txtEnd", Code::Centre},
+                          {"cboSpan", Code::Span},
+                          {"cboStep", Code::Step}};
     const QStringList before = texts();
     for (const Case &field : cases) {
         events.clear();
@@ -203,14 +206,14 @@ TEST_F(CtlMonitorMode, stepTypedWithoutATerminator_showsTheOldStepAndRaises2) {
     key(Qt::Key_Tab);
     EXPECT_EQ(text("cboStep"), "31.250");
     EXPECT_EQ(panel->fStep(), Hertz::fromWhole(31'250));
-    EXPECT_EQ(events, Events{2});
+    EXPECT_EQ(events, Events{Code::Step});
 }
 
 TEST_F(CtlMonitorMode, entryThatMovesToAnotherField_beginsAnew) {
     typeInto("txtStart", "14");
     typeInto("txtEnd", "105\r");
     EXPECT_EQ(panel->fEnd(), Hertz::fromWhole(105 * kMega));
-    EXPECT_EQ(events, (Events{1, 1}));
+    EXPECT_EQ(events, (Events{Code::Centre, Code::Centre}));
 }
 
 TEST_F(CtlMonitorMode, openListDuringAnEntry_isNoLossOfFocus) {
@@ -255,7 +258,7 @@ TEST_F(CtlMonitorMode, channelStepEntered12point5_is12500InKilohertz) {
     typeInto("txtCentre", "12.5\r");
     EXPECT_EQ(panel->fCentre(), Hertz::fromWhole(12'500));
     EXPECT_EQ(text("txtCentre"), "12.500");
-    EXPECT_EQ(events, Events{4});
+    EXPECT_EQ(events, Events{Code::Channel});
 }
 
 TEST_F(CtlMonitorMode, channelStartAndEndEntered_raise4AndMoveNothingElse) {
@@ -263,7 +266,7 @@ TEST_F(CtlMonitorMode, channelStartAndEndEntered_raise4AndMoveNothingElse) {
     typeInto("txtEnd", "90\r");
     typeInto("txtStart", "89\r");
     EXPECT_EQ(numbers(), (Numbers{89e6, 25'000, 90e6, 8e6, 25'000}));
-    EXPECT_EQ(events, (Events{4, 4}));
+    EXPECT_EQ(events, (Events{Code::Channel, Code::Channel}));
 }
 
 TEST_F(CtlMonitorMode, channelFieldLeftDuringAnEntry_raises4) {
@@ -271,12 +274,12 @@ TEST_F(CtlMonitorMode, channelFieldLeftDuringAnEntry_raises4) {
     typeInto("txtStart", "7");
     leave();
     EXPECT_EQ(text("txtStart"), "88.00000");
-    EXPECT_EQ(events, Events{4});
+    EXPECT_EQ(events, Events{Code::Channel});
 }
 
 TEST_F(CtlMonitorMode, modePicked_setsCaptionsAndListsAndRaises0) {
     pick("cboMonitorMode", 2);
-    EXPECT_EQ(panel->MonitorMode(), 3);
+    EXPECT_EQ(panel->MonitorMode(), MonitorModeCode::Channel);
     EXPECT_EQ(label("lblStart"), "Ch. Start");
     EXPECT_EQ(label("lblCentre"), "Ch. Step");
     EXPECT_EQ(label("lblEnd"), "Ch. End");
@@ -285,25 +288,25 @@ TEST_F(CtlMonitorMode, modePicked_setsCaptionsAndListsAndRaises0) {
     EXPECT_FALSE(child("cboStep")->isEnabled());
     EXPECT_EQ(text("txtCentre"), "100.00000") << "the old form stays until it is written";
     pick("cboMonitorMode", 1);
-    EXPECT_EQ(panel->MonitorMode(), 2);
+    EXPECT_EQ(panel->MonitorMode(), MonitorModeCode::Step);
     EXPECT_EQ(label("lblCentre"), "Centre");
     EXPECT_TRUE(child("cboSpan")->isEnabled());
-    EXPECT_EQ(events, (Events{0, 0}));
+    EXPECT_EQ(events, (Events{Code::MonitorMode, Code::MonitorMode}));
 }
 
 TEST_F(CtlMonitorMode, modeWrittenAs4OrMinus1_changesNothing) {
-    panel->setMonitorMode(2);
+    panel->setMonitorMode(MonitorModeCode::Step);
     for (const int mode : {4, -1, 32767}) {
-        panel->setMonitorMode(static_cast<qint16>(mode));
-        EXPECT_EQ(panel->MonitorMode(), 2) << mode;
+        panel->setMonitorMode(static_cast<MonitorModeCode>(mode));
+        EXPECT_EQ(panel->MonitorMode(), MonitorModeCode::Step) << mode;
         EXPECT_EQ(text("cboMonitorMode"), "Step");
     }
 }
 
 TEST_F(CtlMonitorMode, modeWrittenAs0_clearsTheSelectionAndGivesPlainCaptions) {
-    panel->setMonitorMode(3);
-    panel->setMonitorMode(0);
-    EXPECT_EQ(panel->MonitorMode(), 0);
+    panel->setMonitorMode(MonitorModeCode::Channel);
+    panel->setMonitorMode(MonitorModeCode::None);
+    EXPECT_EQ(panel->MonitorMode(), MonitorModeCode::None);
     EXPECT_EQ(list("cboMonitorMode")->currentIndex(), -1);
     EXPECT_EQ(label("lblStart"), "Start");
     EXPECT_EQ(label("lblCentre"), "Centre");
@@ -312,14 +315,14 @@ TEST_F(CtlMonitorMode, modeWrittenAs0_clearsTheSelectionAndGivesPlainCaptions) {
 }
 
 TEST_F(CtlMonitorMode, modeWrittenAgain_appliesEnabledStatesAndCaptions) {
-    panel->setMonitorMode(3);
+    panel->setMonitorMode(MonitorModeCode::Channel);
     panel->setEnabled(true);
     EXPECT_TRUE(child("cboSpan")->isEnabled()) << "until the next reaction to the mode";
-    panel->setMonitorMode(3);
+    panel->setMonitorMode(MonitorModeCode::Channel);
     EXPECT_FALSE(child("cboSpan")->isEnabled());
     EXPECT_FALSE(child("cboStep")->isEnabled());
     child<QLabel>("lblEnd")->setText("other");
-    panel->setMonitorMode(3);
+    panel->setMonitorMode(MonitorModeCode::Channel);
     EXPECT_EQ(label("lblEnd"), "Ch. End");
 }
 
@@ -329,7 +332,7 @@ TEST_F(CtlMonitorMode, enabledFalse_switchesAllSixAndTheReactionKeepsIt) {
          {"cboMonitorMode", "cboSpan", "cboStep", "txtStart", "txtCentre", "txtEnd"}) {
         EXPECT_FALSE(child(name)->isEnabled()) << name;
     }
-    panel->setMonitorMode(2);
+    panel->setMonitorMode(MonitorModeCode::Step);
     EXPECT_FALSE(child("cboSpan")->isEnabled());
     EXPECT_FALSE(panel->Enabled());
     EXPECT_TRUE(panel->isEnabled());
@@ -339,7 +342,7 @@ TEST_F(CtlMonitorMode, stepWrittenWithAFraction_isRoundedToEvenAndReadAsFixedPoi
     panel->setfStep(Hertz::fromDouble(500.5));
     EXPECT_EQ(panel->fStep(), Hertz::fromWhole(500));
     EXPECT_EQ(panel->fSpan(), Hertz::fromWhole(160'000));
-    panel->setMonitorMode(3);
+    panel->setMonitorMode(MonitorModeCode::Channel);
     panel->setfStep(Hertz::fromDouble(501.5));
     EXPECT_EQ(panel->fStep(), Hertz::fromWhole(502));
     EXPECT_EQ(text("cboStep"), "0.502");
@@ -356,9 +359,9 @@ TEST_F(CtlMonitorMode, stepWritten6710887_isAnErrorToTheWriter) {
 }
 
 TEST_F(CtlMonitorMode, stepListLeftWithAHugeChannelStep_goesToTheGuard) {
-    panel->setMonitorMode(3);
+    panel->setMonitorMode(MonitorModeCode::Channel);
     panel->setfStep(Hertz::fromWhole(7'000'000));
-    panel->setMonitorMode(1);
+    panel->setMonitorMode(MonitorModeCode::Spectrum);
     click("cboStep");
     leave();
     EXPECT_EQ(errors, QStringList{"The span of a step of 7000000 Hz is too large."});
@@ -377,13 +380,13 @@ TEST_F(CtlMonitorMode, containerWritingBackInTheEvent_raisesNothingMore) {
     QObject::connect(panel, &ctlMonitorMode::Changed, &window, [this] {
         panel->setfSpan(Hertz::fromWhole(5 * kMega));
         panel->setfCentre(Hertz::fromWhole(50 * kMega));
-        panel->setMonitorMode(2);
+        panel->setMonitorMode(MonitorModeCode::Step);
     });
     typeInto("txtCentre", "145\r");
     EXPECT_EQ(numbers(), (Numbers{47.5e6, 50e6, 52.5e6, 5e6, 15'625}));
-    EXPECT_EQ(events, Events{1});
+    EXPECT_EQ(events, Events{Code::Centre});
     leave();
-    EXPECT_EQ(events, Events{1});
+    EXPECT_EQ(events, Events{Code::Centre});
 }
 
 } // namespace

@@ -123,7 +123,7 @@ TEST_F(SettingsFilesTest, everyLineEnd_isRead) {
     m_files.mnuFileLoadSettings();
     EXPECT_EQ(m_fixture.ctlDataMode1.RBW(), 2);
     EXPECT_EQ(m_fixture.ctlDataMode1.Amp(), -10);
-    EXPECT_EQ(m_fixture.ctlDataMode1.DataMode(), 3);
+    EXPECT_EQ(m_fixture.ctlDataMode1.DataMode(), DataModeCode::Max);
 }
 
 TEST_F(SettingsFilesTest, twoBlocksInOneFile_areBothAppliedWithTheirWaits) {

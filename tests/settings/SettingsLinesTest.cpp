@@ -67,17 +67,25 @@ TEST(SettingsLines, modeNameWithABlankInFront_keepsIt) {
 }
 
 TEST(SettingsLines, samples_areWrittenInTheModesThatHaveThem) {
-    for (const qint16 mode : {qint16{1}, qint16{2}, qint16{3}, qint16{4}}) {
+    struct Case {
+        DataModeCode mode;
+        bool written;
+    };
+    const Case cases[] = {{DataModeCode::Normal, false},
+                          {DataModeCode::Average, true},
+                          {DataModeCode::Max, false},
+                          {DataModeCode::Median, true}};
+    for (Case example : cases) {
         SettingsFixture fixture;
-        qint16 value = mode;
-        fixture.ctlDataMode1.setDataMode(value);
-        EXPECT_EQ(fixture.saved().contains("Samples 3"), mode == 2 || mode == 4) << mode;
+        fixture.ctlDataMode1.setDataMode(example.mode);
+        EXPECT_EQ(fixture.saved().contains("Samples 3"), example.written)
+            << static_cast<int>(example.mode);
     }
 }
 
 TEST(SettingsLines, channelMode_writesFourLinesForTheFrequencyPair) {
     SettingsFixture fixture;
-    fixture.ctlMonitorMode1.setMonitorMode(3);
+    fixture.ctlMonitorMode1.setMonitorMode(MonitorModeCode::Channel);
     fixture.ctlMonitorMode1.setfStart(Hertz::fromWhole(88000000));
     fixture.ctlMonitorMode1.setfStep(Hertz::fromWhole(12500));
     fixture.ctlMonitorMode1.setfEnd(Hertz::fromUnits(1080000005000));

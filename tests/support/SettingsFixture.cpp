@@ -5,8 +5,6 @@ namespace veldron {
 
 namespace {
 
-constexpr qint16 kChannelMode = 3;
-
 QString text(bool value) {
     return value ? QStringLiteral("True") : QStringLiteral("False");
 }
@@ -36,7 +34,7 @@ void SettingsFixture::setUp() {
     displaySettings.setUpdate(10);
     displaySettings.setPaletteIndex(0);
     commSettings.setPoll(1000);
-    ctlMonitorMode1.setMonitorMode(1);
+    ctlMonitorMode1.setMonitorMode(MonitorModeCode::Spectrum);
     ctlMonitorMode1.setfCentre(Hertz::fromWhole(145500000));
     ctlMonitorMode1.setfSpan(Hertz::fromWhole(10000000));
     ctlFrequency1.setFrequency(Hertz::fromWhole(145500000));
@@ -45,7 +43,7 @@ void SettingsFixture::setUp() {
     ctlFrequency1.setStep(25000);
     ctlDataMode1.setRBW(1);
     ctlDataMode1.setAmp(0);
-    qint16 mode = 1;
+    DataModeCode mode = DataModeCode::Normal;
     ctlDataMode1.setDataMode(mode);
     ctlDataMode1.setSamples(3);
     ctlChartSpectrum1.setPoll(1000);
@@ -107,7 +105,7 @@ void SettingsFixture::note(const QString &entry) {
 void SettingsFixture::UpdateChartSettings() {
     note(QStringLiteral("UpdateChartSettings"));
     ctlChartSpectrum &chart = ctlChartSpectrum1;
-    const bool channels = ctlMonitorMode1.MonitorMode() == kChannelMode;
+    const bool channels = ctlMonitorMode1.MonitorMode() == MonitorModeCode::Channel;
     chart.setDataResolution(ctlMonitorMode1.fStep());
     chart.setScanStart(ctlMonitorMode1.fStart());
     chart.setScanStop(ctlMonitorMode1.fEnd());
@@ -139,7 +137,7 @@ QStringList SettingsFixture::panelState() const {
             entry("receiver Mode", qint32{ctlFrequency1.Mode()}),
             entry("receiver Step", ctlFrequency1.Step()),
             entry("receiver Atten", ctlFrequency1.Atten()),
-            entry("monitor MonitorMode", qint32{ctlMonitorMode1.MonitorMode()}),
+            entry("monitor MonitorMode", static_cast<qint32>(ctlMonitorMode1.MonitorMode())),
             entry("monitor fSpan", ctlMonitorMode1.fSpan()),
             entry("monitor fStep", ctlMonitorMode1.fStep()),
             entry("monitor fStart", ctlMonitorMode1.fStart()),
@@ -147,7 +145,7 @@ QStringList SettingsFixture::panelState() const {
             entry("monitor fEnd", ctlMonitorMode1.fEnd()),
             entry("data RBW", qint32{ctlDataMode1.RBW()}),
             entry("data Amp", qint32{ctlDataMode1.Amp()}),
-            entry("data DataMode", qint32{ctlDataMode1.DataMode()}),
+            entry("data DataMode", static_cast<qint32>(ctlDataMode1.DataMode())),
             entry("data Samples", qint32{ctlDataMode1.Samples()})};
 }
 
