@@ -13,17 +13,11 @@ namespace {
 
 constexpr std::array<const char *, 3> kFamilies{"ttyS", "ttyUSB", "ttyACM"};
 
-QString baseName(const QString &device) {
-    const qsizetype slash =
-        qMax(device.lastIndexOf(QLatin1Char('/')), device.lastIndexOf(QLatin1Char('\\')));
-    return device.mid(slash + 1);
-}
-
 bool isDigit(QChar character) {
     return character >= QLatin1Char('0') && character <= QLatin1Char('9');
 }
 
-/// The digits at the end of \a name begin here.
+/// Where the digits at the end of \a name begin.
 qsizetype numberStart(const QString &name) {
     qsizetype start = name.size();
     while (start > 0 && isDigit(name.at(start - 1))) {
@@ -32,9 +26,9 @@ qsizetype numberStart(const QString &name) {
     return start;
 }
 
-/// "ttyS10" into "ttyS" and 10; no digits count as -1.
+/// "ttyS10" gives "ttyS" and 10; a name without digits gives -1.
 std::pair<QString, qint64> nameAndNumber(const QString &device) {
-    const QString name = baseName(device);
+    const QString name = device.mid(device.lastIndexOf(QLatin1Char('/')) + 1);
     const qsizetype start = numberStart(name);
     const qint64 number = start < name.size() ? name.mid(start).toLongLong() : -1;
     return {name.left(start), number};
@@ -58,12 +52,6 @@ bool comesBefore(const QString &a, const QString &b) {
     return stemA != stemB ? stemA < stemB : numberA != numberB ? numberA < numberB : a < b;
 }
 
-/// n of a device that is called COMn, else 0.
-qint64 ownNumber(const QString &device) {
-    const auto [stem, number] = nameAndNumber(device);
-    return stem == QLatin1String("COM") && number > 0 ? number : 0;
-}
-
 } // namespace
 
 PortMap PortMap::ofFolder(const QString &folder) {
@@ -74,24 +62,15 @@ PortMap PortMap::ofFolder(const QString &folder) {
 
 PortMap PortMap::ofDevices(const QStringList &devices) {
     PortMap map;
-    QStringList unnumbered;
-    for (const QString &device : devices) {
-        const qint64 own = ownNumber(device);
-        if (own == 0) {
-            unnumbered.append(device);
-        } else if (own <= kLastPort) {
-            map.m_devices[static_cast<qint16>(own)] = device;
-        }
-    }
-    qint16 next = 1;
-    for (const QString &device : orderedDevices(unnumbered)) {
-        while (map.m_devices.contains(next)) {
-            ++next;
-        }
+    QStringList ordered = devices;
+    std::sort(ordered.begin(), ordered.end(), comesBefore);
+    qint16 next = kFirstPort;
+    for (const QString &device : ordered) {
         if (next > kLastPort) {
             break;
         }
         map.m_devices[next] = device;
+        ++next;
     }
     return map;
 }
@@ -102,14 +81,8 @@ PortMap PortMap::choose(const QString &executableFolder,
     return QFileInfo(folder).isDir() ? ofFolder(folder) : ofDevices(systemDevices());
 }
 
-QStringList PortMap::orderedDevices(const QStringList &devices) {
-    QStringList ordered = devices;
-    std::sort(ordered.begin(), ordered.end(), comesBefore);
-    return ordered;
-}
-
 QString PortMap::device(qint16 port) const {
-    if (port < 1 || port > kLastPort) {
+    if (port < kFirstPort || port > kLastPort) {
         return {};
     }
     if (m_folder.isEmpty()) {

@@ -12,9 +12,8 @@ namespace veldron {
 
 /// Which device stands behind COM 1 to COM 16.
 ///
-/// A folder "ports" beside the program, if there is one, decides alone: COM n is its entry "COMn",
-/// looked up each time, and nothing else exists. Otherwise the system's own ports are numbered
-/// once, in the order of orderedDevices.
+/// If a folder "ports" stands beside the program, only its entries exist: COM n is the entry
+/// "COMn", looked up at each call. Otherwise the system's own ports are numbered, once.
 class PortMap {
 public:
     static constexpr qint16 kFirstPort = 1;
@@ -22,20 +21,17 @@ public:
 
     /// COM n is the entry "COMn" of \a folder.
     [[nodiscard]] static PortMap ofFolder(const QString &folder);
-    /// \a devices are paths, in any order. A device named COMn is COM n, as on Windows; the others
-    /// take the numbers from 1 in their order.
+    /// \a devices are paths in any order. They take the numbers from 1 in this one: ttyS, ttyUSB,
+    /// ttyACM, others; each of them in natural order (ttyS2 before ttyS10). The rest is left out.
     [[nodiscard]] static PortMap ofDevices(const QStringList &devices);
-    /// The rule above. \a executableFolder is the one that the program's executable lies in;
-    /// \a systemDevices lists the system's ports, which may mean touching them, and is only called
-    /// when they count.
+    /// Chooses between the two. \a executableFolder is the folder of the program's executable;
+    /// \a systemDevices lists the system's ports, for which it may open them, and is only called
+    /// when there is no folder "ports".
     [[nodiscard]] static PortMap choose(const QString &executableFolder,
                                         const std::function<QStringList()> &systemDevices);
 
-    /// ttyS, ttyUSB, ttyACM, others; each of them in natural order (ttyS2 before ttyS10).
-    [[nodiscard]] static QStringList orderedDevices(const QStringList &devices);
-
-    /// The path for COM \a port, empty when there is none. The path of a folder's entry is given
-    /// even when the entry leads nowhere at the moment.
+    /// The path of the device behind COM \a port, empty when there is none. A link in the folder
+    /// "ports" gives its path even while it points at nothing.
     [[nodiscard]] QString device(qint16 port) const;
 
 private:

@@ -8,9 +8,7 @@
 #include <map>
 #include <utility>
 
-#ifndef Q_OS_WIN
 #include <poll.h>
-#endif
 
 namespace veldron {
 
@@ -24,31 +22,19 @@ constexpr qint64 kLargestBacklog = 1000000;
 /// The device that \a path leads to, empty when it leads nowhere. The lock against other programs
 /// goes by this name, not by that of a link to it.
 QString resolved(const QString &path) {
-#ifdef Q_OS_WIN
-    return path;
-#else
     return path.isEmpty() ? QString() : QFileInfo(path).canonicalFilePath();
-#endif
 }
 
 bool mayUse(const QString &device) {
-#ifdef Q_OS_WIN
-    return !device.isEmpty();
-#else
     const QFileInfo info(device);
     return info.isReadable() && info.isWritable();
-#endif
 }
 
 /// Bytes, or the end of the line, wait in the kernel. Asked for each byte of a scan, so it has to
 /// be much cheaper than a wait of the port's that runs out.
-bool hasNews([[maybe_unused]] const QSerialPort &port) {
-#ifdef Q_OS_WIN
-    return true;
-#else
+bool hasNews(const QSerialPort &port) {
     pollfd line{port.handle(), POLLIN, 0};
     return ::poll(&line, 1, 0) != 0;
-#endif
 }
 
 /// Errors after which the handle is of no use. A time-out is none, nor is what a device can't do.
