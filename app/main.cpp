@@ -21,11 +21,14 @@ int main(int argc, char **argv) {
     const QString folder = ProgramFolder::path();
     SystemClock clock;
     const DateTimeText texts{QLocale::system()};
+    frmDisplay *window = nullptr; // made below; no line event comes before it opens a port
     QtSerialControl control(
+        ErrorGuard([&window](const UntrappedError &error) { window->endWithError(error); }),
         PortMap::choose(QCoreApplication::applicationDirPath(), QtSerialControl::systemDevices));
     QtDialogs dialogs;
     frmDisplay form(
         {control, clock, dialogs, texts, folder, QCoreApplication::applicationVersion()});
+    window = &form;
     dialogs.setWindow(&form);
     const SignalWatcher signalWatcher;
     followSystem(form, signalWatcher, application);

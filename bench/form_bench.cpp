@@ -36,7 +36,8 @@ class Program {
 public:
     Program()
         : m_simulator(QStringLiteral("9600")),
-          control(PortMap::ofFolder(m_simulator.portsFolder())),
+          control(ErrorGuard([](const UntrappedError & /*error*/) {}),
+                  PortMap::ofFolder(m_simulator.portsFolder())),
           form(frmDisplay::World{control, m_clock, m_dialogs, m_texts, m_simulator.folder(),
                                  QStringLiteral("1.0.0")}),
           ready(m_simulator.isReady()) {}

@@ -109,12 +109,12 @@ QSerialPort::FlowControl flowControl(qint16 handshaking) {
 
 } // namespace
 
-QtSerialControl::QtSerialControl(PortMap ports)
+QtSerialControl::QtSerialControl(const ErrorGuard &guard, PortMap ports)
     : m_ports(std::move(ports)), m_port(std::make_unique<QSerialPort>()) {
-    QObject::connect(m_port.get(), &QSerialPort::errorOccurred, m_port.get(),
-                     [this] { noteError(); });
-    QObject::connect(m_port.get(), &QSerialPort::readyRead, m_port.get(),
-                     [this] { noteArrival(); });
+    connectGuarded(guard, m_port.get(), &QSerialPort::errorOccurred, m_port.get(),
+                   [this] { noteError(); });
+    connectGuarded(guard, m_port.get(), &QSerialPort::readyRead, m_port.get(),
+                   [this] { noteArrival(); });
 }
 
 QtSerialControl::~QtSerialControl() {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "common/ErrorGuard.h"
 #include "link/PortMap.h"
 #include "link/SerialControl.h"
 
@@ -31,7 +32,8 @@ struct OpenFailure {
 /// the port stays open in name, and each write tries once to get the device back.
 class QtSerialControl : public SerialControl {
 public:
-    explicit QtSerialControl(PortMap ports);
+    /// \a guard receives what a handler of line events throws.
+    QtSerialControl(const ErrorGuard &guard, PortMap ports);
     ~QtSerialControl() override;
 
     /// Paths of the system's serial ports. Looking for them may open some for a moment.

@@ -115,8 +115,11 @@ private:
     QTemporaryDir m_folder;
 
 protected:
+    const ErrorGuard guard{[](const UntrappedError &error) {
+        ADD_FAILURE() << error.message().toStdString();
+    }};
     std::optional<PseudoTerminal> terminal;
-    QtSerialControl control{PortMap::ofFolder(m_folder.path())};
+    QtSerialControl control{guard, PortMap::ofFolder(m_folder.path())};
 };
 
 TEST_F(QtSerialControlTest, startsClosedWithoutAPort) {
@@ -241,7 +244,7 @@ TEST_F(QtSerialControlTest, entryThatIsNoTerminal_is8012WithTheSystemsText) {
 }
 
 TEST_F(QtSerialControlTest, portHeldByAnother_is8005UntilItIsFree) {
-    QtSerialControl other(PortMap::ofDevices({terminal->path()}));
+    QtSerialControl other(guard, PortMap::ofDevices({terminal->path()}));
     other.setCommPort(1);
     ASSERT_FALSE(other.setPortOpen(true).has_value());
     const SerialControl::Result failure = open();
@@ -386,6 +389,21 @@ TEST_F(QtSerialControlTest, receiveEvent_isRaisedFromTheThresholdOn) {
     EXPECT_EQ(control.Input(), "abcd");
     EXPECT_EQ(events, 1);
     EXPECT_EQ(control.CommEvent(), 2);
+}
+
+TEST_F(QtSerialControlTest, handlerThatThrows_isReportedToTheGuard) {
+    const UntrappedError thrown(UntrappedError::Kind::Overflow, "too much");
+    QString reported;
+    QtSerialControl guarded(
+        ErrorGuard([&reported](const UntrappedError &error) { reported = error.message(); }),
+        PortMap::ofDevices({terminal->path()}));
+    guarded.setCommPort(1);
+    guarded.setCommHandler([&thrown] { throw thrown; });
+    guarded.setRThreshold(1);
+    ASSERT_FALSE(guarded.setPortOpen(true).has_value());
+    terminal->send("x");
+    EXPECT_EQ(guarded.InBufferCount(), 1);
+    EXPECT_EQ(reported, "too much");
 }
 
 TEST_F(QtSerialControlTest, lineThatTalksUnasked_doesNotFillTheMemory) {
@@ -542,7 +560,7 @@ TEST_F(LinkOnATerminal, unpluggedAndPlugged_theLinkComesBackByItself) {
 }
 
 TEST_F(LinkOnATerminal, portHeldByAnother_isToldAndListed) {
-    QtSerialControl other(PortMap::ofDevices({terminal->path()}));
+    QtSerialControl other(guard, PortMap::ofDevices({terminal->path()}));
     other.setCommPort(1);
     ASSERT_FALSE(other.setPortOpen(true).has_value());
     EXPECT_EQ(vdr.GetCommPorts(), QStringList({"COM 3"}));
