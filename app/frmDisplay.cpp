@@ -142,7 +142,7 @@ SettingHolders frmDisplay::instruments() const {
 bool frmDisplay::eventFilter(QObject *watched, QEvent *event) {
     if (event->type() == QEvent::MouseMove) {
         // Undoes a shape that the chart has left behind.
-        m_pointer.setShape(PointerShape::Default);
+        m_pointer.setShape(CursorShape::Default);
     } else if (watched == m_inside && event->type() == QEvent::Resize) {
         layOut();
     }
@@ -189,7 +189,7 @@ void frmDisplay::endWithError(const UntrappedError &error) {
     if (m_vdr) {
         m_vdr->unload();
     }
-    m_pointer.setShape(PointerShape::Default);
+    m_pointer.setShape(CursorShape::Default);
     const QByteArray line = error.message().simplified().toUtf8();
     std::fprintf(stderr, "veldron: %s\n", line.constData());
     m_world.dialogs.showError(
@@ -202,7 +202,7 @@ void frmDisplay::endWithError(const UntrappedError &error) {
 // ---- what the helpers ask of the form
 
 void frmDisplay::setHourglass(bool on) {
-    m_pointer.setShape(on ? PointerShape::Hourglass : PointerShape::Default);
+    m_pointer.setShape(on ? CursorShape::Hourglass : CursorShape::Default);
 }
 
 void frmDisplay::showMessage(const QString &title, const QString &text) {

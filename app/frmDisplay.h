@@ -7,7 +7,7 @@
 #include "app/PollLoop.h"
 #include "app/RoundRobin.h"
 #include "app/UserDialogs.h"
-#include "chart/ScreenPointer.h"
+#include "chart/ScreenCursor.h"
 #include "common/Clock.h"
 #include "common/DateTimeText.h"
 #include "common/ErrorGuard.h"
@@ -148,7 +148,7 @@ private:
 
     World m_world;
     ErrorGuard m_guard;
-    ScreenPointer m_pointer;
+    ScreenCursor m_pointer;
     SessionState m_session;
     bool m_asksOnClose = true;
     /// The start has come past the settings of the last run, so that the end may replace them.

@@ -34,7 +34,7 @@ void frmDisplay::start() {
     makeParts();
     InitialiseSettings();
     Picture2->setVisible(false);
-    m_pointer.setShape(PointerShape::Default);
+    m_pointer.setShape(CursorShape::Default);
     connectFoundUnit();
     if (m_unloaded) {
         return; // the system asked for the end while the user was told of a port in use
@@ -55,7 +55,7 @@ void frmDisplay::start() {
 void frmDisplay::showSplash() {
     m_splash = std::make_unique<frmSplash>(m_world.version, this);
     m_splash->show();
-    m_pointer.setShape(PointerShape::Hourglass);
+    m_pointer.setShape(CursorShape::Hourglass);
     m_splash->awaitPaint();
 }
 
@@ -198,7 +198,7 @@ void frmDisplay::unload() {
         m_commSettings->close();
         m_displaySettings->close();
     }
-    m_pointer.setShape(PointerShape::Default);
+    m_pointer.setShape(CursorShape::Default);
 }
 
 void frmDisplay::closeEvent(QCloseEvent *event) {

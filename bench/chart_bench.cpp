@@ -2,7 +2,7 @@
 // What the chart costs at 1280 x 800. Each case says what it drew, and fails when the picture
 // that it left is blank.
 #include "chart/PictureBox.h"
-#include "chart/ScreenPointer.h"
+#include "chart/ScreenCursor.h"
 #include "chart/ctlChartSpectrum.h"
 #include "tests/support/ManualClock.h"
 
@@ -41,7 +41,7 @@ std::vector<LevelScan> makeScans(std::size_t bins) {
 class Bench {
 public:
     explicit Bench(Hertz resolution = Hertz::fromWhole(31250))
-        : chart(guard, clock, texts, pointer) {
+        : chart(guard, clock, texts, cursor) {
         // Only the cases close rows.
         chart.findChild<QTimer *>(QStringLiteral("Timer1"))->stop();
         chart.resize(1280, 800);
@@ -97,7 +97,7 @@ public:
 
     ManualClock clock{kNoon};
     DateTimeText texts{QLocale::c()};
-    ScreenPointer pointer;
+    ScreenCursor cursor;
     ErrorGuard guard{[](const UntrappedError &error) {
         qFatal("%s", error.what());
     }};

@@ -83,10 +83,10 @@ PointerMove MarkerPointer::move(QPoint at, bool leftHeld, const PointerView &vie
         return moveOnWaterfall(at, layout, view);
     }
     if (isOnSplit(at, layout)) {
-        result.shape = PointerShape::NorthSouth;
+        result.shape = CursorShape::NorthSouth;
         return result;
     }
-    result.shape = PointerShape::Default;
+    result.shape = CursorShape::Default;
     result.tip = QString();
     return result;
 }
@@ -96,11 +96,11 @@ PointerMove MarkerPointer::moveOnPlot(QPoint at, bool leftHeld, const PointerVie
     PointerMove result;
     const Hertz frequency = view.grid.frequencyAt(at.x(), layout);
     if (enabled && std::abs(at.x() - view.markerX) < kMarkerReach) {
-        result.shape = PointerShape::EastWest;
+        result.shape = CursorShape::EastWest;
         result.tip = QString();
     } else {
         // The level of the pointer's height on the scale, not that of the signal.
-        result.shape = PointerShape::Default;
+        result.shape = CursorShape::Default;
         result.tip =
             tipText(frequency, view.scale.decibelsAt(at.y(), layout.plotTop, layout.plotBottom));
     }
@@ -117,7 +117,7 @@ PointerMove MarkerPointer::moveOnWaterfall(QPoint at, const ChartLayout &layout,
     tipColumn = view.grid.cellAt(at.x(), layout);
     tipRow = at.y() - layout.fallTop + view.firstRow;
     PointerMove result;
-    result.shape = PointerShape::Default;
+    result.shape = CursorShape::Default;
     result.tip = liveTip(view);
     return result;
 }

@@ -3,8 +3,8 @@
 
 #include "chart/BinGrid.h"
 #include "chart/ChartLayout.h"
+#include "chart/CursorShape.h"
 #include "chart/LevelScale.h"
-#include "chart/PointerShape.h"
 
 #include <QPoint>
 #include <QString>
@@ -27,7 +27,7 @@ struct PointerView {
 
 /// What a move of the pointer asks for; what is not set stays as it is.
 struct PointerMove {
-    std::optional<PointerShape> shape;
+    std::optional<CursorShape> shape;
     std::optional<QString> tip;
     std::optional<float> splitFraction;
     bool markerMoved = false;

@@ -4,7 +4,7 @@
 
 #include "chart/OverlayLine.h"
 #include "chart/PictureBox.h"
-#include "chart/ScreenPointer.h"
+#include "chart/ScreenCursor.h"
 
 #include <QLabel>
 #include <QResizeEvent>
@@ -23,9 +23,9 @@ constexpr int kFirstTimerInterval = 200;
 } // namespace
 
 ctlChartSpectrum::ctlChartSpectrum(ErrorGuard guard, Clock &clock, const DateTimeText &texts,
-                                   ScreenPointer &pointer, QWidget *parent)
-    : QWidget(parent), m_guard(std::move(guard)), m_clock(clock), m_texts(texts),
-      m_pointer(pointer), m_scans(m_grid.binCount()), m_waterfall(clock.timeOfDay()) {
+                                   ScreenCursor &cursor, QWidget *parent)
+    : QWidget(parent), m_guard(std::move(guard)), m_clock(clock), m_texts(texts), m_cursor(cursor),
+      m_scans(m_grid.binCount()), m_waterfall(clock.timeOfDay()) {
     makeControls();
     wireControls();
     RecalculateBins();
@@ -35,7 +35,7 @@ ctlChartSpectrum::ctlChartSpectrum(ErrorGuard guard, Clock &clock, const DateTim
 ctlChartSpectrum::~ctlChartSpectrum() {
     // The children go later, and a picture that loses the focus then still tells so.
     Picture1->disconnect(this);
-    m_pointer.setShape(PointerShape::Default);
+    m_cursor.setShape(CursorShape::Default);
 }
 
 void ctlChartSpectrum::makeControls() {

@@ -27,7 +27,7 @@ namespace veldron {
 
 class OverlayLine;
 class PictureBox;
-class ScreenPointer;
+class ScreenCursor;
 
 /// The chart: the latest scan as a trace with held peaks, over a waterfall of the past.
 ///
@@ -44,9 +44,9 @@ class ctlChartSpectrum : public QWidget {
 public:
     /// \a guard receives an UntrappedError out of the control's own events: its timer, repaints,
     /// changes of size, the scroll bar and the pointer. Calls from code throw to their caller
-    /// instead. \a clock, \a texts and \a pointer outlive the control. The row clock starts here.
+    /// instead. \a clock, \a texts and \a cursor outlive the control. The row clock starts here.
     ctlChartSpectrum(ErrorGuard guard, Clock &clock, const DateTimeText &texts,
-                     ScreenPointer &pointer, QWidget *parent = nullptr);
+                     ScreenCursor &cursor, QWidget *parent = nullptr);
     ~ctlChartSpectrum() override;
 
     /// True while scans come from a history file. A write in either direction empties the history
@@ -191,7 +191,7 @@ private:
     ErrorGuard m_guard;
     Clock &m_clock;
     const DateTimeText &m_texts;
-    ScreenPointer &m_pointer;
+    ScreenCursor &m_cursor;
 
     BinGrid m_grid;
     ScanStore m_scans;

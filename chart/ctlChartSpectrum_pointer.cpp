@@ -4,7 +4,7 @@
 
 #include "chart/OverlayLine.h"
 #include "chart/PictureBox.h"
-#include "chart/ScreenPointer.h"
+#include "chart/ScreenCursor.h"
 
 #include <QCursor>
 #include <QLabel>
@@ -75,7 +75,7 @@ void ctlChartSpectrum::onPress(QPoint at, Qt::MouseButton button) {
         placeReadOut(at.x());
         break;
     case MarkerPointer::Press::SplitTaken:
-        m_pointer.setShape(PointerShape::NorthSouth);
+        m_cursor.setShape(CursorShape::NorthSouth);
         break;
     case MarkerPointer::Press::Nothing:
         break;
@@ -91,7 +91,7 @@ void ctlChartSpectrum::applyMove(const PointerMove &move, QPoint at) {
         setSplitFraction(*move.splitFraction);
     }
     if (move.shape) {
-        m_pointer.setShape(*move.shape);
+        m_cursor.setShape(*move.shape);
     }
     if (move.tip) {
         showTip(*move.tip);
@@ -105,7 +105,7 @@ void ctlChartSpectrum::applyMove(const PointerMove &move, QPoint at) {
 
 void ctlChartSpectrum::onRelease() {
     m_marker.release();
-    m_pointer.setShape(PointerShape::Default);
+    m_cursor.setShape(CursorShape::Default);
 }
 
 void ctlChartSpectrum::onDoubleClick() {
@@ -116,17 +116,17 @@ void ctlChartSpectrum::onDoubleClick() {
 
 void ctlChartSpectrum::onPointerLeft() {
     if (!m_marker.active) {
-        m_pointer.setShape(PointerShape::Default);
+        m_cursor.setShape(CursorShape::Default);
     }
 }
 
 void ctlChartSpectrum::onFocusLost() {
     m_marker.loseFocus();
-    m_pointer.setShape(PointerShape::Default);
+    m_cursor.setShape(CursorShape::Default);
 }
 
 void ctlChartSpectrum::renewTip() {
-    m_pointer.setShape(PointerShape::Default);
+    m_cursor.setShape(CursorShape::Default);
     showTip(m_marker.liveTip(pointerView(chartLayout())));
 }
 

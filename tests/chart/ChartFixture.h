@@ -11,7 +11,7 @@
 #include "chart/ChartColours.h"
 #include "chart/OverlayLine.h"
 #include "chart/PictureBox.h"
-#include "chart/ScreenPointer.h"
+#include "chart/ScreenCursor.h"
 #include "chart/ctlChartSpectrum.h"
 #include "common/ErrorGuard.h"
 #include "tests/support/ManualClock.h"
@@ -80,12 +80,12 @@ protected:
 
     ManualClock clock{kNoon};
     DateTimeText texts{QLocale::c()};
-    ScreenPointer pointer;
+    ScreenCursor cursor;
     std::vector<UntrappedError::Kind> reported; ///< by the guard; a test that expects one takes it
     ErrorGuard guard{[this](const UntrappedError &error) {
         reported.push_back(error.kind());
     }};
-    ctlChartSpectrum chart{guard, clock, texts, pointer};
+    ctlChartSpectrum chart{guard, clock, texts, cursor};
 };
 
 constexpr Hertz hz(qint64 hertz) {

@@ -102,7 +102,7 @@ TEST_F(ChartTest, markerSwitchedOn_takesTheEndsOfTheReceiveLine) {
 }
 
 TEST_F(ChartTest, markerSwitchedOnBeforeAnyAxes_measuresFromTheReceiveLineAlone) {
-    ctlChartSpectrum fresh(guard, clock, texts, pointer); // too small yet to be drawn
+    ctlChartSpectrum fresh(guard, clock, texts, cursor); // too small yet to be drawn
     const auto *label = fresh.findChild<QLabel *>(QStringLiteral("lblMarker"));
     const auto *marker = fresh.findChild<OverlayLine *>(QStringLiteral("Line1"));
     ASSERT_EQ(fresh.findChild<OverlayLine *>(QStringLiteral("Line2"))->Y1(), 0);

@@ -63,9 +63,9 @@ TEST_F(ChartPointerTest, markerDragged_followsThePointerAndNotTheBin) {
     EXPECT_EQ(picture().toolTip(), QStringLiteral("5.625.000, -49 dB"));
     drag({402, 60});
     EXPECT_EQ(picture().toolTip(), QString()); // on the marker now
-    EXPECT_EQ(pointer.shape(), PointerShape::EastWest);
+    EXPECT_EQ(cursor.shape(), CursorShape::EastWest);
     release({402, 60});
-    EXPECT_EQ(pointer.shape(), PointerShape::Default);
+    EXPECT_EQ(cursor.shape(), CursorShape::Default);
 }
 
 TEST_F(ChartPointerTest, clickAtThePlotsEdge_keepsTheReadOutInside) {
@@ -133,7 +133,7 @@ TEST_F(ChartPointerTest, buttonTwoOnThePlot_setsActiveAndChangesNothingElse) {
 
 TEST_F(ChartPointerTest, splitDragged_movesWithThePointerUpToItsLimits) {
     press({300, 200});
-    EXPECT_EQ(pointer.shape(), PointerShape::NorthSouth);
+    EXPECT_EQ(cursor.shape(), CursorShape::NorthSouth);
     drag({300, 300});
     EXPECT_EQ(chart.SplitFraction(), 0.75F);
     drag({300, 0});
@@ -141,7 +141,7 @@ TEST_F(ChartPointerTest, splitDragged_movesWithThePointerUpToItsLimits) {
     drag({300, 399});
     EXPECT_EQ(chart.SplitFraction(), 0.8F);
     release({300, 399});
-    EXPECT_EQ(pointer.shape(), PointerShape::Default);
+    EXPECT_EQ(cursor.shape(), CursorShape::Default);
     drag({300, 100});
     EXPECT_EQ(chart.SplitFraction(), 0.8F);
 }
@@ -153,11 +153,11 @@ TEST_F(ChartPointerTest, splitWrittenFromOutside_isNotLimited) {
 
 TEST_F(ChartPointerTest, moveOverTheSplit_showsNorthSouthUntilItLeavesThePicture) {
     QTest::mouseMove(&picture(), {300, 201});
-    EXPECT_EQ(pointer.shape(), PointerShape::NorthSouth);
+    EXPECT_EQ(cursor.shape(), CursorShape::NorthSouth);
     EXPECT_EQ(QGuiApplication::overrideCursor()->shape(), Qt::SizeVerCursor);
     QEvent leave(QEvent::Leave);
     QApplication::sendEvent(&picture(), &leave);
-    EXPECT_EQ(pointer.shape(), PointerShape::Default);
+    EXPECT_EQ(cursor.shape(), CursorShape::Default);
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
 }
 
@@ -165,15 +165,15 @@ TEST_F(ChartPointerTest, leavingThePictureWithAButtonDown_keepsTheShape) {
     press({300, 200});
     QEvent leave(QEvent::Leave);
     QApplication::sendEvent(&picture(), &leave);
-    EXPECT_EQ(pointer.shape(), PointerShape::NorthSouth);
+    EXPECT_EQ(cursor.shape(), CursorShape::NorthSouth);
     release({300, 200});
 }
 
 TEST_F(ChartPointerTest, focusLost_restoresThePointer) {
     hover({300, 201});
-    EXPECT_EQ(pointer.shape(), PointerShape::NorthSouth);
+    EXPECT_EQ(cursor.shape(), CursorShape::NorthSouth);
     loseFocus();
-    EXPECT_EQ(pointer.shape(), PointerShape::Default);
+    EXPECT_EQ(cursor.shape(), CursorShape::Default);
 }
 
 TEST_F(ChartPointerTest, focusLost_endsTheLiveTip) {

@@ -124,19 +124,19 @@ TEST_F(MarkerPointerTest, movesAfterADoubleClick_areLeftAloneUntilTheButtonIsUp)
 TEST_F(MarkerPointerTest, moveOverThePlot_tellsFrequencyAndLevelOfThePlace) {
     const PointerMove result = move({360, 90});
     EXPECT_EQ(result.tip, QStringLiteral("5.000.000, -60 dB"));
-    EXPECT_EQ(result.shape, PointerShape::Default);
+    EXPECT_EQ(result.shape, CursorShape::Default);
     EXPECT_FALSE(result.markerMoved);
 }
 
 TEST_F(MarkerPointerTest, moveWithinFourPixelsOfTheMarker_clearsTheTipAndShowsEastWest) {
     marker.enabled = true;
     for (const int x : {196, 200, 204}) {
-        EXPECT_EQ(move({x, 50}).shape, PointerShape::EastWest) << x;
+        EXPECT_EQ(move({x, 50}).shape, CursorShape::EastWest) << x;
         EXPECT_EQ(move({x, 50}).tip, QString()) << x;
     }
-    EXPECT_EQ(move({205, 50}).shape, PointerShape::Default);
+    EXPECT_EQ(move({205, 50}).shape, CursorShape::Default);
     marker.enabled = false;
-    EXPECT_EQ(move({200, 50}).shape, PointerShape::Default);
+    EXPECT_EQ(move({200, 50}).shape, CursorShape::Default);
 }
 
 TEST_F(MarkerPointerTest, moveWithTheLeftButton_dragsTheMarker) {
@@ -166,13 +166,13 @@ TEST_F(MarkerPointerTest, moveElsewhere_endsTheLiveTip) {
 
 TEST_F(MarkerPointerTest, moveOverTheSplit_showsNorthSouthAndKeepsTheTip) {
     const PointerMove result = move({100, 201});
-    EXPECT_EQ(result.shape, PointerShape::NorthSouth);
+    EXPECT_EQ(result.shape, CursorShape::NorthSouth);
     EXPECT_FALSE(result.tip.has_value());
 }
 
 TEST_F(MarkerPointerTest, moveWithoutWaterfall_findsNeitherSplitNorWaterfall) {
     type = DisplayTypeCode::Trace;
-    EXPECT_NE(move({100, 200}).shape, PointerShape::NorthSouth);
+    EXPECT_NE(move({100, 200}).shape, CursorShape::NorthSouth);
     EXPECT_EQ(move({100, 399}).tip, QString());
     EXPECT_FALSE(marker.tipLive);
 }

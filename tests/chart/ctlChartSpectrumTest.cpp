@@ -37,7 +37,7 @@ TEST_F(ChartTest, newChart_hasItsDefaults) {
 }
 
 TEST_F(ChartTest, timer_runsFromTheStartAndRestsInPlayback) {
-    const ctlChartSpectrum fresh(guard, clock, texts, pointer);
+    const ctlChartSpectrum fresh(guard, clock, texts, cursor);
     EXPECT_TRUE(fresh.findChild<QTimer *>(QStringLiteral("Timer1"))->isActive());
     chart.setPlayback(true);
     EXPECT_FALSE(timer().isActive());
@@ -326,7 +326,7 @@ TEST_F(ChartTest, resized_drawsAtTheNewSize) {
 
 TEST_F(ChartTest, resizedToNoHeight_keepsThePicturesHeightAndTakesTheWidth) {
     QWidget window;
-    ctlChartSpectrum inner(guard, clock, texts, pointer, &window);
+    ctlChartSpectrum inner(guard, clock, texts, cursor, &window);
     inner.resize(500, 300);
     window.resize(800, 600);
     window.show();

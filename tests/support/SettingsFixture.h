@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "chart/ScreenPointer.h"
+#include "chart/ScreenCursor.h"
 #include "chart/ctlChartSpectrum.h"
 #include "common/DateTimeText.h"
 #include "common/TextFile.h"
@@ -94,7 +94,7 @@ public:
     ctlFrequency ctlFrequency1;
     ctlMonitorMode ctlMonitorMode1;
     ctlDataMode ctlDataMode1;
-    ScreenPointer pointer;
+    ScreenCursor pointer;
     ctlChartSpectrum ctlChartSpectrum1{ErrorGuard([](const UntrappedError &) {}), clock, texts,
                                        pointer};
     frmDisplaySettings displaySettings{nullptr};

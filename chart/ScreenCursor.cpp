@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "chart/ScreenPointer.h"
+#include "chart/ScreenCursor.h"
 
 #include <QCursor>
 #include <QGuiApplication>
@@ -8,15 +8,15 @@ namespace veldron {
 
 namespace {
 
-Qt::CursorShape cursorOf(PointerShape shape) {
+Qt::CursorShape cursorOf(CursorShape shape) {
     switch (shape) {
-    case PointerShape::NorthSouth:
+    case CursorShape::NorthSouth:
         return Qt::SizeVerCursor;
-    case PointerShape::EastWest:
+    case CursorShape::EastWest:
         return Qt::SizeHorCursor;
-    case PointerShape::Hourglass:
+    case CursorShape::Hourglass:
         return Qt::WaitCursor;
-    case PointerShape::Default:
+    case CursorShape::Default:
         break;
     }
     return Qt::ArrowCursor;
@@ -24,17 +24,17 @@ Qt::CursorShape cursorOf(PointerShape shape) {
 
 } // namespace
 
-ScreenPointer::~ScreenPointer() {
-    setShape(PointerShape::Default);
+ScreenCursor::~ScreenCursor() {
+    setShape(CursorShape::Default);
 }
 
-void ScreenPointer::setShape(PointerShape shape) {
+void ScreenCursor::setShape(CursorShape shape) {
     if (shape == m_shape) {
         return;
     }
-    if (shape == PointerShape::Default) {
+    if (shape == CursorShape::Default) {
         QGuiApplication::restoreOverrideCursor();
-    } else if (m_shape == PointerShape::Default) {
+    } else if (m_shape == CursorShape::Default) {
         QGuiApplication::setOverrideCursor(QCursor(cursorOf(shape)));
     } else {
         QGuiApplication::changeOverrideCursor(QCursor(cursorOf(shape)));

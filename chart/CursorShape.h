@@ -3,8 +3,8 @@
 
 namespace veldron {
 
-/// Shapes of the screen's pointer, by the numbers that the program has for them.
-enum class PointerShape {
+/// Shapes of the mouse cursor, by the program's numbers for them.
+enum class CursorShape {
     Default = 0,
     NorthSouth = 7,
     EastWest = 9,
