@@ -12,6 +12,7 @@ set(VELDRON_PCH_widgets <QApplication> <QComboBox> <QDialog> <QFrame> <QGridLayo
 set(VELDRON_PCH_unit_test ${VELDRON_PCH_core} <QTemporaryDir> <gtest/gtest.h>)
 set(VELDRON_PCH_widget_test ${VELDRON_PCH_widgets} <QTemporaryDir> <QSignalSpy> <QTest>
     <gtest/gtest.h>)
+set(VELDRON_PCH_program_test ${VELDRON_PCH_core} <QImage> <QProcess> <QTemporaryDir> <gtest/gtest.h>)
 
 # veldron_precompile(<target> <kind>): the first target of a kind compiles the header, the others
 # reuse it; all of them must have the same flags and definitions.
