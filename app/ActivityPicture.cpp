@@ -58,34 +58,4 @@ void ActivityPicture::paintEvent(QPaintEvent * /*event*/) {
     painter.drawEllipse(QRect((kSide - side) / 2, (kSide - side) / 2, side, side));
 }
 
-ElidedLabel::ElidedLabel(QWidget *parent) : QLabel(parent) {
-    setTextFormat(Qt::PlainText);
-    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-}
-
-void ElidedLabel::setWholeText(const QString &text) {
-    if (text == m_wholeText) {
-        return;
-    }
-    m_wholeText = text;
-    fit();
-}
-
-QSize ElidedLabel::minimumSizeHint() const {
-    return {0, QLabel::minimumSizeHint().height()};
-}
-
-void ElidedLabel::resizeEvent(QResizeEvent *event) {
-    QLabel::resizeEvent(event);
-    fit();
-}
-
-void ElidedLabel::fit() {
-    const QString shown =
-        fontMetrics().elidedText(m_wholeText, Qt::ElideMiddle, contentsRect().width());
-    setText(shown);
-    setAccessibleName(m_wholeText);
-    setToolTip(shown == m_wholeText ? QString() : m_wholeText);
-}
-
 } // namespace veldron

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QLabel>
 #include <QWidget>
 
-#include "app/PollLoop.h"
+#include "app/ActivityImage.h"
 
 namespace veldron {
 
@@ -24,27 +23,6 @@ protected:
 
 private:
     ActivityImage m_image = ActivityImage::Blank;
-};
-
-/// A line of text that is cut with an ellipsis where its place is too narrow; the whole text is its
-/// tool tip then.
-class ElidedLabel : public QLabel {
-    Q_OBJECT
-
-public:
-    explicit ElidedLabel(QWidget *parent = nullptr);
-
-    void setWholeText(const QString &text);
-    [[nodiscard]] const QString &wholeText() const { return m_wholeText; }
-    [[nodiscard]] QSize minimumSizeHint() const override;
-
-protected:
-    void resizeEvent(QResizeEvent *event) override;
-
-private:
-    void fit();
-
-    QString m_wholeText;
 };
 
 } // namespace veldron

@@ -1,19 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "app/ActivityImage.h"
 #include "common/Clock.h"
 #include "link/frmVDR.h"
 
 #include <QtGlobal>
 
 namespace veldron {
-
-/// The three pictures of the activity panel.
-enum class ActivityImage {
-    Blank = 1, ///< no link
-    Idle = 2,  ///< between polls, or trying to connect
-    Busy = 3,  ///< a poll is running
-};
 
 /// What the poll asks of the form.
 class PollHost {

@@ -2,6 +2,7 @@
 #include "app/StatusPanels.h"
 
 #include "app/ActivityPicture.h"
+#include "app/ElidedLabel.h"
 
 #include <QLabel>
 #include <QLocale>

@@ -3,7 +3,7 @@
 
 #include <QStatusBar>
 
-#include "app/PollLoop.h"
+#include "app/ActivityImage.h"
 #include "common/Clock.h"
 
 #include <QString>

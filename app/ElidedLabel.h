@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QLabel>
+
+#include <QString>
+
+namespace veldron {
+
+/// A line of text that is cut with an ellipsis where it doesn't fit; the whole text is its tool tip
+/// then, and its accessible name always.
+class ElidedLabel : public QLabel {
+    Q_OBJECT
+
+public:
+    explicit ElidedLabel(QWidget *parent = nullptr);
+
+    void setWholeText(const QString &text);
+    [[nodiscard]] const QString &wholeText() const { return m_wholeText; }
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    void fit();
+
+    QString m_wholeText;
+};
+
+} // namespace veldron
