@@ -16,7 +16,6 @@ public:
 
     /// Paints \a image at once, without turning the event loop.
     void setImage(ActivityImage image);
-    [[nodiscard]] ActivityImage image() const { return m_image; }
 
 protected:
     void paintEvent(QPaintEvent *event) override;

@@ -16,7 +16,6 @@ public:
     explicit ElidedLabel(QWidget *parent = nullptr);
 
     void setWholeText(const QString &text);
-    [[nodiscard]] const QString &wholeText() const { return m_wholeText; }
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "app/PanelMediation.h"
 
+#include "app/PollTimer.h"
+#include "app/StatusPanels.h"
 #include "chart/ctlChartSpectrum.h"
+#include "history/Recorder.h"
 #include "link/frmVDR.h"
 #include "panels/ctlDataMode.h"
 #include "panels/ctlFrequency.h"
@@ -19,11 +22,16 @@ constexpr float kReceiverPause = 1.0F;
 
 } // namespace
 
-PanelMediation::PanelMediation(const SettingHolders &instruments, MediationHost &host, Clock &clock)
-    : m_instruments(instruments), m_host(host), m_clock(clock) {}
-
 bool PanelMediation::isChannelMode() const {
     return m_instruments.ctlMonitorMode1.MonitorMode() == MonitorModeCode::Channel;
+}
+
+void PanelMediation::showLinkStatus() {
+    m_parts.statusBar.setStatusText(m_instruments.vdr.Status());
+}
+
+void PanelMediation::setPollInterval(qint32 milliseconds) {
+    m_parts.pollTimer.setInterval(milliseconds);
 }
 
 // ---- receiver panel
@@ -53,7 +61,7 @@ void PanelMediation::ctlFrequency1_Changed(ReceiverChangeCode What) {
     default:
         break;
     }
-    m_host.showLinkStatus();
+    showLinkStatus();
 }
 
 void PanelMediation::changeFrequency() {
@@ -67,6 +75,7 @@ void PanelMediation::changeFrequency() {
     m_instruments.ctlChartSpectrum1.setRXFreq(panel.Frequency());
 }
 
+/// The panel's centre moves its start and end along, so it is written before they are read.
 void PanelMediation::changeCentreFromReceiver() {
     ctlMonitorMode &monitor = m_instruments.ctlMonitorMode1;
     ctlChartSpectrum &chart = m_instruments.ctlChartSpectrum1;
@@ -83,9 +92,10 @@ void PanelMediation::showCentre(Hertz centre) {
     m_instruments.ctlChartSpectrum1.setRXFreq(centre);
 }
 
+/// Another receiver has settings of its own, all of which the unit needs a moment to take over.
 void PanelMediation::changeReceiver() {
     m_instruments.vdr.setRXType(m_instruments.ctlFrequency1.RX());
-    GeneralUtilities::WaitSeconds(m_clock, kReceiverPause);
+    GeneralUtilities::WaitSeconds(m_parts.clock, kReceiverPause);
     ReadBackSettings();
 }
 
@@ -115,9 +125,10 @@ void PanelMediation::ctlDataMode1_Changed(DataChangeCode What) {
     default:
         break;
     }
-    m_host.showLinkStatus();
+    showLinkStatus();
 }
 
+/// The top of the scale is the amplitude that the unit has taken, not the one asked for.
 void PanelMediation::confirmAmp() {
     ctlDataMode &panel = m_instruments.ctlDataMode1;
     ctlChartSpectrum &chart = m_instruments.ctlChartSpectrum1;
@@ -132,7 +143,8 @@ void PanelMediation::confirmDataMode() {
     readDataModeBack();
 }
 
-/// The order of the two writes is the unit's: Normal first, then Max, whatever mode was set.
+/// The unit restarts its maximum when Max is switched on, so Normal goes out first, also when
+/// another mode was set.
 void PanelMediation::resetLevels() {
     m_instruments.vdr.setVDRDataMode(DataModeCode::Normal);
     m_instruments.vdr.setVDRDataMode(DataModeCode::Max);
@@ -143,6 +155,8 @@ void PanelMediation::readDataModeBack() {
     ctlDataMode &panel = m_instruments.ctlDataMode1;
     const DataModeCode reported = m_instruments.vdr.VDRDataMode();
     DataModeCode mode = reported; // the panel turns a mode that it doesn't know into Normal
+    // Mode before count: the mode decides which count the unit is asked for, and whether the panel
+    // shows one.
     panel.setDataMode(mode);
     if (hasSamples(reported)) {
         panel.setSamples(m_instruments.vdr.VDRSamples());
@@ -171,12 +185,14 @@ void PanelMediation::ctlMonitorMode1_Changed(MonitorChangeCode What) {
     }
     const ctlMonitorMode &panel = m_instruments.ctlMonitorMode1;
     ctlChartSpectrum &chart = m_instruments.ctlChartSpectrum1;
+    // Behind every read-back, and the axes last: only then are all four values those of one scale.
     chart.setDataResolution(panel.fStep());
     chart.setScanStart(panel.fStart());
     chart.setScanStop(panel.fEnd());
     chart.DrawAxes();
 }
 
+/// Which frequencies there are to read depends on the mode that the unit has really taken.
 void PanelMediation::changeMonitorMode() {
     frmVDR &unit = m_instruments.vdr;
     ctlMonitorMode &panel = m_instruments.ctlMonitorMode1;
@@ -186,6 +202,7 @@ void PanelMediation::changeMonitorMode() {
         readChannelsIn();
         return;
     }
+    // Span before centre, as the unit sets them: the centre puts start and end half a span aside.
     panel.setfSpan(Hertz::fromWhole(unit.VDRSpan()));
     panel.setfCentre(unit.VDRCentre());
     showCentre(panel.fCentre());
@@ -212,13 +229,16 @@ void PanelMediation::changeChannels() {
     readChannelsIn();
 }
 
-/// The marker is asked for twice: once for the panel, once for the chart.
+/// The marker is asked for twice, once for the panel and once for the chart: it may be turning at
+/// the unit, and each of the two shows what was true when it was written.
 void PanelMediation::readChannelsIn() {
     showChannels();
     m_instruments.ctlFrequency1.setFrequency(m_instruments.vdr.VDRMarkerFreq());
     m_instruments.ctlChartSpectrum1.setRXFreq(m_instruments.vdr.VDRMarkerFreq());
 }
 
+/// Span and step come last: the panel shows them only, and derives no other value from them in
+/// channel mode.
 void PanelMediation::showChannels() {
     ctlMonitorMode &panel = m_instruments.ctlMonitorMode1;
     const ChannelData channels = m_instruments.vdr.VDRChData();
@@ -249,6 +269,9 @@ void PanelMediation::ReadBackSettings() {
     frmVDR &unit = m_instruments.vdr;
     ctlFrequency &receiver = m_instruments.ctlFrequency1;
     ctlDataMode &data = m_instruments.ctlDataMode1;
+    // The receiver comes before its mode, because it decides which modes the panel lists; the data
+    // mode before its count, because the unit keeps one count a mode; the monitor mode before the
+    // frequencies, because it decides which of them there are.
     receiver.setRX(unit.RXType());
     receiver.setStep(unit.RXStep());
     receiver.setAtten(unit.RXAtten());
@@ -260,9 +283,12 @@ void PanelMediation::ReadBackSettings() {
     data.setSamples(unit.VDRSamples());
     m_instruments.ctlMonitorMode1.setMonitorMode(unit.VDRMonitorMode());
     readBackFrequencies();
+    // Behind all panels, so that the chart changes its scale once at most.
     UpdateChartSettings();
-    m_host.startPollTimer(m_instruments.commSettings.Poll());
-    m_host.recordSettings();
+    // The full period, whatever interval the timer had: the first tick comes when all is shown.
+    m_parts.pollTimer.start(m_instruments.commSettings.Poll());
+    // Last, because the block is written from the panels.
+    m_parts.recorder.writeSettings();
 }
 
 void PanelMediation::readBackFrequencies() {
@@ -282,6 +308,8 @@ void PanelMediation::UpdateChartSettings() {
     const ctlMonitorMode &panel = m_instruments.ctlMonitorMode1;
     const frmDisplaySettings &display = m_instruments.displaySettings;
     ctlChartSpectrum &chart = m_instruments.ctlChartSpectrum1;
+    // The marker stands on a bin of the new scale, so the scale comes first. The colours come
+    // before the kind of display, which redraws at once, and the axes last, over all of it.
     chart.setDataResolution(panel.fStep());
     chart.setScanStart(panel.fStart());
     chart.setScanStop(panel.fEnd());

@@ -4,39 +4,35 @@
 #include "common/Clock.h"
 #include "common/Hertz.h"
 #include "settings/SettingHolders.h"
+#include "settings/SettingsHost.h"
 
 #include <QtGlobal>
 
 namespace veldron {
 
+class PollTimer;
+class Recorder;
+class StatusPanels;
 enum class DataChangeCode : qint32;
 enum class MonitorChangeCode : qint32;
 enum class ReceiverChangeCode : qint32;
-
-/// What the mediation asks of the form.
-class MediationHost {
-public:
-    MediationHost() = default;
-    MediationHost(const MediationHost &) = delete;
-    MediationHost &operator=(const MediationHost &) = delete;
-    virtual ~MediationHost() = default;
-
-    /// Copies the link's Status to panel 1.
-    virtual void showLinkStatus() = 0;
-    /// Starts the poll timer, whatever state it was in, at \a milliseconds.
-    virtual void startPollTimer(int milliseconds) = 0;
-    /// A settings block into the history file, where a recording runs.
-    virtual void recordSettings() = 0;
-};
 
 /// Stands between the panels, the chart and the unit: what the user did is written to the unit,
 /// read back, and shown as the unit reports it. Writes into panels raise no event, so nothing
 /// loops.
 ///
 /// A handler's code is compared for equality; other values do nothing.
-class PanelMediation {
+class PanelMediation : public SettingsHost {
 public:
-    PanelMediation(const SettingHolders &instruments, MediationHost &host, Clock &clock);
+    /// What it works on besides the holders of the settings; all of it outlives the mediation.
+    struct Parts {
+        PollTimer &pollTimer;
+        StatusPanels &statusBar;
+        Recorder &recorder;
+        Clock &clock;
+    };
+    PanelMediation(const SettingHolders &instruments, const Parts &parts)
+        : m_instruments(instruments), m_parts(parts) {}
 
     void ctlFrequency1_Changed(ReceiverChangeCode What);
     void ctlDataMode1_Changed(DataChangeCode What);
@@ -44,9 +40,10 @@ public:
     void ctlChartSpectrum1_Changed();
     /// Makes every panel and the chart show the unit's present state, starts the poll timer at the
     /// full poll period, and notes the settings in a running recording.
-    void ReadBackSettings();
+    void ReadBackSettings() override;
     /// Copies the panels and the display settings into the chart.
-    void UpdateChartSettings();
+    void UpdateChartSettings() override;
+    void setPollInterval(qint32 milliseconds) override;
 
 private:
     void changeFrequency();
@@ -64,11 +61,11 @@ private:
     void showCentre(Hertz centre);
     void showChannels();
     void readBackFrequencies();
+    void showLinkStatus();
     [[nodiscard]] bool isChannelMode() const;
 
     SettingHolders m_instruments;
-    MediationHost &m_host;
-    Clock &m_clock;
+    Parts m_parts;
 };
 
 } // namespace veldron

@@ -1,57 +1,57 @@
 // SPDX-License-Identifier: MIT
 #include "app/PollLoop.h"
 
+#include "app/PanelMediation.h"
+#include "app/RoundRobin.h"
+#include "app/ScanPipeline.h"
+#include "app/StatusPanels.h"
 #include "common/Numbers.h"
-#include "utilities/GeneralUtilities.h"
-
-#include <cmath>
+#include "link/frmVDR.h"
 
 namespace veldron {
-
-PollLoop::PollLoop(PollHost &host, frmVDR &vdr, Clock &clock)
-    : m_host(host), m_vdr(vdr), m_clock(clock) {}
 
 int PollLoop::tickInterval(qint16 pollPeriod) {
     return pollPeriod <= 1000 ? Numbers::roundTo<int>(pollPeriod / 2.0) : 500;
 }
 
 void PollLoop::tick() {
-    const float t = m_clock.timeOfDay();
-    const float d = GeneralUtilities::TimeDifference(t, m_NextPoll);
-    // Only a near future holds the poll off: any other difference means that the grid has moved.
-    if (d >= 0.0F && d <= static_cast<float>(m_PollPeriod) / 1000.0F) {
+    const float now = m_parts.clock.timeOfDay();
+    if (!m_grid.isDue(now, m_PollPeriod)) {
         return;
     }
-    if (m_NextPoll < m_PreviousPoll && m_vdr.Connected()) {
-        m_host.readBackAtMidnight();
+    // Before the poll and before the grid moves on: while a recording runs, reading everything back
+    // writes the new date into the file, and the scan of this poll must stand behind it.
+    if (m_grid.hasPassedMidnight() && m_parts.vdr.Connected()) {
+        m_parts.mediation.ReadBackSettings();
     }
-    m_PreviousPoll = m_NextPoll;
-    const double period = m_PollPeriod;
-    m_NextPoll = static_cast<float>(
-        std::floor((static_cast<double>(t) * 1000.0 + period) / period) * period / 1000.0);
-    if (m_vdr.Connected()) {
+    m_grid.moveBeyond(now, m_PollPeriod);
+    if (m_parts.vdr.Connected()) {
         pollConnected();
     } else {
         reconnect();
     }
 }
 
+/// The scan comes first: when the unit has gone silent it is the one exchange that waits, and all
+/// reads behind it fail at once.
 void PollLoop::pollConnected() {
-    m_host.showActivity(ActivityImage::Busy);
-    m_host.TakeScan();
-    m_host.checkNextSetting();
-    m_host.showActivity(ActivityImage::Idle);
+    m_parts.statusBar.showActivity(ActivityImage::Busy);
+    m_parts.scans.TakeScan();
+    m_parts.roundRobin.step();
+    m_parts.statusBar.showActivity(ActivityImage::Idle);
 }
 
+/// The link counts as connected afterwards, whether the unit answered or not, so the next poll that
+/// is due asks for a scan: attempts and failed polls alternate while the unit is silent.
 void PollLoop::reconnect() {
-    if (m_vdr.CommPort() <= 0) {
-        m_host.showActivity(ActivityImage::Blank);
+    if (m_parts.vdr.CommPort() <= 0) {
+        m_parts.statusBar.showActivity(ActivityImage::Blank);
         return;
     }
-    m_host.showActivity(ActivityImage::Idle);
-    m_vdr.Connect();
-    m_host.showLinkStatus();
-    m_host.showActivity(ActivityImage::Blank);
+    m_parts.statusBar.showActivity(ActivityImage::Idle);
+    m_parts.vdr.Connect();
+    m_parts.statusBar.setStatusText(m_parts.vdr.Status());
+    m_parts.statusBar.showActivity(ActivityImage::Blank);
 }
 
 } // namespace veldron

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/RoundRobin.h"
 
+#include "app/PanelMediation.h"
 #include "chart/ctlChartSpectrum.h"
 #include "link/frmVDR.h"
 #include "panels/ctlDataMode.h"
@@ -14,9 +15,6 @@ namespace {
 constexpr qint16 kFrequencyStep = 10;
 
 } // namespace
-
-RoundRobin::RoundRobin(const SettingHolders &instruments, SettingsHost &host)
-    : m_instruments(instruments), m_host(host) {}
 
 void RoundRobin::step() {
     ++m_ReadBackStep;
@@ -86,7 +84,7 @@ void RoundRobin::checkChannels() {
 
 void RoundRobin::followUnitIf(bool different) {
     if (different) {
-        m_host.ReadBackSettings();
+        m_mediation.ReadBackSettings();
     }
 }
 

@@ -2,23 +2,24 @@
 #pragma once
 
 #include "settings/SettingHolders.h"
-#include "settings/SettingsHost.h"
 
 #include <QtGlobal>
 
 namespace veldron {
+
+class PanelMediation;
 
 /// Reads one setting of the unit at each poll and compares it with the panel that shows it. Any
 /// difference is resolved in the unit's favour by reading everything back; nothing is ever written
 /// to the unit from here. The full cycle is 11 polls, the last of them without a check.
 class RoundRobin {
 public:
-    RoundRobin(const SettingHolders &instruments, SettingsHost &host);
+    /// \a mediation outlives the object.
+    RoundRobin(const SettingHolders &instruments, PanelMediation &mediation)
+        : m_instruments(instruments), m_mediation(mediation) {}
 
     /// The check that is due.
     void step();
-    /// Position in the cycle, from 0 to 10 between two polls.
-    [[nodiscard]] qint16 ReadBackStep() const { return m_ReadBackStep; }
 
 private:
     [[nodiscard]] bool differs(qint16 step);
@@ -28,7 +29,8 @@ private:
     void followUnitIf(bool different);
 
     SettingHolders m_instruments;
-    SettingsHost &m_host;
+    PanelMediation &m_mediation;
+    /// Position in the cycle, from 0 to 10 between two polls.
     qint16 m_ReadBackStep = 0;
 };
 

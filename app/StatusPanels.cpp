@@ -28,14 +28,14 @@ QString clockText(QTime time) {
 
 } // namespace
 
-StatusPanels::StatusPanels(Clock &clock, QWidget *parent)
+StatusPanels::StatusPanels(const ErrorGuard &guard, Clock &clock, QWidget *parent)
     : QStatusBar(parent), m_clock(clock), m_panel1(new ElidedLabel(this)) {
     setSizeGripEnabled(false);
     m_panel1->setObjectName(QStringLiteral("Panel1"));
     m_panel1->setWholeText(QStringLiteral("Finding Serial Ports"));
     addWidget(m_panel1, 1);
     m_clockTimer.setSingleShot(true);
-    connect(&m_clockTimer, &QTimer::timeout, this, &StatusPanels::renewClock);
+    connectGuarded(guard, &m_clockTimer, &QTimer::timeout, this, &StatusPanels::renewClock);
 }
 
 void StatusPanels::addPanels() {
@@ -61,10 +61,6 @@ void StatusPanels::addPanels() {
 
 void StatusPanels::setStatusText(const QString &text) {
     m_panel1->setWholeText(text);
-}
-
-QString StatusPanels::statusText() const {
-    return m_panel1->wholeText();
 }
 
 void StatusPanels::showActivity(ActivityImage image) {
@@ -105,18 +101,6 @@ void StatusPanels::showClockAndActivity() {
     m_panel3->setImage(ActivityImage::Blank);
     m_panel3->show();
     renewClock();
-}
-
-QString StatusPanels::secondText() const {
-    return m_panel2 != nullptr ? m_panel2->text() : QString();
-}
-
-QString StatusPanels::thirdText() const {
-    return m_panel3Text != nullptr ? m_panel3Text->text() : QString();
-}
-
-ActivityImage StatusPanels::activity() const {
-    return m_panel3 != nullptr ? m_panel3->image() : ActivityImage::Blank;
 }
 
 /// The clock shows minutes, so one tick a minute is enough.

@@ -5,6 +5,7 @@
 
 #include "app/ActivityImage.h"
 #include "common/Clock.h"
+#include "common/ErrorGuard.h"
 
 #include <QString>
 #include <QTimer>
@@ -24,11 +25,10 @@ class StatusPanels : public QStatusBar {
 
 public:
     /// \a clock outlives the bar.
-    explicit StatusPanels(Clock &clock, QWidget *parent = nullptr);
+    StatusPanels(const ErrorGuard &guard, Clock &clock, QWidget *parent = nullptr);
 
     void addPanels();
     void setStatusText(const QString &text);
-    [[nodiscard]] QString statusText() const;
     /// Shows \a image at once, without turning the event loop.
     void showActivity(ActivityImage image);
     /// Panels 2 and 3 are for texts from now on: neither the clock nor a picture is there.
@@ -38,11 +38,6 @@ public:
     void showTexts(const QString &second, const QString &third);
     /// The clock on panel 2 and the blank picture on panel 3.
     void showClockAndActivity();
-    /// What panel 2 shows.
-    [[nodiscard]] QString secondText() const;
-    /// The text on panel 3.
-    [[nodiscard]] QString thirdText() const;
-    [[nodiscard]] ActivityImage activity() const;
 
 private:
     void renewClock();

@@ -11,10 +11,10 @@ namespace veldron {
 
 void followSystem(frmDisplay &form, const SignalWatcher &watcher,
                   const QGuiApplication &application) {
-    QObject::connect(&watcher, &SignalWatcher::endRequested, &form,
-                     &frmDisplay::endWithoutQuestion);
-    QObject::connect(&application, &QGuiApplication::commitDataRequest, &form,
-                     &frmDisplay::expectSessionEnd);
+    connectGuarded(form.guard(), &watcher, &SignalWatcher::endRequested, &form,
+                   &frmDisplay::endWithoutQuestion);
+    connectGuarded(form.guard(), &application, &QGuiApplication::commitDataRequest, &form,
+                   [&form] { form.expectSessionEnd(); });
 }
 
 } // namespace veldron

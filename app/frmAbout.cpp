@@ -35,7 +35,8 @@ QString infoText(const AboutFacts &facts) {
     return facts.Connected ? facts.Status + "\rFirmware " + facts.Version : QString();
 }
 
-frmAbout::frmAbout(const AboutFacts &facts, QWidget *parent) : QDialog(parent) {
+frmAbout::frmAbout(const ErrorGuard &guard, const AboutFacts &facts, QWidget *parent)
+    : QDialog(parent) {
     setWindowTitle("About " + facts.title);
     lblTitle = makeLabel("lblTitle", "PC control software for VELDRON");
     lblTitle->setFont(informationFont(14, QFont::Bold));
@@ -45,7 +46,7 @@ frmAbout::frmAbout(const AboutFacts &facts, QWidget *parent) : QDialog(parent) {
     cmdOK = new QPushButton("OK", this);
     cmdOK->setObjectName("cmdOK");
     cmdOK->setDefault(true);
-    connect(cmdOK, &QPushButton::clicked, this, &QDialog::accept);
+    connectGuarded(guard, cmdOK, &QPushButton::clicked, this, &QDialog::accept);
     layOut();
 }
 

@@ -3,6 +3,8 @@
 
 #include <QDialog>
 
+#include "common/ErrorGuard.h"
+
 #include <QLocale>
 #include <QString>
 
@@ -32,7 +34,7 @@ class frmAbout : public QDialog {
 
 public:
     /// UntrappedError(File) when the date of the program's file can't be read.
-    explicit frmAbout(const AboutFacts &facts, QWidget *parent = nullptr);
+    frmAbout(const ErrorGuard &guard, const AboutFacts &facts, QWidget *parent = nullptr);
 
 private:
     QLabel *makeLabel(const char *name, const QString &text);

@@ -1,38 +1,37 @@
 // SPDX-License-Identifier: MIT
-// The form's controls, its layout, and the one way out on an error.
+// The window: its menus, its controls, their layout, and what the history switches in it.
 #include "app/frmDisplay.h"
 
 #include "app/FormLayout.h"
 #include "app/StatusPanels.h"
+#include "app/frmDisplay_parts.h"
 #include "app/frmSplash.h"
 #include "chart/ctlChartSpectrum.h"
 #include "history/ctlPlayback.h"
-#include "link/frmVDR.h"
 #include "panels/ctlDataMode.h"
 #include "panels/ctlFrequency.h"
 #include "panels/ctlMonitorMode.h"
-#include "settings/frmCommSettings.h"
-#include "settings/frmDisplaySettings.h"
 
-#include <QCoreApplication>
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QMenuBar>
 #include <QPushButton>
-#include <QTimer>
-
-#include <cstdio>
 
 namespace veldron {
 
 namespace {
 
-/// What the poll timer ticks at until the settings are made, in milliseconds.
-constexpr int kFirstInterval = 250;
 /// How long the close of an ending session may be in coming, in milliseconds.
 constexpr int kSessionEndPatience = 60000;
 constexpr int kMargin = 10;
 constexpr int kStripTop = 6;
 constexpr int kLeastChartHeight = 120;
+
+QHBoxLayout *rowIn(QWidget *strip) {
+    auto *row = new QHBoxLayout(strip);
+    row->setContentsMargins(0, 0, 0, 0);
+    return row;
+}
 
 } // namespace
 
@@ -40,17 +39,11 @@ frmDisplay::frmDisplay(const World &world)
     : m_world(world), m_guard([this](const UntrappedError &error) { endWithError(error); }) {
     setObjectName(QStringLiteral("frmDisplay"));
     setWindowTitle(QStringLiteral("VELDRON"));
+    m_sessionEnd.setObjectName(QStringLiteral("SessionEnd"));
+    m_sessionEnd.setSingleShot(true);
+    m_sessionEnd.setInterval(kSessionEndPatience);
     makeMenus();
     makeStrips();
-    Timer1 = new QTimer(this);
-    Timer1->setObjectName(QStringLiteral("Timer1"));
-    Timer1->setTimerType(Qt::PreciseTimer);
-    Timer1->setInterval(kFirstInterval);
-    m_sessionEnd = new QTimer(this);
-    m_sessionEnd->setObjectName(QStringLiteral("SessionEnd"));
-    m_sessionEnd->setSingleShot(true);
-    m_sessionEnd->setInterval(kSessionEndPatience);
-    connect(m_sessionEnd, &QTimer::timeout, this, [this] { m_asksOnClose = true; });
 }
 
 frmDisplay::~frmDisplay() {
@@ -88,42 +81,18 @@ void frmDisplay::makeStrips() {
     m_inside = new QWidget(this);
     m_inside->setObjectName(QStringLiteral("Inside"));
     setCentralWidget(m_inside);
-    Picture1 = new QWidget(m_inside);
-    Picture1->setObjectName(QStringLiteral("Picture1"));
-    ctlFrequency1 = new ctlFrequency(Picture1);
-    ctlMonitorMode1 = new ctlMonitorMode(Picture1);
-    ctlDataMode1 = new ctlDataMode(Picture1);
-    ctlFrequency1->setObjectName(QStringLiteral("ctlFrequency1"));
-    ctlMonitorMode1->setObjectName(QStringLiteral("ctlMonitorMode1"));
-    ctlDataMode1->setObjectName(QStringLiteral("ctlDataMode1"));
-    ctlMonitorMode1->setGuard(m_guard);
-    auto *panels = new QHBoxLayout(Picture1);
-    panels->setContentsMargins(0, 0, 0, 0);
-    panels->addWidget(ctlFrequency1);
-    panels->addWidget(ctlMonitorMode1);
-    panels->addWidget(ctlDataMode1);
-    panels->addStretch(1);
-
-    Picture2 = new QWidget(m_inside);
-    Picture2->setObjectName(QStringLiteral("Picture2"));
-    ctlPlayback1 = new ctlPlayback(Picture2);
-    ctlPlayback1->setObjectName(QStringLiteral("ctlPlayback1"));
-    auto *transport = new QHBoxLayout(Picture2);
-    transport->setContentsMargins(0, 0, 0, 0);
-    transport->addWidget(ctlPlayback1);
-    transport->addStretch(1);
-
+    makePanels();
+    makeTransport();
     ctlChartSpectrum1 =
-        new ctlChartSpectrum(m_guard, m_world.clock, m_world.texts, m_pointer, m_inside);
+        new ctlChartSpectrum(m_guard, m_world.clock, m_world.texts, m_cursor, m_inside);
     ctlChartSpectrum1->setObjectName(QStringLiteral("ctlChartSpectrum1"));
     // The chart sets the pointer's shape itself; its moves are none over the bare form.
     ctlChartSpectrum1->setAttribute(Qt::WA_NoMousePropagation);
-    StatusBar1 = new StatusPanels(m_world.clock, m_inside);
+    StatusBar1 = new StatusPanels(m_guard, m_world.clock, m_inside);
     StatusBar1->setObjectName(QStringLiteral("StatusBar1"));
     Command1 = new QPushButton(QStringLiteral("Command1"), m_inside);
     Command1->setObjectName(QStringLiteral("Command1"));
     Command1->setVisible(false);
-
     for (QWidget *bare : {m_inside, Picture1, Picture2}) {
         bare->setMouseTracking(true);
         bare->installEventFilter(this);
@@ -133,16 +102,37 @@ void frmDisplay::makeStrips() {
     m_inside->setMinimumHeight(kStripTop + strip.height() + kLeastChartHeight);
 }
 
-SettingHolders frmDisplay::instruments() const {
-    return {*m_vdr,         *ctlFrequency1,     *ctlMonitorMode1,
-            *ctlDataMode1,  *ctlChartSpectrum1, *m_displaySettings,
-            *m_commSettings};
+void frmDisplay::makePanels() {
+    Picture1 = new QWidget(m_inside);
+    Picture1->setObjectName(QStringLiteral("Picture1"));
+    ctlFrequency1 = new ctlFrequency(Picture1);
+    ctlFrequency1->setObjectName(QStringLiteral("ctlFrequency1"));
+    ctlMonitorMode1 = new ctlMonitorMode(Picture1);
+    ctlMonitorMode1->setObjectName(QStringLiteral("ctlMonitorMode1"));
+    ctlMonitorMode1->setGuard(m_guard);
+    ctlDataMode1 = new ctlDataMode(Picture1);
+    ctlDataMode1->setObjectName(QStringLiteral("ctlDataMode1"));
+    QHBoxLayout *row = rowIn(Picture1);
+    row->addWidget(ctlFrequency1);
+    row->addWidget(ctlMonitorMode1);
+    row->addWidget(ctlDataMode1);
+    row->addStretch(1);
+}
+
+void frmDisplay::makeTransport() {
+    Picture2 = new QWidget(m_inside);
+    Picture2->setObjectName(QStringLiteral("Picture2"));
+    ctlPlayback1 = new ctlPlayback(Picture2);
+    ctlPlayback1->setObjectName(QStringLiteral("ctlPlayback1"));
+    QHBoxLayout *row = rowIn(Picture2);
+    row->addWidget(ctlPlayback1);
+    row->addStretch(1);
 }
 
 bool frmDisplay::eventFilter(QObject *watched, QEvent *event) {
     if (event->type() == QEvent::MouseMove) {
         // Undoes a shape that the chart has left behind.
-        m_pointer.setShape(CursorShape::Default);
+        m_cursor.setShape(CursorShape::Default);
     } else if (watched == m_inside && event->type() == QEvent::Resize) {
         layOut();
     }
@@ -165,81 +155,7 @@ void frmDisplay::layOut() {
     ctlChartSpectrum1->setGeometry(layout.chart);
 }
 
-void frmDisplay::stopTimers() {
-    m_Timer1Enabled = false;
-    for (QTimer *timer : findChildren<QTimer *>()) {
-        timer->stop();
-    }
-}
-
-void frmDisplay::endWithError(const UntrappedError &error) {
-    if (m_unloaded) {
-        return; // what a routine meets under which the program was ended is no error any more
-    }
-    m_failed = true;
-    m_unloaded = true;
-    stopTimers();
-    m_splash.reset();
-    if (m_recorder) {
-        m_recorder->closeStream();
-    }
-    if (m_playback) {
-        m_playback->closeStream();
-    }
-    if (m_vdr) {
-        m_vdr->unload();
-    }
-    m_pointer.setShape(CursorShape::Default);
-    const QByteArray line = error.message().simplified().toUtf8();
-    std::fprintf(stderr, "veldron: %s\n", line.constData());
-    m_world.dialogs.showError(
-        error.message() +
-        QStringLiteral("\n\nVELDRON can't go on after this error and has to end. The serial port "
-                       "and any recording have been closed; what was recorded so far is kept."));
-    QCoreApplication::exit(1);
-}
-
-// ---- what the helpers ask of the form
-
-void frmDisplay::setHourglass(bool on) {
-    m_pointer.setShape(on ? CursorShape::Hourglass : CursorShape::Default);
-}
-
-void frmDisplay::showMessage(const QString &title, const QString &text) {
-    m_world.dialogs.showMessage(title, text);
-}
-
-void frmDisplay::ReadBackSettings() {
-    m_mediation->ReadBackSettings();
-}
-
-void frmDisplay::UpdateChartSettings() {
-    m_mediation->UpdateChartSettings();
-}
-
-void frmDisplay::setPollInterval(qint32 milliseconds) {
-    // A new interval starts a running countdown anew.
-    Timer1->setInterval(qMax(milliseconds, 0));
-    runPollTimer();
-}
-
-void frmDisplay::startPollTimer(int milliseconds) {
-    m_Timer1Enabled = true;
-    setPollInterval(milliseconds);
-}
-
-void frmDisplay::setPollTimerEnabled(bool enable) {
-    m_Timer1Enabled = enable;
-    runPollTimer();
-}
-
-void frmDisplay::runPollTimer() {
-    if (!m_Timer1Enabled || Timer1->interval() <= 0) {
-        Timer1->stop();
-    } else if (!Timer1->isActive()) {
-        Timer1->start();
-    }
-}
+// ---- what the history switches
 
 void frmDisplay::SetControlsEnabled(bool enable) {
     for (QAction *entry : {mnuFileLoadSettings, mnuFileSaveSettings, mnuFilePlayback, mnuFileExit,
@@ -260,22 +176,23 @@ void frmDisplay::setRecordEnabled(bool enable) {
     mnuFileRecord->setEnabled(enable);
 }
 
+/// Painted at once: the first scan of the file is read and drawn before the event loop turns again.
 void frmDisplay::showTransport(bool visible) {
     Picture2->setVisible(visible);
     layOut();
     m_inside->repaint();
 }
 
+void frmDisplay::setPollTimerEnabled(bool enable) {
+    m_pollTimer.setEnabled(enable);
+}
+
 qint16 frmDisplay::PollPeriod() const {
-    return m_pollLoop->PollPeriod();
+    return m_parts->pollLoop.PollPeriod();
 }
 
 void frmDisplay::showStatus(const QString &text) {
     StatusBar1->setStatusText(text);
-}
-
-void frmDisplay::showLinkStatus() {
-    showStatus(m_vdr->Status());
 }
 
 void frmDisplay::hideClockAndActivity() {
@@ -294,31 +211,8 @@ void frmDisplay::stopTransport() {
     ctlPlayback1->StopPlay();
 }
 
-void frmDisplay::showActivity(ActivityImage image) {
-    StatusBar1->showActivity(image);
-}
-
-void frmDisplay::TakeScan() {
-    const LevelScan scan = m_vdr->GetData();
-    ctlChartSpectrum1->SetData(scan);
-    ctlChartSpectrum1->Refresh();
-    if (m_session.Recording) {
-        m_recorder->writeScan(scan);
-    } else {
-        showLinkStatus();
-    }
-}
-
-void frmDisplay::checkNextSetting() {
-    m_roundRobin->step();
-}
-
-void frmDisplay::readBackAtMidnight() {
-    ReadBackSettings();
-}
-
-void frmDisplay::recordSettings() {
-    m_recorder->writeSettings();
+void frmDisplay::ReadBackSettings() {
+    m_parts->mediation.ReadBackSettings();
 }
 
 } // namespace veldron

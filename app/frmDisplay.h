@@ -3,52 +3,40 @@
 
 #include <QMainWindow>
 
-#include "app/PanelMediation.h"
-#include "app/PollLoop.h"
-#include "app/RoundRobin.h"
-#include "app/UserDialogs.h"
+#include "app/PollTimer.h"
 #include "chart/ScreenCursor.h"
-#include "common/Clock.h"
-#include "common/DateTimeText.h"
 #include "common/ErrorGuard.h"
 #include "history/HistoryHost.h"
-#include "history/PlaybackEngine.h"
-#include "history/Recorder.h"
-#include "link/LinkHost.h"
-#include "link/SerialControl.h"
-#include "settings/SettingsFiles.h"
-#include "settings/SettingsHost.h"
+#include "settings/SessionState.h"
+
+#include <QTimer>
 
 #include <memory>
 
 class QAction;
+class QDialog;
 class QMenu;
 class QPushButton;
-class QTimer;
 
 namespace veldron {
 
+class Clock;
+class DateTimeText;
+class SerialControl;
 class StatusPanels;
+class UserDialogs;
 class ctlChartSpectrum;
 class ctlDataMode;
 class ctlFrequency;
 class ctlMonitorMode;
 class ctlPlayback;
-class frmAbout;
-class frmCommSettings;
-class frmDisplaySettings;
 class frmSplash;
 
-/// The main form: it owns every other object, brings the program up and takes it down, and hands
-/// what happens on to the poll loop, the mediation, the settings and the history.
+/// The main window: menus, strips and layout, and the program's life from start to end.
 ///
-/// All of it runs on one thread. Errors that nobody may swallow end in endWithError.
-class frmDisplay : public QMainWindow,
-                   private LinkHost,
-                   private SettingsHost,
-                   private HistoryHost,
-                   private PollHost,
-                   private MediationHost {
+/// It owns every other object. What these do with each other they do without the window; it only
+/// makes them, in order, and connects them. All of it runs on one thread.
+class frmDisplay : public QMainWindow, private HistoryHost {
     Q_OBJECT
 
 public:
@@ -71,16 +59,20 @@ public:
     /// Ends in good order without a question, as when the system closes down. Returns when the
     /// settings are saved and the port is closed.
     void endWithoutQuestion();
-    /// The session manager closes the program: no question is asked at the close that
-    /// follows within a minute. A session that stays is asked again.
+    /// The session manager closes the program: no question is asked at the close that follows
+    /// within a minute. A session that stays is asked again.
     void expectSessionEnd();
-    /// Stops all timers, closes file and port, tells the user and ends the event loop with 1. Does
-    /// nothing once the form has ended.
+    /// Shuts down, tells the user and ends the event loop with 1. Does nothing once the program has
+    /// ended: what a routine meets under which it was ended is no error any more.
     void endWithError(const UntrappedError &error);
     /// True after endWithError.
-    [[nodiscard]] bool hasFailed() const { return m_failed; }
-    /// True once the form is done with, whichever way it ended.
-    [[nodiscard]] bool hasEnded() const { return m_unloaded; }
+    [[nodiscard]] bool hasFailed() const { return m_life == LifeState::Failed; }
+    /// True once the program is being shut down or has been, for whichever reason.
+    [[nodiscard]] bool hasEnded() const {
+        return m_life != LifeState::Starting && m_life != LifeState::Running;
+    }
+    /// Takes what slots throw to endWithError.
+    [[nodiscard]] const ErrorGuard &guard() const { return m_guard; }
 
     [[nodiscard]] bool Recording() const { return m_session.Recording; }
     [[nodiscard]] bool InPlayback() const { return m_session.InPlayback; }
@@ -90,43 +82,48 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    /// Where the program is between its start and its end. It only ever moves down this list.
+    enum class LifeState {
+        Starting, ///< the settings of the last run aren't restored yet: the end leaves them alone
+        Running,
+        Ending, ///< inside shutDown
+        Ended,  ///< in good order; the event loop is on its way out
+        Failed, ///< by an error, of which the user is told now or has been
+    };
+    enum class EndReason { Wanted, Error };
+    /// Everything that isn't a widget of this window.
+    struct Parts;
+
     // Building.
     void makeMenus();
     void makeStrips();
-    void makeParts();
-    void wireControls();
+    void makePanels();
+    void makeTransport();
+    void wireMenus();
     void wirePanels();
     QAction *addEntry(QMenu *menu, const char *name, const QString &text);
-    [[nodiscard]] SettingHolders instruments() const;
+    void layOut();
 
-    // Start.
+    // Start and end.
     void start();
     void showSplash();
     void InitialiseSettings();
     void connectFoundUnit();
     void showForm();
-
-    // End.
-    [[nodiscard]] bool queryUnload();
-    void unload();
+    [[nodiscard]] bool mayEnd();
+    void shutDown(EndReason reason);
     void stopTimers();
+    [[nodiscard]] bool showModally(QDialog &dialog);
 
     // Menus.
     void onMnuSettingsDisplay();
     void onMnuSettingsComms();
     void onMnuAbout();
     void applyPollRate();
-
-    void layOut();
     void onCommand1();
-    void runPollTimer();
+    void showLinkStatus();
 
-    // What the helpers ask of the form.
-    void setHourglass(bool on) override;
-    void showMessage(const QString &title, const QString &text) override;
-    void ReadBackSettings() override;
-    void UpdateChartSettings() override;
-    void setPollInterval(qint32 milliseconds) override;
+    // HistoryHost.
     void SetControlsEnabled(bool enable) override;
     void setRecordCaption(const QString &caption) override;
     void setRecordEnabled(bool enable) override;
@@ -138,29 +135,17 @@ private:
     void showPlaybackPlace(const QString &time, const QString &percent) override;
     void showClockAndActivity() override;
     void stopTransport() override;
-    void showActivity(ActivityImage image) override;
-    void showLinkStatus() override;
-    void TakeScan() override;
-    void checkNextSetting() override;
-    void readBackAtMidnight() override;
-    void startPollTimer(int milliseconds) override;
-    void recordSettings() override;
+    void ReadBackSettings() override;
 
     World m_world;
     ErrorGuard m_guard;
-    ScreenCursor m_pointer;
+    LifeState m_life = LifeState::Starting;
+    ScreenCursor m_cursor;
     SessionState m_session;
-    bool m_asksOnClose = true;
-    /// The start has come past the settings of the last run, so that the end may replace them.
-    bool m_settingsStand = false;
-    bool m_unloaded = false;
-    bool m_failed = false;
-
-    /// Whether Timer1 is switched on; it ticks only if its interval is above 0 as well.
-    bool m_Timer1Enabled = false;
-    QTimer *Timer1 = nullptr;
+    PollTimer m_pollTimer{m_guard, this};
     /// Runs while a close is taken for the end of the desktop's session.
-    QTimer *m_sessionEnd = nullptr;
+    QTimer m_sessionEnd{this};
+
     QWidget *m_inside = nullptr;
     QWidget *Picture1 = nullptr;
     QWidget *Picture2 = nullptr;
@@ -180,18 +165,9 @@ private:
     QAction *mnuSettingsComms = nullptr;
     QAction *mnuAbout = nullptr;
 
-    // In the order in which they stand on each other.
-    std::unique_ptr<frmVDR> m_vdr;
-    std::unique_ptr<frmCommSettings> m_commSettings;
-    std::unique_ptr<frmDisplaySettings> m_displaySettings;
     std::unique_ptr<frmSplash> m_splash;
-    std::unique_ptr<PanelMediation> m_mediation;
-    std::unique_ptr<RoundRobin> m_roundRobin;
-    std::unique_ptr<PollLoop> m_pollLoop;
-    std::unique_ptr<SettingsLines> m_settingsStream;
-    std::unique_ptr<SettingsFiles> m_settingsFiles;
-    std::unique_ptr<Recorder> m_recorder;
-    std::unique_ptr<PlaybackEngine> m_playback;
+    /// Made by load() behind the splash, because making them sets up the serial line.
+    std::unique_ptr<Parts> m_parts;
 };
 
 } // namespace veldron

@@ -1,13 +1,10 @@
 // SPDX-License-Identifier: MIT
 // The settings menu, About, and the hidden trigger of a single scan.
-#include "app/frmDisplay.h"
-
+#include "app/StatusPanels.h"
 #include "app/frmAbout.h"
+#include "app/frmDisplay_parts.h"
 #include "chart/ctlChartSpectrum.h"
 #include "common/Numbers.h"
-#include "link/frmVDR.h"
-#include "settings/frmCommSettings.h"
-#include "settings/frmDisplaySettings.h"
 
 #include <QCoreApplication>
 
@@ -26,55 +23,54 @@ constexpr qint32 kMarkerChanged = 64;
 } // namespace
 
 void frmDisplay::onMnuSettingsDisplay() {
-    const bool polled = m_Timer1Enabled;
-    setPollTimerEnabled(false);
-    m_displaySettings->exec();
-    if (m_unloaded) {
+    const frmDisplaySettings &display = m_parts->displaySettings;
+    const bool polled = m_pollTimer.isEnabled();
+    m_pollTimer.setEnabled(false);
+    if (!showModally(m_parts->displaySettings)) {
         return;
     }
-    const qint32 changed = m_displaySettings->Change();
+    const qint32 changed = m_parts->displaySettings.Change();
     if ((changed & kPaletteChanged) != 0) {
-        ctlChartSpectrum1->setPalette(m_displaySettings->PaletteIndex());
+        ctlChartSpectrum1->setPalette(display.PaletteIndex());
     }
     if ((changed & kPersistenceChanged) != 0) {
-        ctlChartSpectrum1->setPeak(m_displaySettings->PersistenceEnable());
-        ctlChartSpectrum1->setTimespan(m_displaySettings->Persistence());
+        ctlChartSpectrum1->setPeak(display.PersistenceEnable());
+        ctlChartSpectrum1->setTimespan(display.Persistence());
     }
     if ((changed & kWaterfallChanged) != 0) {
-        ctlChartSpectrum1->setDisplayType(displayTypeWith(m_displaySettings->WaterfallEnable()));
-        ctlChartSpectrum1->setUpdate(m_displaySettings->Update());
+        ctlChartSpectrum1->setDisplayType(displayTypeWith(display.WaterfallEnable()));
+        ctlChartSpectrum1->setUpdate(display.Update());
     }
     if ((changed & kMarkerChanged) != 0) {
-        ctlChartSpectrum1->setMarkerEn(m_displaySettings->MarkerEnable());
+        ctlChartSpectrum1->setMarkerEn(display.MarkerEnable());
     }
-    setPollTimerEnabled(polled);
+    m_pollTimer.setEnabled(polled);
 }
 
 void frmDisplay::onMnuSettingsComms() {
-    bool polled = m_Timer1Enabled;
-    setPollTimerEnabled(false);
-    m_commSettings->exec();
-    if (m_unloaded) {
+    bool polled = m_pollTimer.isEnabled();
+    m_pollTimer.setEnabled(false);
+    if (!showModally(m_parts->commSettings)) {
         return;
     }
     showLinkStatus();
-    const qint32 changed = m_commSettings->Change();
-    const bool connected = m_vdr->Connected();
-    if ((changed & kPortChanged) != 0 && connected) {
-        ReadBackSettings();
-        polled = m_Timer1Enabled; // reading back has started it
+    const qint32 changed = m_parts->commSettings.Change();
+    if ((changed & kPortChanged) != 0 && m_parts->vdr.Connected()) {
+        m_parts->mediation.ReadBackSettings();
+        polled = m_pollTimer.isEnabled(); // reading back has started it
     }
+    // Behind the read-back, which has set the timer to the full period.
     if ((changed & kPollChanged) != 0) {
         applyPollRate();
     }
-    setPollTimerEnabled(polled);
+    m_pollTimer.setEnabled(polled);
 }
 
 void frmDisplay::applyPollRate() {
-    const auto period = Numbers::roundTo<qint16>(m_commSettings->Poll());
-    m_pollLoop->setPollPeriod(period);
+    const auto period = Numbers::roundTo<qint16>(m_parts->commSettings.Poll());
+    m_parts->pollLoop.setPollPeriod(period);
     ctlChartSpectrum1->setPoll(period);
-    setPollInterval(PollLoop::tickInterval(period));
+    m_pollTimer.setInterval(PollLoop::tickInterval(period));
 }
 
 void frmDisplay::onMnuAbout() {
@@ -82,17 +78,21 @@ void frmDisplay::onMnuAbout() {
     facts.title = windowTitle();
     facts.version = m_world.version;
     facts.programFile = QCoreApplication::applicationFilePath();
-    facts.Connected = m_vdr->Connected();
-    facts.Status = m_vdr->Status();
-    facts.Version = m_vdr->Version();
-    frmAbout about(facts, this);
+    facts.Connected = m_parts->vdr.Connected();
+    facts.Status = m_parts->vdr.Status();
+    facts.Version = m_parts->vdr.Version();
+    frmAbout about(m_guard, facts, this);
     about.exec();
 }
 
 void frmDisplay::onCommand1() {
-    if (m_vdr->Connected()) {
-        TakeScan();
+    if (m_parts->vdr.Connected()) {
+        m_parts->scans.TakeScan();
     }
+}
+
+void frmDisplay::showLinkStatus() {
+    StatusBar1->setStatusText(m_parts->vdr.Status());
 }
 
 } // namespace veldron

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "bench/BenchForm.h"
 
+#include "app/PollTimer.h"
 #include "chart/ctlChartSpectrum.h"
 #include "history/ctlPlayback.h"
 
@@ -42,7 +43,7 @@ void BenchForm::pick(const char *entry) {
 
 void BenchForm::passSecond() {
     m_clock.advance(1.0);
-    auto *timer = form.findChild<QTimer *>(QStringLiteral("Timer1"), Qt::FindDirectChildrenOnly);
+    auto *timer = form.findChild<PollTimer *>()->findChild<QTimer *>();
     QTimerEvent tick(timer->timerId());
     QApplication::sendEvent(timer, &tick);
     chart->onTimer1();

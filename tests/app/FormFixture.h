@@ -13,6 +13,7 @@
 #include "settings/frmCommSettings.h"
 #include "settings/frmDisplaySettings.h"
 #include "tests/app/FakeDialogs.h"
+#include "tests/app/StatusBarReader.h"
 #include "tests/support/ManualClock.h"
 #include "tests/support/ScriptedSerialControl.h"
 
@@ -143,7 +144,7 @@ protected:
     // ---- the poll
 
     [[nodiscard]] QTimer *pollTimer() const {
-        return m_form->findChild<QTimer *>(QStringLiteral("Timer1"), Qt::FindDirectChildrenOnly);
+        return m_form->findChild<PollTimer *>()->findChild<QTimer *>();
     }
     [[nodiscard]] bool isPolling() const { return pollTimer()->isActive(); }
     /// The poll timer's tick, if it runs.
@@ -191,8 +192,12 @@ protected:
         return *m_form->findChildren<StatusPanels *>().first();
     }
     /// Text of panel 1.
-    [[nodiscard]] QString status() const { return statusBar().statusText(); }
-    [[nodiscard]] ActivityImage activity() const { return statusBar().activity(); }
+    [[nodiscard]] QString status() const { return statusText(statusBar()); }
+    [[nodiscard]] ActivityImage activity() const { return shownActivity(statusBar()); }
+    /// Texts of panels 2 and 3.
+    [[nodiscard]] QString place() const {
+        return panelText(statusBar(), "Panel2") + " | " + panelText(statusBar(), "Panel3Text");
+    }
     [[nodiscard]] QAction &entry(const char *name) const { return child<QAction>(name); }
 
     // ---- what the user does

@@ -1,212 +1,110 @@
 // SPDX-License-Identifier: MIT
+#include "tests/app/FormFixture.h"
+
 #include "app/PollLoop.h"
-
-#include "tests/support/ManualClock.h"
-#include "tests/support/RecordingLinkHost.h"
-#include "tests/support/ScriptedSerialControl.h"
-
-#include <gtest/gtest.h>
-
-#include <QStringList>
 
 namespace veldron {
 namespace {
 
-/// Writes down what the poll asks of the form.
-class RecordingPollHost : public PollHost {
-public:
-    explicit RecordingPollHost(frmVDR &vdr) : m_vdr(vdr) {}
-
-    QStringList log;
-    /// What a scan does with the line.
-    bool scanAsksUnit = false;
-
-    void showActivity(ActivityImage image) override {
-        log.append(QStringLiteral("image %1").arg(static_cast<int>(image)));
-    }
-    void showLinkStatus() override { log.append("status"); }
-    void TakeScan() override {
-        log.append("scan");
-        if (scanAsksUnit) {
-            static_cast<void>(m_vdr.GetData());
-        }
-    }
-    void checkNextSetting() override { log.append("check"); }
-    void readBackAtMidnight() override { log.append("midnight"); }
-
-private:
-    frmVDR &m_vdr;
-};
-
-const QStringList kPoll{"image 3", "scan", "check", "image 2"};
-const QStringList kReconnect{"image 2", "status", "image 1"};
-
-class PollLoopTest : public testing::Test {
+/// What a tick sends, with the number of the activity picture that was up at that moment; last the
+/// picture that it leaves.
+class PollLoopTest : public FormFixture {
 protected:
-    PollLoopTest() { m_control.setUnit(true); }
-
-    void connectUnit() {
-        m_vdr.setCommPort(3);
-        m_vdr.Connect();
-        m_control.clearCommands();
+    void connectUnit() { startUp(); }
+    void startWithoutUnit(qint16 port) {
+        setPorts(port == 0 ? std::vector<qint16>{} : std::vector<qint16>{port}, 0);
+        startUp();
+        pollTimerOf().setEnabled(true);
     }
+    [[nodiscard]] PollTimer &pollTimerOf() const { return *m_form->findChild<PollTimer *>(); }
     QStringList tickAt(double timeOfDay) {
-        m_host.log.clear();
+        QStringList log;
+        m_control.setCommandHook(
+            [&](const QString &command) { log.append(picture() + ' ' + command); });
         m_clock.setTimeOfDay(timeOfDay);
-        m_loop.tick();
-        return m_host.log;
+        tick();
+        m_control.setCommandHook({});
+        return log.isEmpty() ? log : log << picture();
     }
-
-    ManualClock m_clock{36000.0};
-    ScriptedSerialControl m_control{m_clock};
-    RecordingLinkHost m_linkHost;
-    frmVDR m_vdr{m_control, m_clock, m_linkHost};
-    RecordingPollHost m_host{m_vdr};
-    PollLoop m_loop{m_host, m_vdr, m_clock};
+    [[nodiscard]] QString picture() const { return QString::number(static_cast<int>(activity())); }
+    /// A poll that is at \a check of its round.
+    static QStringList pollWith(const QString &check) { return {"3 RIFD", "3 " + check, "2"}; }
+    static QStringList withPicture(int number, const QStringList &commands) {
+        QStringList log;
+        for (const QString &command : commands) {
+            log.append(QString::number(number) + ' ' + command);
+        }
+        return log;
+    }
+    const QStringList m_reconnect{"2 RIVE", "1"};
 };
 
-TEST_F(PollLoopTest, firstTick_polls) {
+TEST_F(PollLoopTest, dueTick_takesAScanAndThenChecksASetting) {
     connectUnit();
-    EXPECT_EQ(tickAt(36000.2), kPoll);
-    EXPECT_FLOAT_EQ(m_loop.NextPoll(), 36001.0F);
-    EXPECT_FLOAT_EQ(m_loop.PreviousPoll(), 0.0F);
+    EXPECT_EQ(tickAt(36000.2), pollWith("RURX"));
+    EXPECT_EQ(tickAt(36001.03), pollWith("RUST"));
 }
 
-TEST_F(PollLoopTest, tickBeforeTheGrid_doesNothing) {
+TEST_F(PollLoopTest, tickThatIsNotDue_doesNothing) {
     connectUnit();
-    tickAt(10.03);
-    EXPECT_FLOAT_EQ(m_loop.NextPoll(), 11.0F);
-    EXPECT_EQ(tickAt(10.2), QStringList());
-    EXPECT_FLOAT_EQ(m_loop.NextPoll(), 11.0F);
+    tickAt(36000.2);
+    EXPECT_EQ(tickAt(36000.7), QStringList());
+    EXPECT_EQ(tickAt(36001.0), QStringList());
+    EXPECT_EQ(tickAt(36001.5), pollWith("RUST"));
 }
 
-TEST_F(PollLoopTest, tickBehindTheGrid_polls) {
-    connectUnit();
-    tickAt(10.03);
-    EXPECT_EQ(tickAt(11.03), kPoll);
-    EXPECT_FLOAT_EQ(m_loop.NextPoll(), 12.0F);
-    EXPECT_FLOAT_EQ(m_loop.PreviousPoll(), 11.0F);
-}
-
-TEST_F(PollLoopTest, tickExactlyOnTheGrid_leavesThePollToTheNextTick) {
-    connectUnit();
-    tickAt(10.03);
-    EXPECT_EQ(tickAt(11.0), QStringList());
-    EXPECT_EQ(tickAt(11.5), kPoll);
-}
-
-TEST_F(PollLoopTest, tickAWholePeriodBeforeTheGrid_doesNothing) {
-    connectUnit();
-    tickAt(10.0);
-    EXPECT_FLOAT_EQ(m_loop.NextPoll(), 11.0F);
-    EXPECT_EQ(tickAt(10.0), QStringList());
-}
-
-TEST_F(PollLoopTest, clockSetBackByMoreThanAPeriod_polls) {
-    connectUnit();
-    tickAt(50.03);
-    EXPECT_EQ(tickAt(40.03), kPoll);
-    EXPECT_FLOAT_EQ(m_loop.NextPoll(), 41.0F);
-}
-
-TEST_F(PollLoopTest, pollLongerThanThePeriod_movesTheGridOn) {
-    connectUnit();
-    tickAt(10.03);
-    EXPECT_EQ(tickAt(14.7), kPoll);
-    EXPECT_FLOAT_EQ(m_loop.NextPoll(), 15.0F);
-}
-
-TEST_F(PollLoopTest, firstTickInTheLastPeriodOfTheDay_waits) {
-    connectUnit();
-    EXPECT_EQ(tickAt(86399.5), QStringList());
-    EXPECT_EQ(tickAt(86398.5), kPoll);
-}
-
-TEST_F(PollLoopTest, gridOfEachPeriod_isOfWholeMultiples) {
-    struct Case {
-        qint16 period;
-        double time;
-        float next;
-    };
-    connectUnit();
-    for (const Case &c : {Case{250, 36000.3, 36000.5F}, Case{500, 36000.3, 36000.5F},
-                          Case{1000, 36000.3, 36001.0F}, Case{2000, 36001.3, 36002.0F},
-                          Case{5000, 36001.3, 36005.0F}, Case{10000, 36001.3, 36010.0F},
-                          Case{10000, 36009.9, 36010.0F}, Case{250, 36000.25, 36000.5F}}) {
-        m_loop.setPollPeriod(c.period);
-        tickAt(20000.0);
-        tickAt(c.time);
-        EXPECT_FLOAT_EQ(m_loop.NextPoll(), c.next) << c.period << " at " << c.time;
-    }
-}
-
-TEST_F(PollLoopTest, midnight_readsEverythingBackOnThePollAfterTheFirstOfTheDay) {
+TEST_F(PollLoopTest, midnight_readsEverythingBackBeforeTheSecondPollOfTheDay) {
     connectUnit();
     tickAt(86398.9);
-    EXPECT_EQ(tickAt(86399.5), kPoll);
-    EXPECT_FLOAT_EQ(m_loop.NextPoll(), 86400.0F);
-
-    EXPECT_EQ(tickAt(0.2), kPoll);
-    EXPECT_FLOAT_EQ(m_loop.NextPoll(), 1.0F);
-    EXPECT_FLOAT_EQ(m_loop.PreviousPoll(), 86400.0F);
-
-    EXPECT_EQ(tickAt(1.1), QStringList{"midnight"} + kPoll);
-    EXPECT_EQ(tickAt(2.1), kPoll);
+    EXPECT_EQ(tickAt(86399.5), pollWith("RUST"));
+    EXPECT_EQ(tickAt(0.2), pollWith("RUAT"));
+    EXPECT_EQ(tickAt(1.1), withPicture(2, readBack()) + pollWith("RUMD"));
+    EXPECT_EQ(tickAt(2.1), pollWith("RSGN"));
 }
 
 TEST_F(PollLoopTest, midnightWithoutLink_readsNothingBack) {
-    tickAt(86398.9);
-    tickAt(86399.5);
-    tickAt(0.2);
-    EXPECT_EQ(tickAt(1.1), QStringList{"image 1"});
-    EXPECT_EQ(tickAt(2.1), QStringList{"image 1"});
+    startWithoutUnit(0);
+    for (const double time : {86398.9, 86399.5, 0.2, 1.1, 2.1}) {
+        EXPECT_EQ(tickAt(time), QStringList()) << time;
+    }
 }
 
 TEST_F(PollLoopTest, linkLostAndPortClosed_showsTheBlankPictureAndTriesNothing) {
-    EXPECT_EQ(tickAt(36000.2), QStringList{"image 1"});
-    EXPECT_EQ(m_control.commands(), QStringList());
+    connectUnit();
+    tickAt(36000.2);
+    EXPECT_EQ(activity(), ActivityImage::Idle);
+    pickDialog("mnuSettingsComms", [](QDialog &dialog) { pickRow(dialog, "cboComPort", 0); });
+    pollTimerOf().setEnabled(true);
+    EXPECT_EQ(tickAt(36005.2), QStringList());
+    EXPECT_EQ(activity(), ActivityImage::Blank);
 }
 
 TEST_F(PollLoopTest, linkLostAndPortOpen_triesToConnectOnce) {
-    m_vdr.setCommPort(3);
-    EXPECT_EQ(tickAt(36000.2), kReconnect);
-    EXPECT_EQ(m_control.commands(), QStringList{"RIVE"});
-    EXPECT_TRUE(m_vdr.Connected());
-    EXPECT_EQ(m_vdr.Status(), "VELDRON connected on COM 3");
+    connectUnit();
+    m_control.setSilent(true);
+    tickAt(36000.2);
+    m_control.setSilent(false);
+    EXPECT_EQ(tickAt(36005.2), m_reconnect);
+    EXPECT_EQ(status(), "VELDRON connected on COM 3");
+    EXPECT_EQ(tickAt(36006.2).first(), "3 RIFD");
 }
 
 TEST_F(PollLoopTest, unitStaysSilent_failedPollsAndReconnectsAlternate) {
     connectUnit();
-    m_host.scanAsksUnit = true;
     m_control.setSilent(true);
     for (int round = 0; round < 3; ++round) {
-        EXPECT_EQ(tickAt(36000.2 + 10 * round), kPoll);
-        EXPECT_FALSE(m_vdr.Connected());
-        EXPECT_EQ(tickAt(36005.2 + 10 * round), kReconnect);
-        EXPECT_TRUE(m_vdr.Connected());
+        EXPECT_EQ(tickAt(36000.2 + 10 * round), (QStringList{"3 RIFD", "2"}));
+        EXPECT_EQ(tickAt(36005.2 + 10 * round), m_reconnect);
     }
-    EXPECT_EQ(m_control.commands(), (QStringList{"RIFD", "RIVE", "RIFD", "RIVE", "RIFD", "RIVE"}));
 }
 
 TEST_F(PollLoopTest, silentUnit_costsOneSecondATick) {
     connectUnit();
-    m_host.scanAsksUnit = true;
     m_control.setSilent(true);
     tickAt(36000.2);
     EXPECT_NEAR(m_clock.seconds(), 36001.2, 0.02);
     tickAt(36005.2);
     EXPECT_NEAR(m_clock.seconds(), 36006.2, 0.02);
-}
-
-TEST_F(PollLoopTest, unitBackAgain_pollsGoOnAfterTheReconnect) {
-    connectUnit();
-    m_host.scanAsksUnit = true;
-    m_control.setSilent(true);
-    tickAt(36000.2);
-    m_control.setSilent(false);
-    EXPECT_EQ(tickAt(36005.2), kReconnect);
-    EXPECT_EQ(tickAt(36006.2), kPoll);
-    EXPECT_TRUE(m_vdr.Connected());
 }
 
 TEST(PollLoop, tickInterval_isHalfThePeriodAndFiveHundredAtMost) {

@@ -39,53 +39,57 @@ protected:
 
     QTemporaryDir m_folder;
     AboutFacts m_facts;
+    ErrorGuard m_guard{[](const UntrappedError &) {
+        FAIL();
+    }};
 };
 
 TEST_F(FrmAboutTest, caption_namesTheProgram) {
-    EXPECT_EQ(frmAbout(m_facts).windowTitle(), "About VELDRON");
+    EXPECT_EQ(frmAbout(m_guard, m_facts).windowTitle(), "About VELDRON");
 }
 
 TEST_F(FrmAboutTest, labels_tellTitleAndMaker) {
-    const frmAbout form(m_facts);
+    const frmAbout form(m_guard, m_facts);
     EXPECT_EQ(text(form, "lblTitle"), "PC control software for VELDRON");
     EXPECT_EQ(text(form, "lblDescription"), makerAddress().replace('\r', '\n'));
 }
 
 TEST_F(FrmAboutTest, versionLine_tellsWhenTheProgramFileWasBuilt) {
-    EXPECT_EQ(text(frmAbout(m_facts), "lblVersion"),
+    EXPECT_EQ(text(frmAbout(m_guard, m_facts), "lblVersion"),
               "Version 1.0.0  " + m_facts.locale.toString(QDate(2026, 3, 14), QLocale::LongFormat));
-    EXPECT_TRUE(text(frmAbout(m_facts), "lblVersion").contains("14 March 2026"));
+    EXPECT_TRUE(text(frmAbout(m_guard, m_facts), "lblVersion").contains("14 March 2026"));
 }
 
 TEST_F(FrmAboutTest, noConnection_showsNoFirmwareLine) {
     m_facts.Status = "No serial port selected";
     m_facts.Version = "Ver 1.5";
     EXPECT_EQ(infoText(m_facts), "");
-    EXPECT_EQ(text(frmAbout(m_facts), "lblInfo"), "");
+    EXPECT_EQ(text(frmAbout(m_guard, m_facts), "lblInfo"), "");
 }
 
 TEST_F(FrmAboutTest, connection_showsStatusAndFirmware) {
     connectUnit("Ver 1.5");
     EXPECT_EQ(infoText(m_facts), "VELDRON connected on COM 3\rFirmware Ver 1.5");
-    EXPECT_EQ(text(frmAbout(m_facts), "lblInfo"), "VELDRON connected on COM 3\nFirmware Ver 1.5");
+    EXPECT_EQ(text(frmAbout(m_guard, m_facts), "lblInfo"),
+              "VELDRON connected on COM 3\nFirmware Ver 1.5");
 }
 
 TEST_F(FrmAboutTest, versionOfTheUnit_isShownExactlyAsItCame) {
     connectUnit("  <b>Ver</b> 1.5 & more ");
-    const frmAbout form(m_facts);
+    const frmAbout form(m_guard, m_facts);
     EXPECT_TRUE(text(form, "lblInfo").endsWith("\nFirmware   <b>Ver</b> 1.5 & more "));
     EXPECT_EQ(form.findChild<QLabel *>("lblInfo")->textFormat(), Qt::PlainText);
 }
 
 TEST_F(FrmAboutTest, connectionWithoutVersion_showsAnEmptyFirmware) {
     connectUnit("");
-    EXPECT_EQ(text(frmAbout(m_facts), "lblInfo"), "VELDRON connected on COM 3\nFirmware ");
+    EXPECT_EQ(text(frmAbout(m_guard, m_facts), "lblInfo"), "VELDRON connected on COM 3\nFirmware ");
 }
 
 TEST_F(FrmAboutTest, programFileGone_isAFileError) {
     m_facts.programFile = m_folder.filePath("gone");
     try {
-        const frmAbout form(m_facts);
+        const frmAbout form(m_guard, m_facts);
         FAIL() << "made without the program's file";
     } catch (const UntrappedError &error) {
         EXPECT_EQ(error.kind(), UntrappedError::Kind::File);
@@ -94,7 +98,7 @@ TEST_F(FrmAboutTest, programFileGone_isAFileError) {
 }
 
 TEST_F(FrmAboutTest, okButton_closesTheForm) {
-    frmAbout form(m_facts);
+    frmAbout form(m_guard, m_facts);
     form.show();
     QTest::mouseClick(form.findChild<QPushButton *>("cmdOK"), Qt::LeftButton);
     EXPECT_FALSE(form.isVisible());
@@ -102,7 +106,7 @@ TEST_F(FrmAboutTest, okButton_closesTheForm) {
 
 TEST_F(FrmAboutTest, enterAndEscape_closeTheForm) {
     for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Escape}) {
-        frmAbout form(m_facts);
+        frmAbout form(m_guard, m_facts);
         form.show();
         QTest::keyClick(&form, key);
         EXPECT_FALSE(form.isVisible());

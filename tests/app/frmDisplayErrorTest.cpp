@@ -194,12 +194,12 @@ protected:
     }
     /// Neither buttons nor timer bring the next scan.
     void expectNoMoreSteps() {
-        const QString place = statusBar().secondText() + statusBar().thirdText();
+        const QString before = place();
         tickTransport();
         tickTransport();
         button("cmdStepForward").setEnabled(true);
         QTest::mouseClick(&button("cmdStepForward"), Qt::LeftButton);
-        EXPECT_EQ(statusBar().secondText() + statusBar().thirdText(), place);
+        EXPECT_EQ(place(), before);
         EXPECT_NE(chart().statusText(), "10:00:20");
         EXPECT_EQ(m_dialogs.log().count("error"), 1);
         expectNoTimers();

@@ -19,9 +19,6 @@ protected:
     void click(const char *button) {
         QTest::mouseClick(&child<QToolButton>(button), Qt::LeftButton);
     }
-    [[nodiscard]] QString place() const {
-        return statusBar().secondText() + " | " + statusBar().thirdText();
-    }
     [[nodiscard]] bool panelsAreHeld() const {
         return !chart().Enabled() && !data().Enabled() && !receiver().Enabled() &&
                !monitor().Enabled() && !entry("mnuFileExit").isEnabled() &&

@@ -248,7 +248,7 @@ TEST_F(FrmDisplayStartTest, search_runsUnderSplashAndHourglassWithOnePanel) {
     m_control.setCommandHook([&](const QString &) {
         if (seen.isEmpty()) {
             seen = {status(), splashIsUp() ? "splash" : "none", hourglass() ? "busy" : "idle",
-                    statusBar().secondText(), m_form->isVisible() ? "form" : "no form"};
+                    panelText(statusBar(), "Panel2"), m_form->isVisible() ? "form" : "no form"};
         }
     });
     start();
@@ -289,7 +289,7 @@ TEST_F(FrmDisplayStartTest, endOfTheStart_leavesNoSplashAndAnOrdinaryPointer) {
     start();
     EXPECT_FALSE(splashIsUp());
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
-    EXPECT_FALSE(statusBar().secondText().isEmpty());
+    EXPECT_FALSE(panelText(statusBar(), "Panel2").isEmpty());
     EXPECT_FALSE(child<QWidget>("Picture2").isVisible());
     EXPECT_EQ(m_form->focusWidget(), receiver().findChild<QWidget *>("Picture1"));
 }

@@ -223,7 +223,7 @@ TEST_F(FrmDisplayTest, endOfPlayback_readsEverythingBackAndPollsOn) {
     EXPECT_EQ(sent(), readBack());
     EXPECT_TRUE(isPolling());
     EXPECT_EQ(activity(), ActivityImage::Blank);
-    EXPECT_TRUE(statusBar().thirdText().isEmpty());
+    EXPECT_TRUE(panelText(statusBar(), "Panel3Text").isEmpty());
 }
 
 // ---- layout

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+namespace veldron {
+
+class Recorder;
+class StatusPanels;
+class ctlChartSpectrum;
+class frmVDR;
+struct SessionState;
+
+/// The way of one scan: from the unit to the chart, and from there into the recording.
+class ScanPipeline {
+public:
+    /// All of it outlives the pipeline.
+    struct Parts {
+        frmVDR &vdr;
+        ctlChartSpectrum &chart;
+        const SessionState &session;
+        Recorder &recorder;
+        StatusPanels &statusBar;
+    };
+    explicit ScanPipeline(const Parts &parts) : m_parts(parts) {}
+
+    /// Takes one scan and shows it. A scan that failed goes the same way. The status bar's text is
+    /// then that of the recording, or the state of the link while nothing is recorded.
+    void TakeScan();
+
+private:
+    Parts m_parts;
+};
+
+} // namespace veldron
