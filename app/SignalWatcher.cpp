@@ -3,58 +3,66 @@
 
 #include <QSocketNotifier>
 
-#ifdef Q_OS_UNIX
 #include <array>
 #include <cerrno>
 #include <csignal>
 #include <sys/socket.h>
 #include <unistd.h>
-#endif
 
 namespace veldron {
 
-#ifdef Q_OS_UNIX
-
 namespace {
 
-/// The writing and the reading end of the pair that carries signals into the event loop.
+/// The writing and the reading end of the socket pair that wakes the event loop. A signal handler
+/// reaches nothing but globals.
 std::array<int, 2> g_ends{-1, -1};
 
 constexpr std::array<int, 3> kSignals{SIGTERM, SIGINT, SIGHUP};
+/// What each of them did before.
+std::array<struct sigaction, kSignals.size()> g_before{};
+
+bool isIgnored(const struct sigaction &action) {
+    return (action.sa_flags & SA_SIGINFO) == 0 && action.sa_handler == SIG_IGN;
+}
 
 void onSignal(int /*number*/) {
-    const int interrupted = errno; // of whatever the signal came into
+    const int interrupted = errno; // of the code that the signal has interrupted
     const char byte = 1;
-    // Nothing can be done about a full pair: a request is waiting in it already.
+    // A full socket needs no further byte: a request is waiting in it already.
     [[maybe_unused]] const ssize_t written = write(g_ends[0], &byte, 1);
     errno = interrupted;
 }
 
 } // namespace
 
-SignalWatcher::SignalWatcher(QObject *parent) : QObject(parent) {
+SignalWatcher::SignalWatcher(const ErrorGuard &guard, QObject *parent) : QObject(parent) {
     if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0, g_ends.data()) != 0) {
         return;
     }
     m_notifier = new QSocketNotifier(g_ends[1], QSocketNotifier::Read, this);
-    connect(m_notifier, &QSocketNotifier::activated, this, &SignalWatcher::take);
-    for (const int number : kSignals) {
+    connectGuarded(guard, m_notifier, &QSocketNotifier::activated, this, &SignalWatcher::take);
+    for (std::size_t i = 0; i < kSignals.size(); ++i) {
+        sigaction(kSignals[i], nullptr, &g_before[i]);
+        if (isIgnored(g_before[i])) {
+            continue; // whoever started the program, such as nohup, wants it to live on
+        }
         struct sigaction action {};
         action.sa_handler = onSignal;
         action.sa_flags = SA_RESTART;
-        sigaction(number, &action, nullptr);
+        sigaction(kSignals[i], &action, nullptr);
     }
 }
 
 SignalWatcher::~SignalWatcher() {
-    for (const int number : kSignals) {
-        std::signal(number, SIG_DFL);
+    if (m_notifier == nullptr) {
+        return; // the constructor changed nothing
+    }
+    for (std::size_t i = 0; i < kSignals.size(); ++i) {
+        sigaction(kSignals[i], &g_before[i], nullptr);
     }
     for (int &end : g_ends) {
-        if (end >= 0) {
-            ::close(end);
-            end = -1;
-        }
+        ::close(end);
+        end = -1;
     }
 }
 
@@ -64,13 +72,5 @@ void SignalWatcher::take() {
         Q_EMIT endRequested();
     }
 }
-
-#else
-
-SignalWatcher::SignalWatcher(QObject *parent) : QObject(parent) {}
-SignalWatcher::~SignalWatcher() = default;
-void SignalWatcher::take() {}
-
-#endif
 
 } // namespace veldron

@@ -3,17 +3,20 @@
 
 #include <QObject>
 
+#include "common/ErrorGuard.h"
+
 class QSocketNotifier;
 
 namespace veldron {
 
 /// Turns SIGTERM, SIGINT and SIGHUP into a signal of the event loop, so that the program can end in
-/// good order. One instance at a time; does nothing on systems without these signals.
+/// good order. A signal that was ignored when the program was started stays ignored. One instance
+/// at a time.
 class SignalWatcher : public QObject {
     Q_OBJECT
 
 public:
-    explicit SignalWatcher(QObject *parent = nullptr);
+    explicit SignalWatcher(const ErrorGuard &guard, QObject *parent = nullptr);
     ~SignalWatcher() override;
 
 Q_SIGNALS:

@@ -30,7 +30,7 @@ int main(int argc, char **argv) {
         {control, clock, dialogs, texts, folder, QCoreApplication::applicationVersion()});
     window = &form;
     dialogs.setWindow(&form);
-    const SignalWatcher signalWatcher;
+    const SignalWatcher signalWatcher(form.guard());
     followSystem(form, signalWatcher, application);
     form.load();
     if (form.hasEnded()) {

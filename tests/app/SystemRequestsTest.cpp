@@ -34,7 +34,7 @@ protected:
     }
     [[nodiscard]] QStringList questions() const { return m_dialogs.log().filter("question"); }
 
-    const SignalWatcher m_watcher;
+    const SignalWatcher m_watcher{ErrorGuard([](const UntrappedError &) { FAIL(); })};
 };
 
 TEST_F(SystemRequestsTest, eachSignal_endsTheProgramInOrderWithCode0) {
