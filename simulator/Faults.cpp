@@ -30,7 +30,7 @@ constexpr std::array kKindNames = {
     KindName{Fault::Kind::ScanEarlyEnd, "scan-early"},
 };
 
-/// Another character in place of each, never one that ends a line.
+/// Each byte with its top bit set, so that none can end a line.
 QByteArray garbled(const QByteArray &line) {
     QByteArray text = line;
     for (qsizetype i = 0; i + 2 < text.size(); ++i) {
@@ -39,7 +39,7 @@ QByteArray garbled(const QByteArray &line) {
     return text;
 }
 
-/// Other letters of the same number in front.
+/// The echo replaced by as many other letters.
 QByteArray wronglyEchoed(const QByteArray &line) {
     QByteArray text = line;
     for (qsizetype i = 0; i < std::min(kEcho, text.size() - 2); ++i) {

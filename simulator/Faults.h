@@ -12,18 +12,18 @@
 
 namespace veldron {
 
-/// One thing that goes wrong with one reply.
+/// One fault of one reply.
 struct Fault {
     enum class Kind {
-        Lose,          ///< the unit does as told, and the reply is lost
+        Lose,          ///< the command is carried out, and the reply is lost
         Delay,         ///< the reply comes after `seconds`
         Split,         ///< it comes byte by byte, `seconds` apart
         RubbishBefore, ///< `bytes` come right before it
         RubbishBehind, ///< `bytes` come right behind it
         Garble,        ///< its line is damaged in every byte but CR LF
-        Refuse,        ///< the unit does not do as told and answers "?"
+        Refuse,        ///< the command is not carried out, and the reply is "?"
         WrongEcho,     ///< the line begins with other letters than it should
-        ScanCut,       ///< a scan stops for good after `count` samples
+        ScanCut,       ///< a scan stops after `count` samples, nothing follows
         ScanShort,     ///< a scan ends properly after `count` samples
         ScanUnended,   ///< a scan comes without its terminator
         ScanEarlyEnd,  ///< blank, CR, LF stand in the place of sample `count` and the next two
@@ -33,21 +33,22 @@ struct Fault {
     double seconds = 0.0;
     int count = 0;
     QByteArray bytes;
-    /// Letters that the command begins with; empty takes any. The faults of scans wait for a scan.
+    /// Only commands that begin with these letters; empty takes any. The faults of scans wait for
+    /// the next scan.
     QByteArray command;
-    /// How many replies it is for.
+    /// How many replies it damages.
     int times = 1;
 
     [[nodiscard]] bool isOfScan() const { return kind >= Kind::ScanCut; }
 };
 
-/// What is going to go wrong: a list of armed faults, and silence.
+/// The list of armed faults, and silence.
 ///
 /// Each reply uses up the oldest fault that fits its command, and no other. Time is in seconds
 /// from outside.
 class Faults {
 public:
-    /// Quiet before the image block, for the other side to change its line speed.
+    /// Seconds of pause before the image block, in which the program changes its line speed.
     static constexpr double kImagePause = 0.25;
 
     void arm(const Fault &fault);
@@ -57,19 +58,20 @@ public:
     /// The fault for the reply to \a command, used up once.
     [[nodiscard]] std::optional<Fault> take(const QByteArray &command);
 
-    /// The unit neither hears nor speaks until \a until.
+    /// The unit takes no command and sends nothing until \a until.
     void silenceUntil(double until) { m_silentUntil = until; }
     void silenceForGood();
     void endSilence();
     [[nodiscard]] bool isSilent(double now) const { return now < m_silentUntil; }
 
-    /// How the fault is called: the word that arms it.
+    /// The name of the fault, which is also the word that arms it on the console.
     [[nodiscard]] static QByteArray name(Fault::Kind kind);
     /// The kind called \a name; nothing if there is none.
     [[nodiscard]] static std::optional<Fault::Kind> kindOf(const QByteArray &name);
-    /// \a reply with the damage of \a fault to its bytes.
+    /// \a reply with its bytes damaged as \a fault says.
     [[nodiscard]] static UnitReply spoil(UnitReply reply, const Fault &fault);
-    /// How \a reply, already spoilt, goes out: with the pauses of \a fault and what follows it.
+    /// The portions that \a reply, already spoilt, is sent in, with the pauses and the bytes that
+    /// \a fault adds.
     [[nodiscard]] static std::vector<Portion> portions(const UnitReply &reply,
                                                        const std::optional<Fault> &fault);
 

@@ -12,8 +12,8 @@
 
 namespace veldron {
 
-/// Bytes in, bytes out, in time: cuts what comes into lines, has the unit answer each, lets the
-/// faults act, and hands the replies out at the pace of the line. Knows no terminal.
+/// Splits incoming bytes into lines, has the unit answer each, applies the faults, and gives the
+/// replies back byte by byte at the speed of the line. It has no terminal of its own.
 ///
 /// A line ends with CR LF. All times are seconds from outside that never go back; the unit's
 /// scene runs on the same time.

@@ -8,17 +8,17 @@
 
 namespace veldron {
 
-/// What the unit works out of scan upon scan: average, held maximum, median.
+/// The results over several scans: average, held maximum, median.
 ///
 /// Levels are raw bytes, so averages are of decibels, rounded with ties to even. A median of an
-/// even number of scans is the mean of the middle two. As long as fewer scans than asked for have
-/// been taken, those that there are count.
+/// even number of scans is the mean of the middle two. While fewer scans than asked for have been
+/// taken, the result is over those.
 class Measurement {
 public:
     /// The most scans that an average runs over.
     static constexpr std::size_t kMostScans = 31;
 
-    /// Forgets all past scans; the next one stands alone.
+    /// Forgets all past scans; the next result is over one scan.
     void restart();
     /// Takes \a scan into account and returns what is to be shown in \a dataMode (1 Normal, 2 Avg,
     /// 3 Max, 4 Med) over the last \a count scans. A scan of another length restarts.

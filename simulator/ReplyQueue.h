@@ -16,10 +16,11 @@ struct Portion {
     bool image = false; ///< at the line speed of the image download
 };
 
-/// Bytes on their way out, each let go at the moment at which the line would have carried it.
+/// Bytes waiting to be sent, each released at the moment at which a real line would have carried
+/// it.
 ///
-/// Byte k (from 0) of a portion is through k + 1 byte times after the portion began; a portion
-/// begins when the line is free and its pause is over. Time is given from outside, in seconds that
+/// Byte k (from 0) of a portion is released k + 1 byte times after the portion began; a portion
+/// begins when the line is free and its pause is over. The caller gives the time, in seconds that
 /// never go back.
 class ReplyQueue {
 public:
@@ -30,16 +31,16 @@ public:
     static constexpr int kImageBitsPerByte = 10;
     static constexpr int kImageBaud = 115200;
 
-    /// \a baud 0 lets everything go at once, but for pauses.
+    /// With \a baud 0 everything but the pauses takes no time.
     explicit ReplyQueue(int baud = kBaud);
 
     void add(const Portion &portion, double now);
-    /// All bytes that are through by \a now.
+    /// All bytes released by \a now.
     [[nodiscard]] QByteArray takeDue(double now);
-    /// When the next byte is through; nothing when no byte is on its way.
+    /// When the next byte is released; nothing when no byte waits.
     [[nodiscard]] std::optional<double> nextDue() const;
     [[nodiscard]] bool isEmpty() const { return m_runs.empty(); }
-    /// Drops what is on its way; the line is free at once.
+    /// Drops what waits; the line is free at once.
     void clear();
 
 private:

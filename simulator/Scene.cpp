@@ -16,14 +16,14 @@ namespace veldron {
 
 namespace {
 
-/// Raw level of the noise in 4 kHz with the amplifier all the way up.
+/// Raw level of the noise in 4 kHz at the amplifier's highest gain.
 constexpr double kFloorAt4kHz = 41.0;
 constexpr double kFloorRisePerDb = 0.8;
 constexpr double kHeadroomDb = 6.0;
 constexpr double kAttenuatorDb = 20.0;
-/// A bell is followed down to this many of its half-widths, -80 dB.
+/// A bell is drawn out to this many of its half-widths, where it is at -80 dB.
 constexpr double kBellReach = 4.3;
-/// A carrier is steadier than noise; so much averaging stands for it.
+/// A carrier varies less than noise: as if so many looks were averaged.
 constexpr int kSignalLooks = 16;
 
 double toPower(double level) {
@@ -52,7 +52,7 @@ double share(const Emission &emission, double filterHz, double bellHz) {
 void addEmission(const Emission &emission, const ScanPlan &plan, double filterHz,
                  std::vector<double> &powers) {
     const double bell = std::hypot(filterHz, emission.bellHz);
-    // A sweep sees what lies between its samples; a tuned receiver does not.
+    // A sweep picks up what lies between its samples; a receiver tuned to single points doesn't.
     const double between = plan.pointByPoint ? 0.0 : plan.stepHz / 2.0;
     const double flat = emission.halfFlatHz + between;
     const double reach = flat + kBellReach * bell;

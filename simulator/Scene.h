@@ -9,7 +9,7 @@
 
 namespace veldron {
 
-/// How a scan is taken, beside where.
+/// The receiver settings that a scan is taken with.
 struct ScanWay {
     double bandwidthHz = 32e3;
     /// Reference level of the amplifier, 0 to -30 dB.
@@ -17,10 +17,10 @@ struct ScanWay {
     bool attenuator = false;
 };
 
-/// The air around the unit, over absolute frequency and time: noise and transmitters.
+/// The signals that the unit receives, over absolute frequency and time: noise and transmitters.
 ///
 /// Levels are raw bytes, dB less 132. The floor follows the resolution bandwidth (10 log of it)
-/// and rises as the amplifier is turned down; nothing shows more than 6 dB above the amplifier's
+/// and rises as the amplifier's gain falls; no level is more than 6 dB above the amplifier's
 /// reference level. The noise is the mean of kLooks exponentially distributed powers, in decibels.
 ///
 /// The same seed, plan, way, time and turn give the same scan.
@@ -32,12 +32,12 @@ public:
 
     explicit Scene(quint64 seed);
 
-    /// Lets levels be any byte: the lowest level is lifted, and one sample in sixteen is rubbish.
-    /// Otherwise no level is below kLowestLevel, which keeps clear of blank, CR and LF.
+    /// Lets levels be any byte: there is no lowest level, and one sample in sixteen is random.
+    /// Otherwise no level is below kLowestLevel, so that none is a blank, CR or LF.
     void setAnyByte(bool on) { m_anyByte = on; }
     [[nodiscard]] bool anyByte() const { return m_anyByte; }
 
-    /// One scan at \a seconds, any moment. \a turn deals out the noise anew at the same moment.
+    /// One scan at \a seconds. Another \a turn gives other noise at the same moment.
     [[nodiscard]] LevelScan scan(const ScanPlan &plan, const ScanWay &way, double seconds,
                                  quint64 turn) const;
     /// Mean raw level of the noise alone, before it is turned into decibels.

@@ -14,7 +14,7 @@ namespace {
 
 using Kind = SceneSignal::Kind;
 
-/// A stretch of the spectrum with stations of one kind on a raster.
+/// A part of the spectrum with stations of one kind on a raster.
 struct Band {
     Kind kind;
     double startMHz;
@@ -79,12 +79,12 @@ constexpr std::array kBands = {
     Band{Kind::Burst, 2402.000, 2480.000, 1e6, 1e6, 8e6, 64, 86, 0, 0.3},
 };
 
-/// What a stranger to the place would notice first: the same for every seed.
+/// Signals that are the same for every seed.
 constexpr std::array kLandmarks = {
     SceneSignal{Kind::Sweep, 13.90e6, 72, 0.5e6, 30, 0},
     SceneSignal{Kind::Carrier, 10.00e6, 80, 0, 1, 0},
     SceneSignal{Kind::Drift, 28.20e6, 68, 20e3, 180, 0},
-    // Within the picture that the unit wakes up with.
+    // Within the span that the unit starts with.
     SceneSignal{Kind::Sweep, 96.00e6, 72, 8.0e6, 25, 0},
     SceneSignal{Kind::Drift, 100.35e6, 76, 150e3, 240, 0},
     SceneSignal{Kind::AmBroadcast, 95.25e6, 70, 0, 1, 0},

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Chance that can be asked again: every number follows from a key alone, so that a scene needs no
-// state and looks the same at the same time for the same seed.
+// Random numbers as functions of a key: a scene needs no state, and the same seed gives the same
+// picture at the same time.
 #pragma once
 
 #include <QtGlobal>
@@ -13,7 +13,7 @@ namespace veldron {
 /// From 0 up to 1, both excluded.
 [[nodiscard]] double keyedUniform(quint64 key);
 
-/// Wanders smoothly between 0 and 1, with a new aim \a perSecond times a second.
+/// Changes smoothly between 0 and 1, towards a new random value \a perSecond times a second.
 [[nodiscard]] double wander(quint64 key, double seconds, double perSecond);
 
 /// A run of numbers that starts at a key.

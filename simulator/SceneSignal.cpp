@@ -11,7 +11,7 @@ namespace veldron {
 
 namespace {
 
-/// The place within a slot that is on the air, from 0 to 1; nothing while it is silent.
+/// How far the transmission of the present slot has come, from 0 to 1; nothing outside it.
 std::optional<double> placeInSlot(const SceneSignal &signal, double seconds, double likelihood,
                                   double shortest, double longest) {
     const double shifted = seconds / signal.seconds + keyedUniform(mixKeys(signal.key, 1));
@@ -29,7 +29,7 @@ std::optional<double> placeInSlot(const SceneSignal &signal, double seconds, dou
     return place;
 }
 
-std::optional<double> placeInOver(const SceneSignal &signal, double seconds) {
+std::optional<double> placeInTransmission(const SceneSignal &signal, double seconds) {
     return placeInSlot(signal, seconds, 0.6, 0.3, 0.9);
 }
 
@@ -54,20 +54,20 @@ void addAmBroadcast(const SceneSignal &s, double seconds, Emissions &out) {
 }
 
 void addAmVoice(const SceneSignal &s, double seconds, Emissions &out) {
-    if (placeInOver(s, seconds)) {
+    if (placeInTransmission(s, seconds)) {
         out.add({s.frequencyHz, s.level, 0.0, 0.0});
         out.add({s.frequencyHz, s.level - 28.0 + 18.0 * speech(s.key, seconds), 0.0, 1.4e3});
     }
 }
 
 void addNfmVoice(const SceneSignal &s, double seconds, Emissions &out) {
-    if (placeInOver(s, seconds)) {
+    if (placeInTransmission(s, seconds)) {
         out.add({s.frequencyHz, s.level, 0.0, 300.0 + 3.2e3 * speech(s.key, seconds)});
     }
 }
 
 void addSsbVoice(const SceneSignal &s, double seconds, Emissions &out) {
-    const double loud = placeInOver(s, seconds) ? speech(s.key, seconds) : 0.0;
+    const double loud = placeInTransmission(s, seconds) ? speech(s.key, seconds) : 0.0;
     if (loud > 0.0) {
         out.add({s.frequencyHz + 1.3e3, s.level - 18.0 + 18.0 * loud, 0.9e3, 200.0});
     }

@@ -30,15 +30,15 @@ struct Emissions {
     }
 };
 
-/// A transmitter of the scene, tied to an absolute frequency. What it does at a moment follows
-/// from its key and the time alone.
+/// A transmitter of the scene at an absolute frequency. Its emissions are a function of its key and
+/// the time.
 struct SceneSignal {
     enum class Kind {
         FmBroadcast, ///< on the air all day, as wide as the music is loud
         AmBroadcast, ///< carrier with sidebands, fading
-        AmVoice,     ///< a carrier that comes for an over, with speech on it
-        NfmVoice,    ///< comes for an over, some kHz wide
-        SsbVoice,    ///< comes for an over, syllables without a carrier
+        AmVoice,     ///< a carrier with speech, on for one transmission at a time
+        NfmVoice,    ///< some kHz wide, on for one transmission at a time
+        SsbVoice,    ///< syllables without a carrier, on for one transmission at a time
         Burst,       ///< a fraction of a second now and then
         Carrier,     ///< steady
         Drift,       ///< a carrier that wanders slowly to and fro by extentHz
@@ -50,7 +50,7 @@ struct SceneSignal {
     double frequencyHz = 0.0;
     double level = 0.0;    ///< raw level units
     double extentHz = 0.0; ///< see the kinds
-    /// Length of one round, of one over's slot, or of the slot that a burst falls into.
+    /// Period of a drift or sweep; length of the slot that holds one transmission or burst.
     double seconds = 1.0;
     quint64 key = 0;
 

@@ -61,19 +61,19 @@ bool writeChannels(UnitSettings &settings, const QByteArray &text) {
     return start && step && end && settings.setChannels(*start, *step, *end);
 }
 
-bool writeMarkerMove(UnitSettings &settings, const QByteArray &text) {
+bool moveMarker(UnitSettings &settings, const QByteArray &text) {
     return (text == "1" || text == "2") && settings.moveMarker(text == "1");
 }
 
-/// The marker stands where the last step left it: the end of a run has nothing left to do.
-bool writeMarkerClose(UnitSettings & /*settings*/, const QByteArray &text) {
+/// Each step moves the marker at once, so the end of a run of steps changes nothing.
+bool endMarkerSteps(UnitSettings & /*settings*/, const QByteArray &text) {
     return text.isEmpty();
 }
 
 struct Write {
     std::string_view letters; ///< after the "W"
     bool (*apply)(UnitSettings &, const QByteArray &);
-    /// Past scans say nothing about those that follow.
+    /// The scans before the change are forgotten.
     bool restartsMeasurement;
 };
 
@@ -91,8 +91,8 @@ constexpr std::array kWrites = {
     Write{"SCF", writeHertz<&UnitSettings::setCentreHz, kMHzDecimals>, true},
     Write{"SSP", writeHertz<&UnitSettings::setSpanHz, kMHzDecimals>, true},
     Write{"UCS", writeChannels, true},
-    Write{"UDS", writeMarkerMove, false},
-    Write{"UMC", writeMarkerClose, false},
+    Write{"UDS", moveMarker, false},
+    Write{"UMC", endMarkerSteps, false},
 };
 
 struct Read {
@@ -154,7 +154,7 @@ constexpr std::array kReads = {
              return QByteArray(MHz(s.channelStartHz()) + " " + kHz(s.channelStepHz()) + " " +
                                MHz(s.channelEndHz()));
          }},
-    // The character in front belongs to the text, as on the unit's own start-up screen.
+    // The blank in front belongs to the value.
     Read{"IVE",
          [](const UnitSettings & /*s*/) {
              return QByteArray(" Ver 2.14 SIM");
@@ -215,7 +215,7 @@ bool Unit::write(const QByteArray &name, const QByteArray &argument) {
     if (row == kWrites.end() || !row->apply(m_settings, argument)) {
         return false;
     }
-    // Held levels outlive a repeated choice of the same data mode; only leaving it drops them.
+    // Writing the data mode that is in force keeps the held levels; only another mode drops them.
     if (row->restartsMeasurement || m_settings.dataMode() != dataMode) {
         m_measurement.restart();
     }

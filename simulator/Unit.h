@@ -10,7 +10,7 @@
 
 namespace veldron {
 
-/// What the unit sends back for one line, in the parts that a line may treat differently.
+/// The reply to one line, in parts: some faults and the log treat them differently.
 struct UnitReply {
     QByteArray text;       ///< the reply line, CR LF included
     QByteArray samples;    ///< of a scan
@@ -20,12 +20,13 @@ struct UnitReply {
     [[nodiscard]] QByteArray all() const { return text + samples + terminator + image; }
 };
 
-/// The unit itself: a line in, bytes out, at a time that is given from outside.
+/// The unit itself: takes a command line and gives the bytes of the reply. The caller sets the
+/// time.
 ///
-/// Commands are four capital letters, an argument of a write following directly. A write that is
-/// taken is answered by a blank and CR LF, a read by the last three letters of the command, the
-/// value, a blank and CR LF; the marker's read by "f", the value and CR LF. Whatever the unit
-/// doesn't know or won't do gets "?" and CR LF. One scan is measured at each "RIFD".
+/// Commands are four capital letters, the argument of a write directly behind them. A write that is
+/// accepted is answered by a blank and CR LF, a read by the last three letters of the command, the
+/// value, a blank and CR LF, the marker's read by "f", the value and CR LF. An unknown command or a
+/// value out of range is answered by "?" and CR LF. One scan is measured at each "RIFD".
 class Unit {
 public:
     /// Bytes in the block after "RVIM".
@@ -33,7 +34,7 @@ public:
 
     explicit Unit(quint64 seed = 1);
 
-    /// Seconds since any moment; may stand still or jump.
+    /// Seconds since any moment; may stand still or go back.
     void setTime(double seconds) { m_seconds = seconds; }
     [[nodiscard]] double time() const { return m_seconds; }
 
@@ -41,12 +42,13 @@ public:
     [[nodiscard]] UnitReply reply(const QByteArray &line);
     /// All bytes of reply() in one.
     [[nodiscard]] QByteArray answer(const QByteArray &line) { return reply(line).all(); }
-    /// The reply to a line that the unit will not do.
+    /// The reply to a line that the unit refuses.
     [[nodiscard]] static QByteArray refusal() { return "?\r\n"; }
 
-    /// The settings, for a look and for a change by hand at the unit.
+    /// The settings as they are.
     [[nodiscard]] const UnitSettings &settings() const { return m_settings; }
-    /// Does a write as if turned at the unit's own front, such as "WSSP5"; false if refused.
+    /// Does a write, such as "WSSP5", as if it were made at the unit's own controls; false if
+    /// refused.
     bool setByHand(const QByteArray &write) { return answer(write).startsWith(' '); }
 
     [[nodiscard]] const Scene &scene() const { return m_scene; }

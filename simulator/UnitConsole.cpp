@@ -9,7 +9,7 @@ namespace veldron {
 
 namespace {
 
-/// A setting's name here, and the letters of the commands that write and read it.
+/// The console's name of a setting, and the letters of its commands without "W" and "R".
 struct SettingName {
     const char *name;
     const char *letters;

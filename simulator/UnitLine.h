@@ -11,17 +11,17 @@
 
 namespace veldron {
 
-/// The unit on a terminal. Runs no loop and no timer of its own: whoever drives it waits on the
-/// descriptors and on nextDue(), then calls serve() with the time.
+/// The unit on a terminal. It has no loop and no timer: the caller waits for the descriptors and
+/// for nextDue(), then calls serve() with the time.
 class UnitLine {
 public:
-    /// A program that takes nothing for so many seconds loses what was meant for it.
+    /// When the program has read nothing for so many seconds, what it was to get is dropped.
     static constexpr double kStall = 1.0;
 
     /// \a baud as for ReplyQueue. Unit and faults must outlive this object.
     UnitLine(Unit &unit, Faults &faults, const QString &linkPath, int baud);
 
-    /// As UnitTerminal's; unplugging also drops what is on its way.
+    /// As those of UnitTerminal; unplugging also drops what waits to be sent.
     bool plug() { return m_terminal.plug(); }
     void unplug();
     [[nodiscard]] bool isPlugged() const { return m_terminal.isPlugged(); }

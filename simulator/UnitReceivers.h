@@ -9,8 +9,8 @@ namespace veldron::UnitReceivers {
 
 struct Receiver {
     std::string_view name;
-    /// Codes of the demodulation modes that it has, the one it wakes up in first. None: the unit
-    /// only listens to its intermediate frequency and can't command it.
+    /// Codes of the demodulation modes that it has, its default first. None: the unit only uses its
+    /// intermediate frequency and can't command it.
     std::vector<int> modes;
     bool attenuator = false;
 };

@@ -10,14 +10,14 @@ struct ScanPlan {
     double startHz = 0.0;
     double stepHz = 0.0;
     int count = 0;
-    /// The receiver is tuned to each point by itself, so that what lies between two is missed.
+    /// The receiver is tuned to each point, so that signals between two points are missed.
     bool pointByPoint = false;
 };
 
 /// Everything that can be set at the unit and at the receiver behind it, in whole hertz.
 ///
-/// Each setter takes the value or refuses it: false, and nothing has changed. The values live as
-/// long as the object, whoever opens or closes the line.
+/// Each setter takes the value, or refuses it: then it gives false and changes nothing. Opening or
+/// closing the line changes no value.
 class UnitSettings {
 public:
     enum MonitorMode : int { Spectrum = 1, Step = 2, Channel = 3 };
@@ -28,7 +28,8 @@ public:
     static constexpr qint64 kLowestHz = 10'000;
     static constexpr qint64 kHighestHz = 3'500'000'000;
     static constexpr qint64 kNarrowestSpanHz = 10'000;
-    /// In Spectrum mode the intermediate frequency ends here; in Step mode the receiver is moved.
+    /// In Spectrum mode the span is limited by the intermediate frequency; in Step mode the
+    /// receiver is tuned to each point.
     static constexpr qint64 kWidestSpectrumHz = 10'000'000;
     static constexpr qint64 kWidestStepSpanHz = 32'000'000;
     static constexpr qint64 kFinestChannelHz = 10;
@@ -60,7 +61,7 @@ public:
     /// Going into Channel mode puts the marker onto the nearest channel, leaving it onto the
     /// centre; a span too wide for the new mode becomes the widest that it has.
     bool setMonitorMode(int mode);
-    /// Outside Channel mode the marker goes along.
+    /// Outside Channel mode the marker moves to the new centre.
     bool setCentreHz(qint64 hertz);
     bool setSpanHz(qint64 hertz);
     /// The end may equal the start, which makes one channel.
@@ -70,8 +71,8 @@ public:
     bool setDataMode(int mode);
     bool setAverageCount(int count);
     bool setMedianCount(int count);
-    /// A mode that the new receiver lacks becomes the one that it wakes up in; an attenuator that
-    /// it lacks is off.
+    /// A mode that the new receiver lacks becomes its default mode; an attenuator that it lacks is
+    /// off.
     bool setReceiver(int code);
     bool setReceiverMode(int mode);
     bool setReceiverStepHz(qint64 hertz);

@@ -103,7 +103,7 @@ bool UnitTerminal::makeLink() {
         m_farName.clear();
         return fail(m_linkPath);
     }
-    // Renaming puts the new link in the old one's place in one go.
+    // Renaming replaces the old link atomically.
     const QByteArray fresh = path + ".new";
     ::unlink(fresh.constData());
     if (::symlink(m_farName.constData(), fresh.constData()) != 0 ||

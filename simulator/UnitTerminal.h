@@ -8,9 +8,9 @@ namespace veldron {
 
 /// A pseudo-terminal that a program opens through a symbolic link, as it would a serial port.
 ///
-/// The far end stays open here too, in raw mode, so that the program may close and open its end
-/// as it likes. When its last end closes, what it left unread is dropped, as a real line would
-/// lose it, and a lock that it left behind is lifted.
+/// The far end stays open here too, in raw mode, so that the program may close and open its end at
+/// any time. When the program's last descriptor closes, what it left unread is dropped, as on a
+/// real line, and an exclusive mode that it left behind is lifted.
 class UnitTerminal {
 public:
     /// \a linkPath is where the link is made; its folder must be there.
@@ -22,7 +22,7 @@ public:
     /// Makes the terminal and the link. False with error() if either can't be made, or if
     /// something other than a symbolic link stands in its place. Does nothing when plugged.
     bool plug();
-    /// Takes both away: whoever has the terminal open loses it.
+    /// Removes both: a program that has the terminal open gets errors from then on.
     void unplug();
     [[nodiscard]] bool isPlugged() const { return m_near >= 0; }
     [[nodiscard]] const QString &linkPath() const { return m_linkPath; }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The simulated unit as a program: waits for the line, for standard input and for the next byte
-// that is due, and rests in between.
+// The simulated unit as a program: sleeps until the line or standard input has something to read,
+// or the next byte is due.
 #include "simulator/Faults.h"
 #include "simulator/SimulatorOptions.h"
 #include "simulator/TrafficLog.h"
@@ -35,8 +35,8 @@ void wantEnd(int /*signal*/) {
     endWanted = 1;
 }
 
-/// Lets the ending signals through only while the program waits, so that none is missed. Returns
-/// the mask to wait with.
+/// Blocks the ending signals except while the program waits: otherwise one that comes between the
+/// check and the wait would be missed. Returns the signal mask to wait with.
 sigset_t catchSignals() {
     sigset_t ending;
     sigset_t before;
@@ -68,10 +68,10 @@ double elapsed() {
     return std::chrono::duration<double>(steady_clock::now() - kBegin).count();
 }
 
-/// Standard input, a line at a time, without ever waiting.
+/// Standard input in lines. Never blocks.
 class InputLines {
 public:
-    /// The lines that have come whole; ended() may turn true.
+    /// The lines that are complete; ended() may become true.
     QList<QByteArray> take() {
         std::array<char, 4096> buffer{};
         const ssize_t length = ::read(STDIN_FILENO, buffer.data(), buffer.size());
@@ -92,7 +92,7 @@ private:
     bool m_ended = false;
 };
 
-/// How long to wait for what is due at \a due; none means for ever.
+/// How long to wait until \a due; nothing means without a limit.
 std::optional<timespec> waitingTime(std::optional<double> due, bool blocked) {
     if (blocked) {
         due = elapsed() + UnitLine::kStall / 2.0;
@@ -109,7 +109,7 @@ void run(UnitLine &line, UnitConsole &console, bool exitOnEof, const sigset_t &m
     InputLines input;
     while (endWanted == 0 && !console.wantsToQuit() && !(exitOnEof && input.ended())) {
         const short lineEvents = line.isBlocked() ? POLLIN | POLLOUT : POLLIN;
-        // A negative descriptor is passed over.
+        // poll ignores a negative descriptor.
         std::array<pollfd, 3> watched = {pollfd{line.descriptor(), lineEvents, 0},
                                          pollfd{line.watchDescriptor(), POLLIN, 0},
                                          pollfd{input.ended() ? -1 : STDIN_FILENO, POLLIN, 0}};

@@ -29,7 +29,7 @@ TEST_F(LineTrafficTest, severalLinesAtOnce_areAnsweredInTurn) {
     EXPECT_EQ(exchange("RUMD\r\nRSBW\r\n"), "UMD1 \r\nSBW2 \r\n");
 }
 
-TEST_F(LineTrafficTest, endlessLine_isRefusedAtItsEndAndForgotten) {
+TEST_F(LineTrafficTest, lineThatIsTooLong_isRefusedAtItsEndAndForgotten) {
     EXPECT_EQ(exchange(QByteArray(10000, 'x')), "");
     EXPECT_EQ(exchange("RUMD\r\n"), "?\r\n");
     EXPECT_EQ(exchange("RUMD\r\n"), "UMD1 \r\n");
@@ -53,7 +53,7 @@ TEST_F(LineTrafficTest, silenceForGood_lastsUntilItIsEnded) {
     EXPECT_EQ(exchange("RSBW\r\n", 1e9), "SBW2 \r\n");
 }
 
-TEST_F(LineTrafficTest, silenceInTheMiddleOfAReply_cutsItOff) {
+TEST_F(LineTrafficTest, silenceDuringAReply_cutsItOff) {
     LineTraffic paced(m_unit, m_faults, 9600);
     paced.receive("RIFD\r\n", 0.0);
     EXPECT_GT(paced.takeDue(0.1).size(), 50);
@@ -62,13 +62,13 @@ TEST_F(LineTrafficTest, silenceInTheMiddleOfAReply_cutsItOff) {
     EXPECT_EQ(paced.takeDue(2.0), "");
 }
 
-TEST_F(LineTrafficTest, lostReply_wasObeyed) {
+TEST_F(LineTrafficTest, commandWithALostReply_isCarriedOut) {
     m_faults.arm({Fault::Kind::Lose, 0.0, 0, {}, {}, 1});
     EXPECT_EQ(exchange("WSBW4\r\n"), "");
     EXPECT_EQ(exchange("RSBW\r\n"), "SBW4 \r\n");
 }
 
-TEST_F(LineTrafficTest, refusedWrite_wasNotObeyed) {
+TEST_F(LineTrafficTest, refusedWrite_isNotCarriedOut) {
     m_faults.arm({Fault::Kind::Refuse, 0.0, 0, {}, {}, 1});
     EXPECT_EQ(exchange("WSBW4\r\n"), "?\r\n");
     EXPECT_EQ(exchange("RSBW\r\n"), "SBW2 \r\n");

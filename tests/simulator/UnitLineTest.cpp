@@ -64,7 +64,7 @@ class UnitLineTest : public testing::Test {
 protected:
     void SetUp() override { ASSERT_TRUE(m_line.plug()) << qPrintable(m_line.error()); }
 
-    /// Serves what has been sent: the line is told by the kernel when it is there.
+    /// Waits until the kernel has what was sent, then serves it.
     void serve(double now) {
         pollfd watched{m_line.descriptor(), POLLIN, 0};
         ::poll(&watched, 1, 1000);
@@ -164,7 +164,7 @@ TEST_F(UnitLineTest, imageLargerThanTheTerminal_arrivesWhole) {
     EXPECT_EQ(all.size(), 6 + Unit::kImageSize);
 }
 
-TEST_F(UnitLineTest, programThatTakesNothing_losesWhatWasMeantForIt) {
+TEST_F(UnitLineTest, programThatReadsNothing_losesItsReplies) {
     FarEnd end(m_path);
     ASSERT_TRUE(end.send("RVIM\r\n"));
     serve(1.0);
@@ -178,7 +178,7 @@ TEST_F(UnitLineTest, programThatTakesNothing_losesWhatWasMeantForIt) {
     EXPECT_FALSE(m_line.isBlocked());
 }
 
-TEST_F(UnitLineTest, unplug_takesLinkAndTerminalAway) {
+TEST_F(UnitLineTest, unplug_removesLinkAndTerminal) {
     FarEnd end(m_path);
     m_line.unplug();
     EXPECT_FALSE(QFileInfo(m_path).isSymLink());
@@ -202,7 +202,7 @@ TEST_F(UnitLineTest, plugTwice_changesNothing) {
     EXPECT_EQ(m_line.descriptor(), before);
 }
 
-TEST_F(UnitLineTest, end_removesTheLinkButNotAnotherOnes) {
+TEST_F(UnitLineTest, end_removesItsOwnLinkOnly) {
     const QString path = m_folder.filePath("COM5");
     {
         UnitTerminal first(path);
@@ -215,7 +215,7 @@ TEST_F(UnitLineTest, end_removesTheLinkButNotAnotherOnes) {
     EXPECT_FALSE(QFileInfo(path).isSymLink());
 }
 
-TEST_F(UnitLineTest, placeThatIsTakenOrMissing_isRefusedWithAReason) {
+TEST_F(UnitLineTest, pathThatIsTakenOrMissing_isRefusedWithAReason) {
     const QString path = m_folder.filePath("file");
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));

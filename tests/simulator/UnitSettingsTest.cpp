@@ -161,7 +161,7 @@ TEST(UnitReceivers, attenuator_isThereForSomeReceiversOnly) {
     }
 }
 
-TEST(UnitSettings, receiverWithoutThePresentMode_wakesUpInItsFirst) {
+TEST(UnitSettings, receiverWithoutThePresentMode_takesItsDefaultMode) {
     UnitSettings s;
     ASSERT_TRUE(s.setReceiverMode(6));
     ASSERT_TRUE(s.setAttenuator(true));

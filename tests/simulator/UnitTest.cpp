@@ -38,7 +38,7 @@ TEST(Unit, everyWrite_isTakenAndReadBack) {
     }
 }
 
-TEST(Unit, whatItDoesNotKnowOrWillNotDo_isRefused) {
+TEST(Unit, unknownCommandOrValueOutOfRange_isRefused) {
     Unit unit;
     for (const char *line : {"",
                              "\r\n",
@@ -162,7 +162,7 @@ TEST(Unit, sameSeedAndTimes_giveTheSameScans) {
     EXPECT_TRUE(differs);
 }
 
-/// Scans of a twin in Normal mode are what the other data modes must have worked on.
+/// A second unit in Normal mode gives the single scans that the other data modes work on.
 std::vector<QByteArray> plainScans(int count) {
     Unit unit(3);
     std::vector<QByteArray> scans;
@@ -192,7 +192,7 @@ TEST(Unit, maximum_isHeldOverAllScans) {
     }
 }
 
-TEST(Unit, maximum_startsAnewAfterDataModeOneThenThree) {
+TEST(Unit, maximum_startsAnewAfterNormalThenMax) {
     const std::vector<QByteArray> plain = plainScans(4);
     Unit unit(3);
     ASSERT_TRUE(unit.setByHand("WSDM3"));
@@ -208,7 +208,7 @@ TEST(Unit, maximum_startsAnewAfterDataModeOneThenThree) {
     EXPECT_EQ(samplesOf(unit), plain.at(3));
 }
 
-TEST(Unit, retuning_startsHeldLevelsAnew) {
+TEST(Unit, retuning_dropsHeldLevels) {
     Unit unit(3);
     Unit fresh(3);
     ASSERT_TRUE(unit.setByHand("WSDM3"));
