@@ -8,7 +8,7 @@
 
 namespace veldron {
 
-/// One event of the serial control.
+/// An event number of the serial control and its name.
 struct CommEventName {
     qint16 event;
     const char *name;

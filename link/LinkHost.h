@@ -5,7 +5,7 @@
 
 namespace veldron {
 
-/// What the link asks of the screen.
+/// What the link shows to the user: the pointer's shape and one message box.
 class LinkHost {
 public:
     LinkHost() = default;

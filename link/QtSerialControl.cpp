@@ -15,12 +15,12 @@ namespace veldron {
 namespace {
 
 constexpr qint16 kReceiveEvent = 2;
-/// A device that talks unasked, hour after hour, while nobody reads must not fill the memory. Far
-/// above the largest block that the unit sends.
+/// Limit in bytes for what is received and not read, so that a device that sends unasked can't fill
+/// the memory. Far above the largest block that the unit sends.
 constexpr qint64 kLargestBacklog = 1000000;
 
-/// The device that \a path leads to, empty when it leads nowhere. The lock against other programs
-/// goes by this name, not by that of a link to it.
+/// The device that the link \a path points at, empty when it points at nothing. Locks against other
+/// programs are on this name.
 QString resolved(const QString &path) {
     return path.isEmpty() ? QString() : QFileInfo(path).canonicalFilePath();
 }
@@ -30,14 +30,15 @@ bool mayUse(const QString &device) {
     return info.isReadable() && info.isWritable();
 }
 
-/// Bytes, or the end of the line, wait in the kernel. Asked for each byte of a scan, so it has to
-/// be much cheaper than a wait of the port's that runs out.
+/// Whether the kernel holds bytes or an error. Called for each byte of a scan: this costs far less
+/// than a wait of the port that ends without a byte.
 bool hasNews(const QSerialPort &port) {
     pollfd line{port.handle(), POLLIN, 0};
     return ::poll(&line, 1, 0) != 0;
 }
 
-/// Errors after which the handle is of no use. A time-out is none, nor is what a device can't do.
+/// Errors after which the handle can't be used. A time-out isn't one, nor is an unsupported
+/// setting.
 bool isFatal(QSerialPort::SerialPortError error) {
     switch (error) {
     case QSerialPort::NoError:
@@ -103,7 +104,7 @@ QSerialPort::FlowControl flowControl(qint16 handshaking) {
     if (handshaking == 0) {
         return QSerialPort::NoFlowControl;
     }
-    // RTS/CTS stands for both kinds at once too.
+    // The port knows no combination of both; RTS/CTS is the one that loses no bytes.
     return handshaking == 1 ? QSerialPort::SoftwareControl : QSerialPort::HardwareControl;
 }
 
@@ -203,7 +204,7 @@ OpenFailure QtSerialControl::openFailure(const QString &device) const {
 
 void QtSerialControl::closeDevice() {
     if (m_port->isOpen()) {
-        // Bytes that the other side won't take would hold the close up for half a minute.
+        // Before the close: with bytes unsent and CTS low it would block for half a minute.
         m_port->clear(QSerialPort::AllDirections);
         m_port->close();
     }
@@ -213,8 +214,8 @@ void QtSerialControl::closeDevice() {
 void QtSerialControl::noteError() {
     if (m_port->isOpen() && isFatal(m_port->error()) && !m_broken) {
         m_broken = true;
-        // Not from within the port's own call. Members here don't wait for the event loop; this is
-        // for an error that comes between two exchanges.
+        // Queued, because the port must not be closed inside its own call. This is for an error
+        // between two exchanges; the members here check m_broken themselves.
         QMetaObject::invokeMethod(
             m_port.get(), [this] { letGoOfBroken(); }, Qt::QueuedConnection);
     }
@@ -237,7 +238,7 @@ void QtSerialControl::noteArrival() {
 }
 
 void QtSerialControl::fetch() {
-    // What the kernel holds counts as arrived; the port alone would only see it after a wait.
+    // The port only sees what the kernel holds after a wait.
     if (hasNews(*m_port)) {
         m_port->waitForReadyRead(0);
         letGoOfBroken();
@@ -264,13 +265,13 @@ qint32 QtSerialControl::InBufferCount() {
 void QtSerialControl::setOutput(const QByteArray &bytes) {
     letGoOfBroken();
     if (m_PortOpen && !m_port->isOpen() && openDevice()) {
-        // Still gone: the bytes are lost, as on a line that nobody listens to.
+        // The device is still gone: the bytes are dropped.
         return;
     }
     if (!m_PortOpen) {
         return;
     }
-    // What an earlier exchange could not send must not reach the unit now.
+    // Before the write: what an earlier exchange could not send must not reach the unit now.
     m_port->clear(QSerialPort::Output);
     m_port->write(bytes);
     m_port->flush();

@@ -15,7 +15,7 @@ class QSerialPort;
 
 namespace veldron {
 
-/// What is known of a device that would not open.
+/// What is known about a failure to open a device.
 struct OpenFailure {
     enum class Kind { NotThere, NotAllowed, AlreadyOpen, Other };
     Kind kind = Kind::Other;
@@ -27,19 +27,19 @@ struct OpenFailure {
 
 /// The serial control on the machine's serial ports and on pseudo-terminals.
 ///
-/// A QCoreApplication must exist while a port is open. A device that goes away (adapter pulled,
-/// pseudo-terminal closed) is let go at the first error, so that nothing spins on a dead handle;
-/// the port stays open in name, and each write tries once to get the device back.
+/// A QCoreApplication must exist while a port is open. When a device goes away (adapter unplugged,
+/// pseudo-terminal closed), its handle is closed at the first error, because it would report
+/// errors without end; PortOpen stays true, and each write tries once to open the device again.
 class QtSerialControl : public SerialControl {
 public:
     /// \a guard receives what a handler of line events throws.
     QtSerialControl(const ErrorGuard &guard, PortMap ports);
     ~QtSerialControl() override;
 
-    /// Paths of the system's serial ports. Looking for them may open some for a moment.
+    /// Paths of the system's serial ports. Listing them may open some for a moment.
     [[nodiscard]] static QStringList systemDevices();
-    /// The error that a failure to open is told as: permission denied while the user has all rights
-    /// means that another program holds the device.
+    /// The error for \a failure. Permission denied although the user has the rights means that
+    /// another program holds the device.
     [[nodiscard]] static SerialError describe(const OpenFailure &failure);
 
     [[nodiscard]] qint16 CommPort() const override { return m_CommPort; }
@@ -60,7 +60,7 @@ public:
     /// No send events are raised.
     void setSThreshold(qint16 /*bytes*/) override {}
     [[nodiscard]] bool RTSEnable() const override { return m_RTSEnable; }
-    /// Kept for reading back while RTS/CTS handshaking drives the line.
+    /// With RTS/CTS handshaking the value is only stored: the handshaking sets the line.
     void setRTSEnable(bool on) override;
 
     [[nodiscard]] qint16 CommEvent() const override { return m_CommEvent; }

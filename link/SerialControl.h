@@ -26,11 +26,11 @@ constexpr int kPortInUse = 8005;      ///< the device is open already, here or i
 constexpr int kDeviceFailed = 8012;   ///< anything else; the description is the system's
 } // namespace SerialErrorCode
 
-/// What the link needs of a serial port, under the names of the control that it is written for.
+/// A serial port, with the property names of a serial control.
 ///
-/// A port is a number, COM 1 and up. All members are called on one thread, none turns the event
+/// A port is a number, COM 1 and up. All members are called on one thread, and none runs the event
 /// loop. A line that fails while its port is open reads as silence: PortOpen stays true, reads give
-/// nothing, writes go nowhere, and each write first tries once to open the same port again.
+/// nothing, writes are dropped, and each write first tries once to open the same port again.
 class SerialControl {
 public:
     /// Nothing when the call succeeded.
@@ -56,7 +56,7 @@ public:
     virtual void setInputLen(qint16 length) = 0;
     /// Bytes that Input can take.
     [[nodiscard]] virtual qint32 InBufferCount() = 0;
-    /// Writes \a bytes to the line without waiting for them to leave.
+    /// Writes \a bytes to the line without waiting until they are sent.
     virtual void setOutput(const QByteArray &bytes) = 0;
 
     /// Line settings as "baud,parity letter,data bits,stop bits"; a text of another form is
@@ -77,8 +77,8 @@ public:
     /// \a handler is called after each event; an empty one ends that.
     virtual void setCommHandler(std::function<void()> handler) = 0;
 
-    /// Parks the thread until bytes can be taken, for \a milliseconds at most. False: there is no
-    /// line to park on, nothing was waited, and resting is up to the caller.
+    /// Sleeps until bytes can be taken, \a milliseconds at most. False: there is no line to wait
+    /// for, and the call returned at once.
     [[nodiscard]] virtual bool waitForInput(int milliseconds) = 0;
     /// Path of the device behind COM \a port, empty when there is none.
     [[nodiscard]] virtual QString deviceName(qint16 port) const = 0;

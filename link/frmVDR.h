@@ -15,16 +15,17 @@
 
 namespace veldron {
 
-/// Everything that speaks to the unit: ports, the one exchange, the unit's settings, scans.
+/// The link to the unit: ports, exchanges, the unit's settings, scans.
 ///
-/// It takes the serial control over for as long as it lives: the constructor sets the line up, the
-/// destructor closes the port. One exchange is a line out and a line back, and holds the thread for
-/// up to a second without turning the event loop. Nothing is thrown: what went wrong stands in
-/// Status and Connected, and a read that failed gives -1.
+/// No other object uses the serial control while this one exists: the constructor sets the line
+/// up, the destructor closes the port. An exchange sends one command and reads one reply line; it
+/// blocks the thread for up to a second and doesn't run the event loop. Nothing is thrown: errors
+/// stand in Status and Connected, and a failed read gives the setting's failure value, mostly -1.
 ///
 /// The settings are cached. A setter sends one command and changes the cache only if the unit
-/// accepted; a getter asks the unit, and is therefore not const. "?" from the unit is a refusal and
-/// stays silent, any other failure of a setter shows in Status.
+/// accepts it; a getter asks the unit and is therefore not const. The unit's refusal "?" is not
+/// reported; any other failure of a setter shows in Status. The order of calls: setCommPort,
+/// Connect, then any property; while Connected is false, nothing but Connect sends.
 class frmVDR {
 public:
     frmVDR(SerialControl &control, Clock &clock, LinkHost &host);
@@ -32,8 +33,8 @@ public:
     frmVDR &operator=(const frmVDR &) = delete;
     ~frmVDR();
 
-    /// Closes the port if one is open; the object is done with after that and opens none again, not
-    /// even when the unload comes in the middle of setCommPort, while the user is being told.
+    /// Closes the port for good: no port is opened any more, not even by a setCommPort that is
+    /// showing its message at this moment.
     void unload();
     [[nodiscard]] bool isUnloaded() const { return m_unloaded; }
 
@@ -51,16 +52,16 @@ public:
     [[nodiscard]] QString deviceName(qint16 port) const { return m_control.deviceName(port); }
     /// Position from 1 in the list of ports of the one that the unit was found on, 0 for none.
     [[nodiscard]] qint16 ComDefault() const { return m_ComDefault; }
-    /// An exchange is running.
+    /// True during an exchange.
     [[nodiscard]] bool Active() const { return m_Active; }
-    /// The latest state of the link in words.
+    /// The latest state of the link as a text for the user.
     [[nodiscard]] QString Status() const { return m_Status; }
-    /// The latest exchange brought a whole line, or Connect has just opened the way for one.
+    /// True when the latest exchange brought a complete line, and after Connect with an open port.
     [[nodiscard]] bool Connected() const { return m_Connected; }
     /// The unit's version text; empty while no unit is recognised.
     [[nodiscard]] QString Version() const { return m_Version; }
-    /// Asks for the version. True with any open port, whether the unit answered or not: that shows
-    /// in Status and Version only.
+    /// Asks for the version. True with any open port: whether the unit answered shows in Status and
+    /// Version only.
     bool Connect();
 
     /// Code of the receiver's demodulation mode.
@@ -97,8 +98,8 @@ public:
     ChannelData VDRChData();
     void setVDRChData(const ChannelData &value);
     Hertz VDRMarkerFreq();
-    /// Drives the marker there in single steps, one exchange each: the step of the channel data in
-    /// channel mode, else a 320th of the span. A way of more than 320 steps is ignored.
+    /// Moves the marker there in single steps, one exchange each: the step of the channel data in
+    /// Channel mode, otherwise a 320th of the span. A distance of more than 320 steps is ignored.
     void setVDRMarkerFreq(Hertz value);
 
     /// One scan, normally 321 levels. One level of 0 when the unit gave no scan; 325 when nothing
@@ -109,7 +110,7 @@ public:
     QByteArray GetGraphic();
 
 protected:
-    // For the tests: the rest of the system has the properties above.
+    // Protected for the tests of the exchange; the rest of the program uses the properties above.
     /// One exchange. True for a positive reply; its payload is in LastReply.
     bool SendCommand(const QString &command);
     void ReportCommsFailure(const QString &command);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The one exchange: a line out, a line back, and what it says about the link.
+// The exchange: a command out, a reply line back, and whether the link is up.
 #include "link/frmVDR.h"
 
 #include "link/Wire.h"

@@ -10,7 +10,7 @@
 
 #include <ostream>
 
-/// Lets a failed comparison show the text.
+/// Shows the text in a failed comparison.
 inline void PrintTo(const QString &text, std::ostream *out) {
     *out << '"' << text.toStdString() << '"';
 }
@@ -24,7 +24,7 @@ inline void PrintTo(const Hertz &value, std::ostream *out) {
     *out << value.toText().toStdString() << " Hz";
 }
 
-/// The link with its inner parts within reach.
+/// The link with its protected members made public.
 class OpenedVDR : public frmVDR {
 public:
     using frmVDR::frmVDR;
@@ -34,10 +34,10 @@ public:
     using frmVDR::settings;
 };
 
-/// A link over a scripted line, at ten in the morning, with nothing open.
+/// A link over a scripted line, at 10:00, with no port open.
 class LinkFixture : public testing::Test {
 protected:
-    /// Opens COM 3 and brings the link up; nothing of that is left in the records.
+    /// Opens COM 3 and brings the link up; the records are empty afterwards.
     void bringUp() {
         vdr.setCommPort(3);
         control.queueReply(QStringLiteral("RIVE"), "IVE Ver 2.01 \r\n");

@@ -6,8 +6,8 @@
 
 namespace veldron {
 
-/// The unit's end of a pseudo-terminal, with the other end held open in raw mode so that the
-/// program may close and open its own.
+/// The unit's end of a pseudo-terminal. The other end is held open in raw mode, so that the program
+/// may close and open it.
 class PseudoTerminal {
 public:
     PseudoTerminal();
@@ -17,7 +17,7 @@ public:
 
     /// Path of the program's end.
     [[nodiscard]] QString path() const { return m_path; }
-    /// Pulls the plug: both of our ends are closed.
+    /// Closes both ends, as when an adapter is unplugged.
     void unplug();
     void send(const QByteArray &bytes) const;
     /// All that the program has sent and that has not been taken yet.

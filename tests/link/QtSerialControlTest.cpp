@@ -130,7 +130,7 @@ TEST_F(QtSerialControlTest, startsClosedWithoutAPort) {
     EXPECT_FALSE(control.waitForInput(5));
 }
 
-TEST_F(QtSerialControlTest, unitsLine_opensOnAPseudoTerminal) {
+TEST_F(QtSerialControlTest, pseudoTerminal_opensWithTheUnitsLineSettings) {
     control.setHandshaking(2);
     control.setSettings("9600,n,8,2");
     EXPECT_FALSE(open().has_value());
@@ -262,7 +262,7 @@ TEST_F(QtSerialControlTest, openPort_neitherOpensTwiceNorChangesItsNumber) {
     EXPECT_EQ(control.CommPort(), 3);
 }
 
-TEST_F(QtSerialControlTest, unplugged_staysOpenInNameAndReadsAsSilence) {
+TEST_F(QtSerialControlTest, unplugged_portStaysOpenAndReadsAsSilence) {
     ASSERT_FALSE(open().has_value());
     unplug();
     EXPECT_TRUE(control.PortOpen());
@@ -300,7 +300,7 @@ TEST_F(QtSerialControlTest, unpluggedBetweenExchanges_doesNotSpinTheEventLoop) {
     EXPECT_FALSE(control.waitForInput(1));
 }
 
-TEST_F(QtSerialControlTest, pluggedAgainElsewhere_nextWriteOpensIt) {
+TEST_F(QtSerialControlTest, pluggedInAgain_nextWriteOpensTheNewDevice) {
     ASSERT_FALSE(open().has_value());
     unplug();
     control.setOutput("lost\r\n");
@@ -335,7 +335,7 @@ TEST_F(QtSerialControlTest, unpluggedThenOpenedByHand_works) {
     EXPECT_EQ(read(1), "x");
 }
 
-TEST_F(QtSerialControlTest, outputThatNeverLeft_doesNotReachTheUnitLater) {
+TEST_F(QtSerialControlTest, unsentOutput_doesNotReachTheUnitLater) {
     ASSERT_FALSE(open().has_value());
     for (int block = 0; block < 8; ++block) {
         control.setOutput(QByteArray(65536, 'x'));
@@ -406,7 +406,7 @@ TEST_F(QtSerialControlTest, handlerThatThrows_isReportedToTheGuard) {
     EXPECT_EQ(reported, "too much");
 }
 
-TEST_F(QtSerialControlTest, lineThatTalksUnasked_doesNotFillTheMemory) {
+TEST_F(QtSerialControlTest, deviceThatSendsUnasked_doesNotFillTheMemory) {
     ASSERT_FALSE(open().has_value());
     for (int block = 0; block < 400; ++block) {
         terminal->send(QByteArray(4000, 'u'));
@@ -559,7 +559,7 @@ TEST_F(LinkOnATerminal, unpluggedAndPlugged_theLinkComesBackByItself) {
     EXPECT_EQ(vdr.GetData(), LevelScan(321, 'Z'));
 }
 
-TEST_F(LinkOnATerminal, portHeldByAnother_isToldAndListed) {
+TEST_F(LinkOnATerminal, portHeldByAnother_isReportedAndListed) {
     QtSerialControl other(guard, PortMap::ofDevices({terminal->path()}));
     other.setCommPort(1);
     ASSERT_FALSE(other.setPortOpen(true).has_value());

@@ -4,10 +4,10 @@
 namespace veldron {
 namespace {
 
-/// The little unit that other tests lean on.
-class LittleUnit : public LinkFixture {
+/// The built-in unit, which other tests rely on.
+class BuiltInUnit : public LinkFixture {
 protected:
-    LittleUnit() {
+    BuiltInUnit() {
         control.setUnit(true);
         vdr.setCommPort(3);
         vdr.Connect();
@@ -15,13 +15,13 @@ protected:
     }
 };
 
-TEST_F(LittleUnit, version_isRecognised) {
+TEST_F(BuiltInUnit, version_isRecognised) {
     control.setVersion("Ver 7");
     vdr.Connect();
     EXPECT_EQ(vdr.Version(), "Ver 7");
 }
 
-TEST_F(LittleUnit, writtenValue_readsBack) {
+TEST_F(BuiltInUnit, writtenValue_readsBack) {
     vdr.setRXMode(5);
     vdr.setVDRChData(
         {Hertz::fromWhole(144000000), Hertz::fromWhole(25000), Hertz::fromWhole(146000000)});
@@ -31,26 +31,26 @@ TEST_F(LittleUnit, writtenValue_readsBack) {
     EXPECT_EQ(control.commands(), QStringList({"WUMD5", "WUCS 144 25 146", "RUMD", "RUCS"}));
 }
 
-TEST_F(LittleUnit, givenValue_reads_andUnknownOneIsRefused) {
+TEST_F(BuiltInUnit, givenValue_reads_andUnknownOneIsRefused) {
     control.setUnitValue("ICD", "145.5");
     EXPECT_EQ(vdr.VDRMarkerFreq(), Hertz::fromWhole(145500000));
     EXPECT_EQ(vdr.VDRAmp(), -1);
     EXPECT_EQ(vdr.LastReply(), "?");
 }
 
-TEST_F(LittleUnit, scan_comesWhole) {
+TEST_F(BuiltInUnit, scan_comesWhole) {
     control.setScan(QByteArray(321, 'z'));
     EXPECT_EQ(vdr.GetData(), LevelScan(321, 'z'));
 }
 
-TEST_F(LittleUnit, fixedAndQueuedReplies_comeFirst) {
+TEST_F(BuiltInUnit, fixedAndQueuedReplies_comeFirst) {
     control.setReply("RUMD", "UMD8 \r\n");
     control.queueReply("RUMD", "?\r\n");
     EXPECT_EQ(vdr.RXMode(), -1);
     EXPECT_EQ(vdr.RXMode(), 8);
 }
 
-TEST_F(LittleUnit, silence_costsASecondOfTheClock) {
+TEST_F(BuiltInUnit, silence_costsASecondOfTheClock) {
     control.setSilent(true);
     const double before = clock.seconds();
     EXPECT_EQ(vdr.RXMode(), -1);

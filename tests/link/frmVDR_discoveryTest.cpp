@@ -14,7 +14,7 @@ protected:
     }
 };
 
-TEST_F(FrmVDRDiscovery, load_setsTheLineUp) {
+TEST_F(FrmVDRDiscovery, construction_setsTheLineUp) {
     EXPECT_EQ(control.writes(),
               QStringList({"InputMode=1", "Handshaking=2", "Settings=9600,n,8,2"}));
     EXPECT_EQ(vdr.ComDefault(), 0);
@@ -44,7 +44,7 @@ TEST_F(FrmVDRDiscovery, unload_closesOnceAndLeavesAClosedPortAlone) {
     EXPECT_EQ(control.writes(), QStringList({"PortOpen=false"}));
 }
 
-TEST_F(FrmVDRDiscovery, unloadUnderTheMessage_leavesTheEarlierPortClosed) {
+TEST_F(FrmVDRDiscovery, unloadDuringTheMessage_leavesTheEarlierPortClosed) {
     vdr.setCommPort(2);
     control.failOpen(4, SerialErrorCode::kPortInUse);
     host.setOnMessage([this] {
@@ -105,7 +105,7 @@ TEST_F(FrmVDRDiscovery, unitFound_isTheDefaultByItsPlaceInTheList) {
     EXPECT_EQ(vdr.Status(), "VELDRON connected on COM 5");
 }
 
-TEST_F(FrmVDRDiscovery, unitFound_laterPortsAreListedButNotAsked) {
+TEST_F(FrmVDRDiscovery, unitFound_laterPortsAreListedAndNotProbed) {
     control.setPorts({2, 5, 9});
     unitOn(2);
     EXPECT_EQ(vdr.GetCommPorts(), QStringList({"COM 2", "COM 5", "COM 9"}));
@@ -127,7 +127,7 @@ TEST_F(FrmVDRDiscovery, noPorts_emptyListAndNothingAsked) {
     EXPECT_TRUE(host.messages().empty());
 }
 
-TEST_F(FrmVDRDiscovery, unitOnABusyPort_isListedAndNotAsked) {
+TEST_F(FrmVDRDiscovery, unitOnABusyPort_isListedAndNotProbed) {
     control.setPorts({4});
     control.failOpen(4, 8005, "in use");
     unitOn(4);
@@ -147,7 +147,7 @@ TEST_F(FrmVDRDiscovery, otherErrors_keepThePortOffTheListSilently) {
     EXPECT_TRUE(host.messages().empty());
 }
 
-TEST_F(FrmVDRDiscovery, portThatCantBeChosen_isOpenedAllTheSameAndNotListed) {
+TEST_F(FrmVDRDiscovery, portThatCantBeChosen_isOpenedAnywayAndNotListed) {
     control.setPorts({1});
     control.failChoice(2, 380, "bad number");
     vdr.GetCommPorts();
@@ -219,7 +219,7 @@ TEST_F(FrmVDRDiscovery, closedPort_readsAsZeroWhateverTheControlHolds) {
     EXPECT_EQ(vdr.CommPort(), 0);
 }
 
-TEST_F(FrmVDRDiscovery, busyPort_isToldAndTheOldOneComesBack) {
+TEST_F(FrmVDRDiscovery, busyPort_isReportedAndTheOldOneReopened) {
     bringUp();
     const QString status = vdr.Status();
     control.failOpen(5, 8005, "in use");
@@ -239,7 +239,7 @@ TEST_F(FrmVDRDiscovery, busyPortWithNoneOpenBefore_staysClosed) {
     EXPECT_EQ(vdr.Status(), "");
 }
 
-TEST_F(FrmVDRDiscovery, otherError_isToldWithNumberAndDescription) {
+TEST_F(FrmVDRDiscovery, otherError_isReportedWithNumberAndDescription) {
     control.failOpen(11, 70, "Permission denied for it");
     vdr.setCommPort(11);
     EXPECT_EQ(host.messages(),
@@ -274,7 +274,7 @@ TEST_F(FrmVDRDiscovery, message_isShownBeforeTheOldPortOpens) {
     EXPECT_FALSE(open);
 }
 
-TEST_F(FrmVDRDiscovery, connectWithAnAnswer_tellsPortAndVersion) {
+TEST_F(FrmVDRDiscovery, connectWithAnAnswer_showsPortAndVersion) {
     vdr.setCommPort(3);
     control.queueReply("RIVE", "IVE Ver 2.01 \r\n");
     EXPECT_TRUE(vdr.Connect());

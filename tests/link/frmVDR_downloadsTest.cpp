@@ -120,7 +120,7 @@ TEST_F(FrmVDRDownloads, chunkWithMoreThanAShortFrame_restIsDropped) {
     EXPECT_EQ(control.unread(), "");
 }
 
-TEST_F(FrmVDRDownloads, noSamplesAtAll_isNotRecognisedAndWaitsOut) {
+TEST_F(FrmVDRDownloads, noSamplesAtAll_isNotRecognisedAndTimesOut) {
     const double start = clock.seconds();
     EXPECT_EQ(scanFrom(kTerminator), padded(kTerminator));
     EXPECT_NEAR(clock.seconds() - start, 1.0, 0.01);
@@ -230,7 +230,7 @@ protected:
         return received;
     }
 
-    /// Speaks on its own when the port opens after a change of the settings.
+    /// Sends unasked when the port opens at the high speed.
     class GraphicControl : public ScriptedSerialControl {
     public:
         GraphicControl(ManualClock &clock, ReplyScript block)
@@ -306,7 +306,7 @@ TEST_F(FrmVDRGraphic, eachChunk_restartsTheLimit) {
     EXPECT_EQ(block.left(3), QByteArray("ab\0", 3));
 }
 
-TEST_F(FrmVDRGraphic, portThatDoesNotOpenAgain_isSilenceAndNothingIsTold) {
+TEST_F(FrmVDRGraphic, portThatDoesNotOpenAgain_isSilenceWithoutAMessage) {
     control.failOpen(3, 8012, "gone");
     EXPECT_EQ(vdr.GetGraphic(), QByteArray(kBlock, '\0'));
     EXPECT_EQ(vdr.CommPort(), 0);

@@ -7,7 +7,7 @@ namespace {
 class FrmVDRExchange : public LinkFixture {
 protected:
     FrmVDRExchange() { bringUp(); }
-    /// The text of a reply that no test sends.
+    /// A text by which a test sees whether LastReply changed.
     void setLastReply(const QByteArray &line) { exchange("WUMD0", line + "\r\n"); }
 };
 

@@ -27,9 +27,9 @@ protected:
         control.clearCommands();
     }
     void moveTo(Hertz target) { vdr.setVDRMarkerFreq(target); }
-    /// Drives the marker by \a hertz from 145 MHz.
+    /// Moves the marker by \a hertz from 145 MHz.
     void moveBy(double hertz) { moveTo(Hertz::fromWhole(145000000) + Hertz::fromDouble(hertz)); }
-    /// What was sent to move, as "+", "-" and "." for the close.
+    /// What was sent to move, as "+", "-" and "." for the end.
     QString moves() {
         QString text;
         for (const QString &command : control.commands()) {
@@ -41,7 +41,7 @@ protected:
         control.clearCommands();
         return text;
     }
-    /// Where the link believes the marker to be: a write to that very place sends nothing.
+    /// Whether the cached marker is at \a hertz: then a write of that value sends nothing.
     bool cachedAt(qint64 hertz) {
         control.clearCommands();
         moveTo(Hertz::fromWhole(hertz));
@@ -54,7 +54,7 @@ struct MoveCase {
     QString moves;
 };
 
-TEST_F(FrmVDRMarker, wayToGo_isTakenInSteps) {
+TEST_F(FrmVDRMarker, distance_isCoveredInSteps) {
     const QString nothing;
     const MoveCase cases[] = {
         {kStep, "+."},        {-kStep, "-."},        {3.0 * kStep, "+++."}, {-3.0 * kStep, "---."},
@@ -78,9 +78,9 @@ TEST_F(FrmVDRMarker, exactlyAScreen_isAccepted) {
 }
 
 TEST_F(FrmVDRMarker, justOverAScreen_isIgnored) {
-    for (const double way : {320.01 * kStep, -320.01 * kStep, 320.0 * kStep + 0.0001}) {
-        moveBy(way);
-        EXPECT_EQ(moves(), "") << way;
+    for (const double distance : {320.01 * kStep, -320.01 * kStep, 320.0 * kStep + 0.0001}) {
+        moveBy(distance);
+        EXPECT_EQ(moves(), "") << distance;
     }
 }
 
@@ -106,19 +106,19 @@ TEST_F(FrmVDRMarker, failedStep_isReportedAndTheLoopGoesOn) {
     EXPECT_TRUE(cachedAt(145000000 - kStep));
 }
 
-TEST_F(FrmVDRMarker, failedClose_isReportedAsAStepWithoutDirection) {
+TEST_F(FrmVDRMarker, failedEnd_isReportedAsAStepWithoutDirection) {
     control.queueReply("WUMC", "E2\r\n");
     moveBy(kStep);
     EXPECT_EQ(vdr.Status(), "Comms failure with command WUDSE2");
 }
 
-TEST_F(FrmVDRMarker, refusedClose_isSilent) {
+TEST_F(FrmVDRMarker, refusedEnd_isSilent) {
     control.queueReply("WUMC", "?\r\n");
     moveBy(kStep);
     EXPECT_EQ(vdr.Status(), "VELDRON connected on COM 3");
 }
 
-TEST_F(FrmVDRMarker, linkLostOnTheWay_restIsNotSent) {
+TEST_F(FrmVDRMarker, linkLostDuringTheSteps_restIsNotSent) {
     control.setSilent(true);
     moveBy(5.0 * kStep);
     EXPECT_EQ(moves(), "+");
@@ -176,7 +176,7 @@ TEST_F(FrmVDRMarker, refusedChannelWrite_leavesTheStepAsItWas) {
     EXPECT_EQ(moves(), "++.");
 }
 
-TEST_F(FrmVDRMarker, failedChannelData_isAStepOfOneHertzInTheWaysDirection) {
+TEST_F(FrmVDRMarker, failedChannelData_isAStepOfOneHertz) {
     channelStep(25000);
     control.queueReply("RUCS", "?\r\n");
     vdr.VDRChData();

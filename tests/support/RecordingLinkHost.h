@@ -11,7 +11,7 @@
 
 namespace veldron {
 
-/// Answers what the link asks of the screen at once, and keeps a record.
+/// Records what the link shows to the user, and returns at once.
 class RecordingLinkHost : public LinkHost {
 public:
     struct Message {

@@ -24,14 +24,16 @@ struct ReplyChunk {
 };
 using ReplyScript = std::vector<ReplyChunk>;
 
-/// A serial control with a unit behind it that plays a script, on the time of a ManualClock.
+/// A serial control with scripted replies, on the time of a ManualClock.
 ///
-/// A line that ends in CR LF is a command. What answers it, in this order: the next of the queued
-/// replies for it, the fixed reply for it, the little unit if it is switched on, the default reply
-/// (silence at first). Waiting moves the clock on: by what was asked for, or to the next arrival.
+/// A line that ends in CR LF is a command. It is answered by the first of these that there is: the
+/// next queued reply for it, the fixed reply for it, the built-in unit if it is switched on, the
+/// default reply (silence at first). A wait advances the clock by the time asked for, or to the
+/// next arrival.
 ///
-/// The little unit keeps what is written: "WUMD3" is accepted, and "RUMD" then reads "UMD3 ". What
-/// was never written reads as the value given with setUnitValue, or is refused.
+/// The built-in unit stores what is written: "WUMD3" is accepted, and "RUMD" then reads "UMD3 ". A
+/// value that was never written is the one given with setUnitValue; without one the read is
+/// refused.
 class ScriptedSerialControl : public SerialControl {
 public:
     explicit ScriptedSerialControl(ManualClock &clock)
@@ -47,7 +49,7 @@ public:
     /// Commands are answered on COM \a port only; 0 for every port.
     void setUnitPort(qint16 port) { m_unitPort = port; }
     void setDeviceName(qint16 port, const QString &name) { m_deviceNames[port] = name; }
-    /// The line is dead under the open port: reads give nothing and there is no waiting on it.
+    /// The line has failed while the port is open: reads give nothing, and a wait returns at once.
     void setLineLost(bool lost) { m_lost = lost; }
 
     // Replies, as raw bytes with their line ends.
@@ -61,7 +63,7 @@ public:
     /// No command at all is answered.
     void setSilent(bool silent) { m_silent = silent; }
 
-    // The little unit.
+    // The built-in unit.
     void setUnit(bool on) { m_unit = on; }
     /// \a letters are the three after "W" or "R", as "UMD".
     void setUnitValue(const QString &letters, const QString &value) { m_values[letters] = value; }
@@ -74,7 +76,7 @@ public:
     /// Bytes that are there to be read now, whatever was sent.
     void arrive(const QByteArray &bytes) { m_arrived += bytes; }
 
-    // What was done.
+    // The record.
     /// All commands, without their line ends, in order.
     [[nodiscard]] const QStringList &commands() const { return m_commands; }
     void clearCommands() { m_commands.clear(); }
@@ -91,7 +93,7 @@ public:
     void raiseEvent(qint16 event);
     /// Called after each command, before its reply is chosen.
     void setCommandHook(std::function<void(const QString &)> hook) { m_hook = std::move(hook); }
-    /// Called at the begin of each wait.
+    /// Called at the start of each wait.
     void setWaitHook(std::function<void()> hook) { m_waitHook = std::move(hook); }
 
     [[nodiscard]] qint16 CommPort() const override { return m_CommPort; }
@@ -110,7 +112,7 @@ public:
     void setSThreshold(qint16 bytes) override;
     [[nodiscard]] bool RTSEnable() const override { return m_RTSEnable; }
     void setRTSEnable(bool on) override;
-    /// The line drops without a write.
+    /// RTS goes low without a write.
     void dropRTS() { m_RTSEnable = false; }
     [[nodiscard]] qint16 CommEvent() const override { return m_CommEvent; }
     void setCommHandler(std::function<void()> handler) override {
@@ -134,7 +136,7 @@ private:
     [[nodiscard]] QByteArray unitReply(const QString &command);
     void schedule(const ReplyScript &reply);
     void collect();
-    /// Seconds since the first day began: runs on over midnight.
+    /// Seconds since the first midnight; doesn't start again at the next one.
     [[nodiscard]] double time();
 
     ManualClock &m_clock;
