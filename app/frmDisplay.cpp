@@ -105,12 +105,11 @@ void frmDisplay::makeStrips() {
 void frmDisplay::makePanels() {
     Picture1 = new QWidget(m_inside);
     Picture1->setObjectName(QStringLiteral("Picture1"));
-    ctlFrequency1 = new ctlFrequency(Picture1);
+    ctlFrequency1 = new ctlFrequency(m_guard, Picture1);
     ctlFrequency1->setObjectName(QStringLiteral("ctlFrequency1"));
-    ctlMonitorMode1 = new ctlMonitorMode(Picture1);
+    ctlMonitorMode1 = new ctlMonitorMode(m_guard, Picture1);
     ctlMonitorMode1->setObjectName(QStringLiteral("ctlMonitorMode1"));
-    ctlMonitorMode1->setGuard(m_guard);
-    ctlDataMode1 = new ctlDataMode(Picture1);
+    ctlDataMode1 = new ctlDataMode(m_guard, Picture1);
     ctlDataMode1->setObjectName(QStringLiteral("ctlDataMode1"));
     QHBoxLayout *row = rowIn(Picture1);
     row->addWidget(ctlFrequency1);

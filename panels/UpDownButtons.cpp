@@ -12,16 +12,18 @@
 
 namespace veldron {
 
-UpDownButtons::UpDownButtons(EntryBox &partner, const QString &name, QWidget *parent)
+UpDownButtons::UpDownButtons(const ErrorGuard &guard, EntryBox &partner, const QString &name,
+                             QWidget *parent)
     : QWidget(parent), m_partner(partner) {
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
-    column->addWidget(addButton(Qt::UpArrow, name + QStringLiteral(" up"), kIncrement));
-    column->addWidget(addButton(Qt::DownArrow, name + QStringLiteral(" down"), -kIncrement));
+    column->addWidget(addButton(guard, Qt::UpArrow, name + QStringLiteral(" up"), kIncrement));
+    column->addWidget(addButton(guard, Qt::DownArrow, name + QStringLiteral(" down"), -kIncrement));
 }
 
-QToolButton *UpDownButtons::addButton(Qt::ArrowType arrow, const QString &name, int change) {
+QToolButton *UpDownButtons::addButton(const ErrorGuard &guard, Qt::ArrowType arrow,
+                                      const QString &name, int change) {
     constexpr int width = 18;
     auto *button = new QToolButton(this);
     button->setObjectName(arrow == Qt::UpArrow ? QStringLiteral("udSamplesUp")
@@ -32,7 +34,7 @@ QToolButton *UpDownButtons::addButton(Qt::ArrowType arrow, const QString &name, 
     button->setFocusPolicy(Qt::StrongFocus);
     button->setFixedWidth(width);
     button->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Ignored);
-    connect(button, &QToolButton::clicked, this, [this, change] { step(change); });
+    connectGuarded(guard, button, &QToolButton::clicked, this, [this, change] { step(change); });
     return button;
 }
 

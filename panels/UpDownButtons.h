@@ -3,6 +3,8 @@
 
 #include <QWidget>
 
+#include "common/ErrorGuard.h"
+
 class QToolButton;
 
 namespace veldron {
@@ -20,13 +22,14 @@ public:
 
     /// \a partner outlives the buttons. \a name is what the buttons count, for their accessible
     /// names.
-    UpDownButtons(EntryBox &partner, const QString &name, QWidget *parent);
+    UpDownButtons(const ErrorGuard &guard, EntryBox &partner, const QString &name, QWidget *parent);
 
     [[nodiscard]] int upper() const { return m_upper; }
     void setUpper(int upper) { m_upper = upper; }
 
 private:
-    QToolButton *addButton(Qt::ArrowType arrow, const QString &name, int change);
+    QToolButton *addButton(const ErrorGuard &guard, Qt::ArrowType arrow, const QString &name,
+                           int change);
     void step(int change);
 
     EntryBox &m_partner;

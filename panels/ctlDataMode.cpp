@@ -28,7 +28,8 @@ int rowOfMode(DataModeCode mode) {
 
 } // namespace
 
-ctlDataMode::ctlDataMode(QWidget *parent) : QFrame(parent) {
+ctlDataMode::ctlDataMode(ErrorGuard guard, QWidget *parent)
+    : QFrame(parent), m_guard(std::move(guard)) {
     PanelGrid grid(*this);
     makeInputRow(grid);
     makeDataRow(grid);
@@ -85,7 +86,7 @@ QWidget *ctlDataMode::makeSamplesPair() {
     txtSamples->setTypingLimit(1);
     txtSamples->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
     PanelGrid::fitBox(*txtSamples, QStringLiteral("-9999"));
-    udSamples = new UpDownButtons(*txtSamples, QStringLiteral("Samples"), pair);
+    udSamples = new UpDownButtons(m_guard, *txtSamples, QStringLiteral("Samples"), pair);
     udSamples->setObjectName(QStringLiteral("udSamples"));
     PanelGrid::keepPlaceWhenHidden(*txtSamples);
     PanelGrid::keepPlaceWhenHidden(*udSamples);
@@ -95,14 +96,16 @@ QWidget *ctlDataMode::makeSamplesPair() {
 }
 
 void ctlDataMode::wireControls() {
-    connect(cboRBW, &QComboBox::activated, this, &ctlDataMode::reactToRBW);
-    connect(cboAmp, &QComboBox::activated, this, &ctlDataMode::reactToAmp);
-    connect(cboDataMode, &QComboBox::activated, this, &ctlDataMode::reactToDataMode);
-    connect(txtSamples, &EntryBox::focusLost, this, &ctlDataMode::leaveSamples);
-    connect(txtSamples, &EntryBox::textChanged, this, &ctlDataMode::noteSamplesText);
+    connectGuarded(m_guard, cboRBW, &QComboBox::activated, this, &ctlDataMode::reactToRBW);
+    connectGuarded(m_guard, cboAmp, &QComboBox::activated, this, &ctlDataMode::reactToAmp);
+    connectGuarded(m_guard, cboDataMode, &QComboBox::activated, this,
+                   &ctlDataMode::reactToDataMode);
+    connectGuarded(m_guard, txtSamples, &EntryBox::focusLost, this, &ctlDataMode::leaveSamples);
+    connectGuarded(m_guard, txtSamples, &EntryBox::textChanged, this,
+                   &ctlDataMode::noteSamplesText);
     // Raised whatever Updating says: it asks the unit for something and holds no value.
-    connect(cmdReset, &QPushButton::clicked, this,
-            [this] { Q_EMIT Changed(DataChangeCode::Reset); });
+    connectGuarded(m_guard, cmdReset, &QPushButton::clicked, this,
+                   [this] { Q_EMIT Changed(DataChangeCode::Reset); });
     txtSamples->setKeyFilter([this](char16_t key) { return lookAtKey(key); });
 }
 

@@ -3,6 +3,7 @@
 
 #include <QFrame>
 
+#include "common/ErrorGuard.h"
 #include "utilities/Codes.h"
 
 class QLabel;
@@ -28,7 +29,9 @@ class ctlDataMode : public QFrame {
     Q_OBJECT
 
 public:
-    explicit ctlDataMode(QWidget *parent = nullptr);
+    /// What the user's acts throw goes to \a guard; what a write from code throws goes to its
+    /// caller.
+    explicit ctlDataMode(ErrorGuard guard, QWidget *parent = nullptr);
 
     /// The panel's own property, not the widget's state: it switches the controls, but never
     /// cmdReset, which stays usable. Hides the widget's setter on purpose.
@@ -70,6 +73,7 @@ private:
     [[nodiscard]] qint16 samplesInText() const;
     void raiseChange(DataChangeCode what);
 
+    ErrorGuard m_guard;
     DataModeCode m_DataMode = DataModeCode::None;
     qint16 m_Samples = 0;
     bool m_Editing = false;

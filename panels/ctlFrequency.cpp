@@ -32,7 +32,8 @@ QString noReceiverText() {
 
 } // namespace
 
-ctlFrequency::ctlFrequency(QWidget *parent) : QFrame(parent) {
+ctlFrequency::ctlFrequency(ErrorGuard guard, QWidget *parent)
+    : QFrame(parent), m_guard(std::move(guard)) {
     // In this order the Tab key visits them.
     makeFocusHolder();
     PanelGrid grid(*this);
@@ -108,15 +109,15 @@ void ctlFrequency::makeMenu() {
 }
 
 void ctlFrequency::wireControls() {
-    connect(cboRX, &QComboBox::activated, this, &ctlFrequency::pickReceiver);
-    connect(cboStep, &QComboBox::activated, this, &ctlFrequency::pickStep);
-    connect(cboMode, &QComboBox::activated, this, &ctlFrequency::pickMode);
-    connect(chkAtten, &QCheckBox::clicked, this, &ctlFrequency::clickAtten);
-    connect(txtFreq, &EntryBox::focusLost, this, &ctlFrequency::ApplyFrequency);
-    connect(cboStep, &EditableList::focusLost, this, &ctlFrequency::ApplyStepText);
-    connect(Timer1, &QTimer::timeout, this, &ctlFrequency::tune);
+    connectGuarded(m_guard, cboRX, &QComboBox::activated, this, &ctlFrequency::pickReceiver);
+    connectGuarded(m_guard, cboStep, &QComboBox::activated, this, &ctlFrequency::pickStep);
+    connectGuarded(m_guard, cboMode, &QComboBox::activated, this, &ctlFrequency::pickMode);
+    connectGuarded(m_guard, chkAtten, &QCheckBox::clicked, this, &ctlFrequency::clickAtten);
+    connectGuarded(m_guard, txtFreq, &EntryBox::focusLost, this, &ctlFrequency::ApplyFrequency);
+    connectGuarded(m_guard, cboStep, &EditableList::focusLost, this, &ctlFrequency::ApplyStepText);
+    connectGuarded(m_guard, Timer1, &QTimer::timeout, this, &ctlFrequency::tune);
     // The field that loses the focus hears of it before the application announces the change.
-    connect(qApp, &QApplication::focusChanged, this, &ctlFrequency::noteFocus);
+    connectGuarded(m_guard, qApp, &QApplication::focusChanged, this, &ctlFrequency::noteFocus);
 }
 
 void ctlFrequency::wireFields() {

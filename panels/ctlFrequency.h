@@ -3,6 +3,7 @@
 
 #include <QFrame>
 
+#include "common/ErrorGuard.h"
 #include "utilities/FrequencyEntry.h"
 
 class QCheckBox;
@@ -28,7 +29,9 @@ class ctlFrequency : public QFrame {
     Q_OBJECT
 
 public:
-    explicit ctlFrequency(QWidget *parent = nullptr);
+    /// What the user's acts throw goes to \a guard; what a write from code throws goes to its
+    /// caller.
+    explicit ctlFrequency(ErrorGuard guard, QWidget *parent = nullptr);
 
     /// The panel's own property, not the widget's state: it switches the controls, never the panel
     /// as a whole. Hides the widget's setter on purpose.
@@ -93,6 +96,7 @@ private:
     void raiseChange(ReceiverChangeCode what);
     void raiseEntry(ReceiverChangeCode what);
 
+    ErrorGuard m_guard;
     Hertz m_Frequency;
     qint32 m_reserved = 1; ///< read by nothing
     qint32 m_Step = 0;

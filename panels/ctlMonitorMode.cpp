@@ -39,8 +39,8 @@ Hertz spanOfStep(qint32 step) {
 
 } // namespace
 
-ctlMonitorMode::ctlMonitorMode(QWidget *parent)
-    : QFrame(parent), m_guard([](const UntrappedError &error) { qFatal("%s", error.what()); }) {
+ctlMonitorMode::ctlMonitorMode(ErrorGuard guard, QWidget *parent)
+    : QFrame(parent), m_guard(std::move(guard)) {
     PanelGrid grid(*this);
     makeScanRow(grid);
     makeWindowRow(grid);
@@ -97,14 +97,16 @@ void ctlMonitorMode::makeWindowRow(PanelGrid &grid) {
 }
 
 void ctlMonitorMode::wireControls() {
-    connect(cboMonitorMode, &QComboBox::activated, this, &ctlMonitorMode::reactToMode);
-    connect(cboSpan, &QComboBox::activated, this, &ctlMonitorMode::pickSpan);
-    connect(cboStep, &QComboBox::activated, this, &ctlMonitorMode::pickStep);
-    connect(cboSpan, &EditableList::focusLost, this, &ctlMonitorMode::ApplySpan);
-    connect(cboStep, &EditableList::focusLost, this, &ctlMonitorMode::applyStepByUser);
-    connect(txtStart, &EntryBox::focusLost, this, &ctlMonitorMode::ApplyStart);
-    connect(txtCentre, &EntryBox::focusLost, this, &ctlMonitorMode::ApplyCentre);
-    connect(txtEnd, &EntryBox::focusLost, this, &ctlMonitorMode::ApplyEnd);
+    connectGuarded(m_guard, cboMonitorMode, &QComboBox::activated, this,
+                   &ctlMonitorMode::reactToMode);
+    connectGuarded(m_guard, cboSpan, &QComboBox::activated, this, &ctlMonitorMode::pickSpan);
+    connectGuarded(m_guard, cboStep, &QComboBox::activated, this, &ctlMonitorMode::pickStep);
+    connectGuarded(m_guard, cboSpan, &EditableList::focusLost, this, &ctlMonitorMode::ApplySpan);
+    connectGuarded(m_guard, cboStep, &EditableList::focusLost, this,
+                   &ctlMonitorMode::applyStepByUser);
+    connectGuarded(m_guard, txtStart, &EntryBox::focusLost, this, &ctlMonitorMode::ApplyStart);
+    connectGuarded(m_guard, txtCentre, &EntryBox::focusLost, this, &ctlMonitorMode::ApplyCentre);
+    connectGuarded(m_guard, txtEnd, &EntryBox::focusLost, this, &ctlMonitorMode::ApplyEnd);
 }
 
 void ctlMonitorMode::wireFields() {

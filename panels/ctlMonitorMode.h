@@ -37,11 +37,9 @@ class ctlMonitorMode : public QFrame {
     Q_OBJECT
 
 public:
-    explicit ctlMonitorMode(QWidget *parent = nullptr);
-
-    /// What the user's acts run under: a step that can't be multiplied goes to it. Without one
-    /// such an error is fatal. Writes from code throw to their caller instead.
-    void setGuard(ErrorGuard guard) { m_guard = std::move(guard); }
+    /// What the user's acts throw goes to \a guard; what a write from code throws goes to its
+    /// caller.
+    explicit ctlMonitorMode(ErrorGuard guard, QWidget *parent = nullptr);
 
     /// The panel's own property, not the widget's state: it switches the controls, in Channel mode
     /// too. Hides the widget's setter on purpose.
@@ -94,6 +92,7 @@ private:
     [[nodiscard]] MonitorChangeCode windowChange() const;
     [[nodiscard]] Hertz halfSpan() const { return m_fSpan.dividedBy(2); }
 
+    ErrorGuard m_guard;
     MonitorModeCode m_MonitorMode = MonitorModeCode::None;
     bool m_Updating = false;
     Hertz m_fSpan;
@@ -103,7 +102,6 @@ private:
     Hertz m_fEnd;
     bool m_Enabled = true;
     FrequencyEntry m_entry;
-    ErrorGuard m_guard;
 
     FixedList *cboMonitorMode = nullptr;
     EditableList *cboSpan = nullptr;

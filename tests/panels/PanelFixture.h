@@ -9,11 +9,18 @@
 #include <QTest>
 #include <QWidget>
 
+#include "common/ErrorGuard.h"
+
 #include <gtest/gtest.h>
 
 #include <vector>
 
 namespace veldron {
+
+/// What the acts of a panel's user throw ends the test.
+inline ErrorGuard failingGuard() {
+    return ErrorGuard([](const UntrappedError &error) { ADD_FAILURE() << error.what(); });
+}
 
 /// A panel in a shown, active window beside a control of another panel. Keys and clicks go to the
 /// window and find their way as a user's do.
@@ -26,7 +33,9 @@ protected:
 
     PanelFixture() {
         auto *strip = new QHBoxLayout(&window);
-        panel = new Panel(&window);
+        panel = new Panel(
+            ErrorGuard([this](const UntrappedError &error) { errors += error.message(); }),
+            &window);
         outside = new QLineEdit(&window);
         strip->addWidget(panel);
         strip->addWidget(outside);
@@ -111,6 +120,7 @@ protected:
     Panel *panel = nullptr;
     QLineEdit *outside = nullptr;
     Events events;
+    QStringList errors;
 };
 
 } // namespace veldron

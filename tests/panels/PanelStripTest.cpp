@@ -4,6 +4,8 @@
 #include "panels/ctlFrequency.h"
 #include "panels/ctlMonitorMode.h"
 
+#include "tests/panels/PanelFixture.h"
+
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
@@ -105,9 +107,9 @@ protected:
     }
 
     QWidget window;
-    ctlFrequency *frequency = new ctlFrequency(&window);
-    ctlMonitorMode *monitor = new ctlMonitorMode(&window);
-    ctlDataMode *data = new ctlDataMode(&window);
+    ctlFrequency *frequency = new ctlFrequency(failingGuard(), &window);
+    ctlMonitorMode *monitor = new ctlMonitorMode(failingGuard(), &window);
+    ctlDataMode *data = new ctlDataMode(failingGuard(), &window);
     std::vector<qint32> events;
 };
 

@@ -24,7 +24,7 @@ protected:
 };
 
 TEST(CtlDataModeMade, freshPanel_isNormalWithThreeSamples) {
-    const ctlDataMode panel;
+    const ctlDataMode panel(failingGuard());
     EXPECT_EQ(panel.RBW(), 1);
     EXPECT_EQ(panel.Amp(), 0);
     EXPECT_EQ(panel.DataMode(), DataModeCode::Normal);

@@ -12,7 +12,7 @@ namespace veldron {
 namespace {
 
 TEST(CtlFrequencyMade, freshPanel_showsReceiverAndFrequencyAlone) {
-    const ctlFrequency panel;
+    const ctlFrequency panel(failingGuard());
     const auto isHidden = [&panel](const char *name) {
         return panel.findChild<QWidget *>(QString::fromLatin1(name))->isHidden();
     };
@@ -32,7 +32,7 @@ TEST(CtlFrequencyMade, freshPanel_showsReceiverAndFrequencyAlone) {
 }
 
 TEST(CtlFrequencyMade, freshPanel_hasItsTextsAndRows) {
-    const ctlFrequency panel;
+    const ctlFrequency panel(failingGuard());
     const auto *receivers = panel.findChild<QComboBox *>("cboRX");
     EXPECT_EQ(receivers->count(), 11);
     EXPECT_EQ(receivers->itemText(0), "Other (10M)");
@@ -46,7 +46,7 @@ TEST(CtlFrequencyMade, freshPanel_hasItsTextsAndRows) {
 }
 
 TEST(CtlFrequencyMade, unconfiguredPanel_offersAllModesAndAStepOf25kHz) {
-    ctlFrequency panel;
+    ctlFrequency panel(failingGuard());
     panel.showUnconfigured();
     const auto *modes = panel.findChild<QComboBox *>("cboMode");
     EXPECT_EQ(modes->count(), 17);

@@ -10,8 +10,6 @@ constexpr qint64 kMega = 1'000'000;
 class CtlMonitorMode : public PanelFixture<ctlMonitorMode, MonitorChangeCode> {
 protected:
     CtlMonitorMode() {
-        panel->setGuard(
-            ErrorGuard([this](const UntrappedError &error) { errors += error.message(); }));
         panel->setfSpan(Hertz::fromWhole(10 * kMega));
         panel->setfCentre(Hertz::fromWhole(100 * kMega));
     }
@@ -33,12 +31,10 @@ protected:
                 text("cboStep")};
     }
     using Numbers = std::vector<double>;
-
-    QStringList errors;
 };
 
 TEST(CtlMonitorModeMade, freshPanel_isInSpectrumModeWithAllNumbersZero) {
-    const ctlMonitorMode panel;
+    const ctlMonitorMode panel(failingGuard());
     EXPECT_EQ(panel.MonitorMode(), MonitorModeCode::Spectrum);
     EXPECT_TRUE(panel.Enabled());
     for (const Hertz number :

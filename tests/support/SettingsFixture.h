@@ -91,9 +91,9 @@ public:
     ScriptedSerialControl line{clock};
     RecordingLinkHost linkHost;
     frmVDR vdr{line, clock, linkHost};
-    ctlFrequency ctlFrequency1;
-    ctlMonitorMode ctlMonitorMode1;
-    ctlDataMode ctlDataMode1;
+    ctlFrequency ctlFrequency1{ErrorGuard([](const UntrappedError &) {})};
+    ctlMonitorMode ctlMonitorMode1{ErrorGuard([](const UntrappedError &) {})};
+    ctlDataMode ctlDataMode1{ErrorGuard([](const UntrappedError &) {})};
     ScreenCursor pointer;
     ctlChartSpectrum ctlChartSpectrum1{ErrorGuard([](const UntrappedError &) {}), clock, texts,
                                        pointer};
