@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "simulator/Scene.h"
 #include "simulator/SceneRandom.h"
+#include "simulator/SceneSignal.h"
 #include "simulator/UnitSettings.h"
 
 #include <gtest/gtest.h>
