@@ -2,6 +2,7 @@
 // What follows a reply line as raw bytes: scans, and the image block at the high line speed.
 #include "link/frmVDR.h"
 
+#include "common/WaitLimit.h"
 #include "link/Wire.h"
 
 #include <algorithm>
@@ -60,8 +61,9 @@ LevelScan frmVDR::GetData() {
     ScanFrame frame;
     // Taken behind the header: the limit is one of silence, and each chunk starts it anew.
     float lastArrival = m_clock.timeOfDay();
+    const WaitLimit longest(m_clock);
     bool ended = false;
-    while (!ended && elapsedSince(lastArrival) < Wire::kQuietLimitSeconds) {
+    while (!ended && elapsedSince(lastArrival) < Wire::kQuietLimitSeconds && !longest.isReached()) {
         const QByteArray chunk = m_control.Input();
         if (chunk.isEmpty()) {
             park();
@@ -97,8 +99,10 @@ QByteArray frmVDR::GetGraphic() {
 
 void frmVDR::readGraphic(QByteArray &block) {
     float lastArrival = m_clock.timeOfDay();
+    const WaitLimit longest(m_clock);
     qsizetype count = 0;
-    while (count < Wire::kImageSize && elapsedSince(lastArrival) < Wire::kQuietLimitSeconds) {
+    while (count < Wire::kImageSize && elapsedSince(lastArrival) < Wire::kQuietLimitSeconds &&
+           !longest.isReached()) {
         const QByteArray chunk = m_control.Input();
         if (!chunk.isEmpty()) {
             lastArrival = m_clock.timeOfDay();

@@ -2,6 +2,7 @@
 // The exchange: a command out, a reply line back, and whether the link is up.
 #include "link/frmVDR.h"
 
+#include "common/WaitLimit.h"
 #include "link/Wire.h"
 
 namespace veldron {
@@ -46,10 +47,13 @@ QByteArray frmVDR::exchangeLine(const QString &command) {
     static_cast<void>(m_control.Input());
     // Byte by byte, so that what follows the line stays in the control for the downloads.
     m_control.setInputLen(1);
+    // Before the write: the time that it takes counts too.
     const float start = m_clock.timeOfDay();
+    const WaitLimit longest(m_clock);
     QByteArray reply;
     m_control.setOutput(command.toLatin1() + Wire::kLineEnd);
-    while (elapsedSince(start) < Wire::kReplyLimitSeconds && !reply.endsWith(Wire::kLineEnd)) {
+    while (elapsedSince(start) < Wire::kReplyLimitSeconds && !longest.isReached() &&
+           !reply.endsWith(Wire::kLineEnd)) {
         if (m_control.InBufferCount() >= 1) {
             reply += m_control.Input();
         } else {
@@ -61,7 +65,7 @@ QByteArray frmVDR::exchangeLine(const QString &command) {
 }
 
 float frmVDR::elapsedSince(float start) {
-    // A plain difference on purpose: after midnight it is negative, and the limit isn't reached.
+    // A plain difference on purpose: after midnight it is negative, and WaitLimit ends the wait.
     return m_clock.timeOfDay() - start;
 }
 

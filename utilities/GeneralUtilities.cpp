@@ -3,6 +3,7 @@
 
 #include "common/LeadingNumber.h"
 #include "common/TimeOfDay.h"
+#include "common/WaitLimit.h"
 #include "utilities/MagicStatics.h"
 
 #include <cmath>
@@ -156,14 +157,10 @@ bool HasAttenuator(qint16 Code) {
 
 void WaitSeconds(Clock &clock, float Seconds) {
     const float start = clock.timeOfDay();
-    bool nextDay = false;
+    const WaitLimit longest(clock);
     float now = start;
-    while (start + Seconds > now) {
-        nextDay = nextDay || now < start;
-        // A goal past midnight is on no clock: the time of the start has to do for it.
-        if (nextDay && now >= start && start + Seconds >= kDay) {
-            return;
-        }
+    // Not folded at midnight: a wait that crosses it is ended by the steady clock.
+    while (start + Seconds > now && !longest.isReached()) {
         clock.rest(kRestMilliseconds);
         now = clock.timeOfDay();
     }

@@ -47,8 +47,7 @@ namespace veldron::GeneralUtilities {
 [[nodiscard]] bool HasAttenuator(qint16 Code);
 
 /// Holds the thread until \a Seconds have passed on \a clock; the event loop does not turn.
-/// Midnight is not folded: a wait that crosses it lasts until the clock reaches the time of its
-/// start again on the next day.
+/// Midnight is not folded: a wait that crosses it ends with WaitLimit, after a minute.
 void WaitSeconds(Clock &clock, float Seconds);
 /// \a To minus \a From, both seconds since midnight, folded into -43200 up to but not including
 /// 43200, so that two moments just across midnight are a small difference apart.

@@ -166,6 +166,15 @@ TEST_F(FrmVDRDiscovery, deviceWithoutVerInItsVersion_isNotTheUnit) {
     EXPECT_EQ(vdr.Version(), "Ver 3");
 }
 
+TEST_F(FrmVDRDiscovery, textBeforeVer_isStillTheUnit) {
+    control.setPorts({1, 2});
+    control.queueReply("RIVE", "IVE SP-1 \r\n");
+    control.queueReply("RIVE", "IVE Panoramic unit, Ver 3 \r\n");
+    vdr.GetCommPorts();
+    EXPECT_EQ(vdr.ComDefault(), 2);
+    EXPECT_EQ(vdr.Version(), "Panoramic unit, Ver 3");
+}
+
 TEST_F(FrmVDRDiscovery, secondCall_touchesNoPortAndKeepsTheDefault) {
     control.setPorts({1, 2});
     unitOn(2);

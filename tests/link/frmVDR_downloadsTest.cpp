@@ -170,9 +170,28 @@ TEST_F(FrmVDRDownloads, eachChunk_restartsTheLimit) {
     EXPECT_NEAR(clock.seconds() - start, 3.6, 0.05);
 }
 
-TEST_F(FrmVDRDownloads, chunkAfterMoreThanASecond_isTooLate) {
-    EXPECT_EQ(scanFrom(ReplyScript{{kHeader + samples(10), 0.0}, {samples(50), 1.01}}),
-              levels(samples(7)));
+TEST_F(FrmVDRDownloads, chunkAfterASecondOrMore_isTooLate) {
+    for (const double pause : {1.0, 1.01}) {
+        EXPECT_EQ(scanFrom(ReplyScript{{kHeader + samples(10), 0.0}, {samples(50), pause}}),
+                  levels(samples(7)))
+            << pause;
+    }
+}
+
+TEST_F(FrmVDRDownloads, limit_runsFromTheEndOfTheHeader) {
+    EXPECT_EQ(scanFrom(ReplyScript{{kHeader, 0.9}, {samples(321) + kTerminator, 0.9}}),
+              levels(samples(321)));
+}
+
+TEST_F(FrmVDRDownloads, frozenTimeOfDay_goesOnFor59SecondsAndEndsAt60) {
+    clock.freezeTimeOfDay();
+    EXPECT_EQ(scanFrom(ReplyScript{{kHeader, 0.0}, {samples(321) + kTerminator, 59.0}}),
+              levels(samples(321)));
+    const double start = clock.steadySeconds();
+    EXPECT_EQ(scanFrom(ReplyScript{{kHeader + samples(10), 0.0}, {samples(10), 30.0}}),
+              levels((samples(10) + samples(10)).chopped(3)));
+    EXPECT_NEAR(clock.steadySeconds() - start, 60.0, 0.01);
+    EXPECT_TRUE(vdr.Connected());
 }
 
 TEST_F(FrmVDRDownloads, singleBytes_makeTheSameScan) {
@@ -304,6 +323,26 @@ TEST_F(FrmVDRGraphic, refusedCommand_isASecondOfSilenceAndZeros) {
 TEST_F(FrmVDRGraphic, eachChunk_restartsTheLimit) {
     const QByteArray block = graphicFrom({{"a", 0.9}, {"b", 0.9}, {"c", 1.1}});
     EXPECT_EQ(block.left(3), QByteArray("ab\0", 3));
+}
+
+TEST_F(FrmVDRGraphic, chunkAfterExactlyASecond_isTooLate) {
+    EXPECT_EQ(graphicFrom({{"a", 0.5}, {"b", 1.0}}).left(2), QByteArray("a\0", 2));
+}
+
+TEST_F(FrmVDRGraphic, frozenTimeOfDay_goesOnFor59SecondsAndEndsAt60) {
+    const auto connectedThenFrozen = [this](const QString &command) {
+        if (command == "RVIM") {
+            clock.freezeTimeOfDay();
+            control.queueReply("RVIM", "VIM \r\n");
+        }
+    };
+    control.setCommandHook(connectedThenFrozen);
+    const double start = clock.steadySeconds();
+    EXPECT_EQ(vdr.GetGraphic(), QByteArray(kBlock, '\0'));
+    EXPECT_NEAR(clock.steadySeconds() - start, 60.0, 0.01);
+    control.setCommandHook({});
+    EXPECT_EQ(graphicFrom({{QByteArray(168036, 'g'), 59.0}}),
+              QByteArray(168036, 'g') + QByteArray(5, '\0'));
 }
 
 TEST_F(FrmVDRGraphic, portThatDoesNotOpenAgain_isSilenceWithoutAMessage) {

@@ -142,6 +142,17 @@ TEST_F(FrmVDRExchange, partOfALine_isDiscardedAtTheLimit) {
     EXPECT_EQ(vdr.LastReply(), "");
 }
 
+TEST_F(FrmVDRExchange, partOfALineThatEndsInLfAlone_isDiscardedAtTheLimit) {
+    for (const char *part : {"UMD3 \n", " \n", "?\n\r"}) {
+        vdr.Connect();
+        const double start = clock.seconds();
+        EXPECT_FALSE(exchange("RUMD", part));
+        EXPECT_NEAR(clock.seconds() - start, 1.0, 0.006);
+        EXPECT_FALSE(vdr.Connected());
+        EXPECT_EQ(vdr.LastReply(), "");
+    }
+}
+
 TEST_F(FrmVDRExchange, refusalAndRubbish_keepTheLinkUpAndTheStatus) {
     const QString status = vdr.Status();
     for (const char *line : {"?\r\n", "\x80garbage\r\n", "\r\n"}) {
@@ -179,11 +190,22 @@ struct DelayCase {
 };
 
 TEST_F(FrmVDRExchange, delayedReply_countsOnlyBelowOneSecond) {
-    for (const DelayCase &each : {DelayCase{0.99, true}, DelayCase{1.01, false}}) {
+    for (const DelayCase &each :
+         {DelayCase{0.99, true}, DelayCase{1.0, false}, DelayCase{1.01, false}}) {
         vdr.Connect();
         clock.setTimeOfDay(36000.0);
         control.queueReply("WUMD3", ReplyScript{{" \r\n", each.seconds}});
         EXPECT_EQ(vdr.SendCommand("WUMD3"), each.answered) << each.seconds;
+    }
+}
+
+TEST_F(FrmVDRExchange, timeThatTheWriteTakes_countsForTheLimit) {
+    for (const DelayCase &each : {DelayCase{0.5, true}, DelayCase{0.7, false}}) {
+        vdr.Connect();
+        control.setCommandHook([this](const QString &) { clock.advance(0.4); });
+        control.queueReply("WUMD3", ReplyScript{{" \r\n", each.seconds}});
+        EXPECT_EQ(vdr.SendCommand("WUMD3"), each.answered) << each.seconds;
+        control.setCommandHook({});
     }
 }
 
@@ -238,6 +260,32 @@ TEST_F(FrmVDRExchange, overMidnightWithoutAReply_waitsUntilALineComes) {
     EXPECT_TRUE(vdr.SendCommand("RUMD"));
     EXPECT_EQ(vdr.LastReply(), "3");
     EXPECT_NEAR(clock.seconds(), 6.5, 0.02);
+}
+
+TEST_F(FrmVDRExchange, overMidnight_aReplyAfter59SecondsStillCounts) {
+    clock.setTimeOfDay(86399.5);
+    control.queueReply("RUMD", ReplyScript{{"UMD3 \r\n", 59.0}});
+    EXPECT_TRUE(vdr.SendCommand("RUMD"));
+    EXPECT_TRUE(vdr.Connected());
+}
+
+TEST_F(FrmVDRExchange, overMidnightWithoutAReply_endsAfter60SecondsWithTheLinkDown) {
+    setLastReply("before");
+    clock.setTimeOfDay(86399.5);
+    EXPECT_FALSE(vdr.SendCommand("RUMD"));
+    EXPECT_NEAR(clock.seconds(), 59.5, 0.006);
+    EXPECT_FALSE(vdr.Connected());
+    EXPECT_FALSE(vdr.Active());
+    EXPECT_EQ(vdr.LastReply(), "");
+    EXPECT_EQ(control.InputLen(), 0);
+}
+
+TEST_F(FrmVDRExchange, frozenTimeOfDay_endsAt60SecondsOfTheSteadyClock) {
+    clock.freezeTimeOfDay();
+    const double start = clock.steadySeconds();
+    EXPECT_FALSE(vdr.SendCommand("RUMD"));
+    EXPECT_NEAR(clock.steadySeconds() - start, 60.0, 0.006);
+    EXPECT_FALSE(vdr.Connected());
 }
 
 TEST_F(FrmVDRExchange, lastSecondOfTheDayButOneBefore_stillTimesOut) {

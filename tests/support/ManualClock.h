@@ -50,6 +50,8 @@ public:
     /// Each reading of the time of day moves the clock by \a seconds afterwards.
     void setStepPerReading(double seconds) { m_stepPerReading = seconds; }
     [[nodiscard]] double seconds() const { return m_seconds; }
+    /// The steady reading in seconds, with the parts below a millisecond.
+    [[nodiscard]] double steadySeconds() const { return m_steadySeconds; }
     [[nodiscard]] int readings() const { return m_readings; }
     [[nodiscard]] const std::vector<int> &rests() const { return m_rests; }
 

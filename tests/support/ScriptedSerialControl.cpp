@@ -97,12 +97,6 @@ SerialControl::Result ScriptedSerialControl::setPortOpen(bool open) {
     return std::nullopt;
 }
 
-double ScriptedSerialControl::time() {
-    constexpr double kSecondsPerDay = 86400.0;
-    const qint64 days = m_firstDay.daysTo(m_clock.now().date());
-    return static_cast<double>(days) * kSecondsPerDay + m_clock.seconds();
-}
-
 void ScriptedSerialControl::collect() {
     while (!m_coming.empty() && m_coming.front().time <= time()) {
         m_arrived += m_coming.front().bytes;

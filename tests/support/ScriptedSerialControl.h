@@ -5,7 +5,6 @@
 #include "tests/support/ManualClock.h"
 
 #include <QByteArray>
-#include <QDate>
 #include <QString>
 #include <QStringList>
 
@@ -36,8 +35,7 @@ using ReplyScript = std::vector<ReplyChunk>;
 /// refused.
 class ScriptedSerialControl : public SerialControl {
 public:
-    explicit ScriptedSerialControl(ManualClock &clock)
-        : m_clock(clock), m_firstDay(clock.now().date()) {}
+    explicit ScriptedSerialControl(ManualClock &clock) : m_clock(clock) {}
 
     // Ports. COM 1 to COM 16 exist and open from the start.
     /// Only \a ports exist; any other gives error 8002.
@@ -136,11 +134,10 @@ private:
     [[nodiscard]] QByteArray unitReply(const QString &command);
     void schedule(const ReplyScript &reply);
     void collect();
-    /// Seconds since the first midnight; doesn't start again at the next one.
-    [[nodiscard]] double time();
+    /// Of the steady clock, which doesn't start again at midnight.
+    [[nodiscard]] double time() const { return m_clock.steadySeconds(); }
 
     ManualClock &m_clock;
-    QDate m_firstDay;
     std::map<qint16, SerialError> m_openErrors;
     std::map<qint16, SerialError> m_choiceErrors;
     std::map<qint16, QString> m_deviceNames;
