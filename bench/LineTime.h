@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the line itself takes: the floor under every exchange.
+// How long the line itself is busy with an answer: no exchange can be faster.
 #pragma once
 
 #include <QByteArrayList>

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the chart costs at 1280 x 800. Each case says what it drew, and fails when the picture
-// that it left is blank.
+// Benchmarks of the chart at 1280 x 800. A case whose picture stays blank fails.
 #include "chart/PictureBox.h"
 #include "chart/ScreenCursor.h"
 #include "chart/ctlChartSpectrum.h"
@@ -42,7 +41,7 @@ class Bench {
 public:
     explicit Bench(Hertz resolution = Hertz::fromWhole(31250))
         : chart(guard, clock, texts, cursor) {
-        // Only the cases close rows.
+        // Rows are closed by the cases alone, not by the timer.
         chart.findChild<QTimer *>(QStringLiteral("Timer1"))->stop();
         chart.resize(1280, 800);
         chart.show();

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What an exchange costs above what the line itself takes: with a unit that answers at once, and at
-// 9600 baud.
+// Benchmarks of the exchange: with a unit that answers at once, and at 9600 baud, where the time
+// that the line itself is busy is told apart from ours.
 #include "app/SystemClock.h"
 #include "bench/LineTime.h"
 #include "bench/SimulatorProcess.h"

@@ -10,9 +10,9 @@
 
 namespace veldron {
 
-/// What somebody in front of the screen does: keys, mouse, the close box, and looking.
+/// A user's input and output devices: keyboard, mouse, close box and screen.
 ///
-/// There is no window manager: a window gets the keys when it is told to by focus().
+/// There is no window manager: focus() gives a window the keyboard focus.
 namespace Desk {
 
 void move(QPoint place);
@@ -30,9 +30,9 @@ void type(const QString &text);
 [[nodiscard]] bool hasWindow(const QString &title);
 /// Titles of all windows on the screen.
 [[nodiscard]] QStringList windows();
-/// Gives the window the keys.
+/// Gives the window the keyboard focus.
 void focus(const QString &title);
-/// What a press of the window's close box sends.
+/// Sends the message that a click on the window's close box sends.
 void pressCloseBox(const QString &title);
 
 [[nodiscard]] QImage screenshot();

@@ -9,7 +9,7 @@
 
 namespace veldron {
 
-/// Waits until \a holds gives true, for \a limit at most; what it gave last.
+/// Waits until \a holds returns true, for \a limit at most. Returns its last result.
 template <typename Condition>
 [[nodiscard]] bool eventually(std::chrono::milliseconds limit, Condition holds) {
     constexpr unsigned long kPause = 20;

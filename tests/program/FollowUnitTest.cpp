@@ -94,7 +94,7 @@ TEST_F(FollowUnit, unitSilentForAWhile_panelsEndEqualToTheUnit) {
     expectShown("RX Frequency", "145.50000");
     run.unit().tell("silence 6");
     ASSERT_TRUE(run.awaitStatus("VELDRON not found on COM 3", 10s)) << qPrintable(run.statusText());
-    // Changed while nobody can hear of it.
+    // Changed while the line is silent, so that the program can't see it.
     run.unit().tell("set span 5");
     run.unit().tell("set bandwidth 4");
     expectShown("RBW", "128 kHz");

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The program's main job: from the unit's line to the trace on the screen, whatever the line does.
+// From the serial line to the trace on the screen, with a good line and with a faulty one.
 #include "tests/program/ChartPicture.h"
 #include "tests/program/Desk.h"
 #include "tests/program/Eventually.h"

@@ -44,7 +44,7 @@ protected:
         mark();
     }
 
-    /// A poll's own commands, the scan and the check behind it, are none of the user's.
+    /// Leaves out the commands that the poll itself sends: the scan and the check behind it.
     Commands withoutPolls() {
         Commands commands = run.unit().commandsSince(place);
         const qsizetype scan = commands.indexOf("RIFD");

@@ -161,7 +161,7 @@ protected:
             << "the picture of scan " << scan;
     }
 
-    /// The newest scan read is on the screen.
+    /// Waits until the newest scan read is on the screen.
     void expectAt(qsizetype scan) {
         const double share = double(file.scans.at(scan).end) / double(file.size);
         expectPanel(1, date + " " + QString::fromLatin1(file.scans.at(scan).time));

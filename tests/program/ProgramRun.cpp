@@ -76,7 +76,7 @@ ProgramRun::ProgramRun() : m_folder(QDir::currentPath() + QStringLiteral("/progr
         if (m_fileLimit >= 0) {
             const rlimit limit{static_cast<rlim_t>(m_fileLimit), static_cast<rlim_t>(m_fileLimit)};
             ::setrlimit(RLIMIT_FSIZE, &limit);
-            // A write beyond the limit shall fail, as one on a full disk does, and not kill.
+            // A write beyond the limit must fail, as on a full disk, and not end the process.
             std::signal(SIGXFSZ, SIG_IGN);
         }
     });
@@ -105,7 +105,7 @@ bool ProgramRun::exists(const QString &name) const {
     return QFile::exists(path(name));
 }
 
-/// Without its right to write anywhere even root keeps to what a folder allows.
+/// Root ignores a folder's rights unless the capability to do so is dropped.
 void ProgramRun::lockFolder() {
     ASSERT_TRUE(QFile::setPermissions(m_folder.path(), QFile::ReadOwner | QFile::ExeOwner));
     m_isLocked = true;

@@ -41,7 +41,7 @@ public:
     // The process.
     /// Files that the program writes may not grow beyond \a bytes: a full disk.
     void limitFiles(qint64 bytes) { m_fileLimit = bytes; }
-    /// The program may not write into its own folder any more, whoever runs it.
+    /// Takes away the program's right to write into its own folder, for root too.
     void lockFolder();
     void launch();
     /// Launches the program and waits until its window is there and can be read.
@@ -59,7 +59,7 @@ public:
     [[nodiscard]] bool hasCrashed() const { return m_process.exitStatus() == QProcess::CrashExit; }
     [[nodiscard]] QByteArray errorOutput() { return m_process.readAllStandardError(); }
 
-    // Looking.
+    // What the screen shows.
     [[nodiscard]] QList<ScreenItem> items() const { return m_reader.read(); }
     [[nodiscard]] std::optional<ScreenItem> control(const QString &label) const;
     [[nodiscard]] std::optional<ScreenItem> named(const QString &role, const QString &name) const;
@@ -77,7 +77,7 @@ public:
     /// Where the chart's picture is on the screen.
     [[nodiscard]] QRect chart() const;
 
-    // Doing.
+    // Input.
     void enter(const QString &label, const QString &text, const QString &endKey = "Return");
     void pick(const QString &label, const QString &row);
     void clickControl(const QString &label);
@@ -85,7 +85,7 @@ public:
     void choose(const QString &menu, const QString &entry);
     /// Waits for a dialog, gives it the keys, names a file and presses Enter; agrees to a new file.
     [[nodiscard]] bool answerFileDialog(const QString &title, const QString &file);
-    /// The first half of that: up to Enter.
+    /// The same up to Enter, without waiting for what follows.
     [[nodiscard]] bool nameFile(const QString &title, const QString &file) const;
     /// Waits for a question with \a text, presses \a button and waits until it is gone.
     [[nodiscard]] bool answerQuestion(const QString &text, const QString &button);

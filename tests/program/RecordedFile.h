@@ -9,7 +9,7 @@
 
 namespace veldron {
 
-/// A history file taken apart by a reader of the tests' own.
+/// A history file, parsed by a reader of the tests' own.
 struct RecordedFile {
     struct Scan {
         QByteArray samples;
@@ -20,7 +20,7 @@ struct RecordedFile {
     QByteArray header;
     QList<QByteArray> blocks; ///< with all their line ends
     QList<Scan> scans;
-    /// What is left behind the last whole line.
+    /// Bytes behind the last whole line.
     QByteArray rest;
     qsizetype size = 0;
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Recordings, and what may happen to one.
+// Recording: the normal course, a kill, a full disk, a file that is removed.
 #include "tests/program/Desk.h"
 #include "tests/program/Eventually.h"
 #include "tests/program/Printing.h"
@@ -21,7 +21,7 @@ namespace {
 
 const QString kFile = QStringLiteral("band.rec");
 
-/// A disk with room for a few scans, where this system lets us have one.
+/// A disk with room for a few scans, on systems that allow a mount.
 class SmallDisk {
 public:
     explicit SmallDisk(const QString &folder) : m_folder(QFile::encodeName(folder)) {

@@ -10,7 +10,7 @@
 
 namespace veldron {
 
-/// One thing on the screen, as a screen reader meets it.
+/// One item on the screen, as a screen reader finds it.
 struct ScreenItem {
     QString path;
     QString role; ///< such as "label", "combo box", "text", "check box", "push button"
@@ -24,8 +24,7 @@ struct ScreenItem {
     bool isFocused = false;
 };
 
-/// Reads the texts and places of a program's controls over the desktop's accessibility bus: what
-/// the program tells to people who can't see its screen.
+/// Reads the texts and positions of a program's controls over the desktop's accessibility bus.
 class ScreenReader {
 public:
     ScreenReader();

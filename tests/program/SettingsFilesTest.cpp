@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Coming up, going down, and what is kept in between.
+// Start, exit, and the settings kept from one run to the next.
 #include "tests/program/Desk.h"
 #include "tests/program/Eventually.h"
 #include "tests/program/Printing.h"
@@ -87,7 +87,7 @@ TEST_F(StartAndEnd, secondStart_settingsOfTheFirstGoToTheUnitInOrder) {
     run.enter("RX Frequency", "145.5");
     EXPECT_EQ(run.shownAfterWait("Centre", "145.50000"), "145.50000");
     terminate();
-    // Somebody plays with the unit in the meantime.
+    // The unit's settings are changed by hand between the two runs.
     run.unit().tell("set centre 50");
     run.unit().tell("set receiver 3");
     const qsizetype begin = run.unit().now();

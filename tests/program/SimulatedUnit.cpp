@@ -108,7 +108,8 @@ const QList<LineEvent> &SimulatedUnit::events() {
     return m_events;
 }
 
-/// Such as "2024-03-01T12:00:00.250 > "RIFD\r\n"" or "... = scan 321 bytes, 40 to 98, ended: 2a2b".
+/// A log line, such as "2024-03-01T12:00:00.250 > "RIFD\r\n"" or "... = scan 321 bytes, 40 to 98,
+/// ended: 2a2b".
 void SimulatedUnit::takeLogLine(const QByteArray &line) {
     const qsizetype blank = line.indexOf(' ');
     LineEvent event;

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What the program does before its window is there, and where it looks for its files and ports.
+// Start-up: splash, port search and signals before the window is shown, and the folder that is used
+// for files and ports.
 #include "tests/program/Desk.h"
 #include "tests/program/Eventually.h"
 #include "tests/program/Printing.h"
@@ -77,7 +78,7 @@ TEST_F(StartUp, splash_isOnTheScreenWhileThePortsAreSearched) {
     const std::optional<QPoint> place = placeOf(picture, Desk::screenshot());
     ASSERT_TRUE(place);
     ASSERT_LT(portsAsked(), kSilentPorts);
-    // Somebody who has no patience with it does no harm.
+    // Clicks and keys during the search are harmless.
     Desk::click(*place + picture.rect().center());
     Desk::focus("VELDRON");
     Desk::key("space");

@@ -6,7 +6,7 @@
 
 namespace veldron {
 
-/// No file of this process grows past \a bytes while this lives: the disk is full there.
+/// Simulates a full disk: no file of this process can grow past \a bytes while this lives.
 class FullDisk {
 public:
     explicit FullDisk(rlim_t bytes) : m_oldHandler(std::signal(SIGXFSZ, SIG_IGN)) {

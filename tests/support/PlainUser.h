@@ -9,8 +9,8 @@
 
 namespace veldron {
 
-/// Somebody whom rights on files bind, while this lives: root is taken for nobody, anybody else
-/// stays who he is.
+/// Runs as a user to whom file permissions apply, for as long as this lives: root becomes nobody,
+/// any other user stays the same.
 class PlainUser {
 public:
     PlainUser() : m_wasRoot(::getuid() == 0) {
@@ -23,7 +23,7 @@ public:
     ~PlainUser() {
         if (m_wasRoot) {
             EXPECT_EQ(::setresuid(0, 0, 0), 0);
-            // A change of user forbids looking into the process; the search for leaks has to.
+            // A change of user makes the process undumpable, and the leak check has to trace it.
             EXPECT_EQ(::prctl(PR_SET_DUMPABLE, 1), 0);
         }
     }
