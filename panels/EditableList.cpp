@@ -1,15 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "panels/EditableList.h"
 
+#include "panels/Accessibility.h"
 #include "utilities/GeneralUtilities.h"
 
+#include <QKeyEvent>
 #include <QLineEdit>
 
 #include <utility>
 
 namespace veldron {
 
-EditableList::EditableList(QWidget *parent) : QComboBox(parent) {
+EditableList::EditableList(QWidget *parent) : DropDownList(parent) {
     setEditable(true);
     setInsertPolicy(QComboBox::NoInsert);
     setCompleter(nullptr);
@@ -18,8 +20,6 @@ EditableList::EditableList(QWidget *parent) : QComboBox(parent) {
     // Both would pick the row whose text equals what has been typed.
     disconnect(lineEdit(), &QLineEdit::returnPressed, this, nullptr);
     disconnect(lineEdit(), &QLineEdit::editingFinished, this, nullptr);
-    // Keys come to the list; the filter is for those that are sent to its text all the same.
-    lineEdit()->installEventFilter(this);
 }
 
 Hertz EditableList::rowHertz(int row) const {
@@ -32,14 +32,21 @@ void EditableList::showValue(const QString &text, Hertz value) {
     for (int row = 0; row < count() && found < 0; ++row) {
         found = rowHertz(row) == value ? row : -1;
     }
-    setCurrentIndex(found);
-    setEditText(text);
+    showText(found, text);
 }
 
-void EditableList::showRow(int row, const QString &noneText) {
+void EditableList::showRowText(int row, const QString &noneText) {
+    showText(row, row < 0 ? noneText : itemText(row));
+}
+
+void EditableList::showText(int row, const QString &text) {
+    const QString before = currentText();
     setCurrentIndex(row);
-    // The text may have been typed over while the row stayed.
-    setEditText(row < 0 ? noneText : itemText(row));
+    // A row brings a text of its own, and the text may have been typed over while the row stayed.
+    setEditText(text);
+    if (currentText() != before) {
+        Accessibility::announceValue(*this, currentText());
+    }
 }
 
 void EditableList::showPopup() {
@@ -61,36 +68,15 @@ void EditableList::hidePopup() {
 
 void EditableList::keyReleaseEvent(QKeyEvent *event) {
     m_closingKey = false;
-    QComboBox::keyReleaseEvent(event);
+    DropDownList::keyReleaseEvent(event);
 }
 
 void EditableList::keyPressEvent(QKeyEvent *event) {
-    if (std::exchange(m_closingKey, false) || isSwallowed(*event)) {
+    if (std::exchange(m_closingKey, false)) {
         event->accept();
         return;
     }
-    QComboBox::keyPressEvent(event);
-}
-
-void EditableList::focusOutEvent(QFocusEvent *event) {
-    QComboBox::focusOutEvent(event);
-    if (FieldProtocol::isLoss(*this, *event)) {
-        Q_EMIT focusLost();
-    }
-}
-
-bool EditableList::eventFilter(QObject *watched, QEvent *event) {
-    if (watched == lineEdit() && event->type() == QEvent::KeyPress &&
-        isSwallowed(static_cast<const QKeyEvent &>(*event))) {
-        event->accept();
-        return true;
-    }
-    return QComboBox::eventFilter(watched, event);
-}
-
-bool EditableList::isSwallowed(const QKeyEvent &event) const {
-    const auto character = FieldProtocol::entryCharacter(event);
-    return character && m_filter && m_filter(*character);
+    DropDownList::keyPressEvent(event);
 }
 
 } // namespace veldron

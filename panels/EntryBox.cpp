@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "panels/EntryBox.h"
 
+#include "panels/Accessibility.h"
+
 #include <algorithm>
+#include <utility>
 
 namespace veldron {
 
-EntryBox::EntryBox(QWidget *parent) : QLineEdit(parent) {
+EntryBox::EntryBox(ErrorGuard guard, QWidget *parent)
+    : QLineEdit(parent), m_guard(std::move(guard)) {
     // An input method would put text in without any key.
     setAttribute(Qt::WA_InputMethodEnabled, false);
 }
@@ -20,17 +24,14 @@ void EntryBox::setTypingLimit(int length) {
         m_typing = new TypingLimit(this);
         m_typing->shown = text().size();
         setValidator(m_typing);
-        connect(this, &QLineEdit::textChanged, m_typing,
-                [this](const QString &present) { m_typing->shown = present.size(); });
+        connectGuarded(m_guard, this, &QLineEdit::textChanged, m_typing,
+                       [this](const QString &present) { m_typing->shown = present.size(); });
     }
     m_typing->limit = length;
 }
 
-int EntryBox::typingLimit() const {
-    return m_typing != nullptr ? static_cast<int>(m_typing->limit) : maxLength();
-}
-
 void EntryBox::showText(const QString &text) {
+    const QString before = this->text();
     if (m_typing != nullptr) {
         // Before the text comes: while a text counts as invalid, the box lets everything in.
         m_typing->shown = std::max(m_typing->shown, text.size());
@@ -39,21 +40,8 @@ void EntryBox::showText(const QString &text) {
     if (m_typing != nullptr) {
         m_typing->shown = this->text().size();
     }
-}
-
-void EntryBox::keyPressEvent(QKeyEvent *event) {
-    const auto character = FieldProtocol::entryCharacter(*event);
-    if (character && m_filter && m_filter(*character)) {
-        event->accept();
-        return;
-    }
-    QLineEdit::keyPressEvent(event);
-}
-
-void EntryBox::focusOutEvent(QFocusEvent *event) {
-    QLineEdit::focusOutEvent(event);
-    if (FieldProtocol::isLoss(*this, *event)) {
-        Q_EMIT focusLost();
+    if (this->text() != before) {
+        Accessibility::announceValue(*this, this->text());
     }
 }
 

@@ -4,34 +4,23 @@
 #include <QLineEdit>
 #include <QValidator>
 
-#include "panels/FieldProtocol.h"
+#include "common/ErrorGuard.h"
 
 namespace veldron {
 
-/// A text box whose keys can be looked at, and swallowed, before it takes them.
+/// A text box of a panel. Text comes in by keys, by pasting, by dropping and from code, never from
+/// an input method.
 class EntryBox : public QLineEdit {
     Q_OBJECT
 
 public:
-    explicit EntryBox(QWidget *parent = nullptr);
+    explicit EntryBox(ErrorGuard guard, QWidget *parent = nullptr);
 
-    /// \a filter sees each character of an entry first.
-    void setKeyFilter(FieldProtocol::KeyFilter filter) { m_filter = std::move(filter); }
     /// At most \a length characters can be typed or pasted. What code shows may be longer, and
     /// stays when the limit shrinks.
     void setTypingLimit(int length);
-    [[nodiscard]] int typingLimit() const;
-    /// Text from code, of any length.
+    /// Text from code, of any length; announced if it is another.
     void showText(const QString &text);
-    void clearField() { showText(QString()); }
-
-Q_SIGNALS:
-    /// Another control of the window has taken the focus.
-    void focusLost();
-
-protected:
-    void keyPressEvent(QKeyEvent *event) override;
-    void focusOutEvent(QFocusEvent *event) override;
 
 private:
     /// Lets the text grow up to the limit, and never grow when it is over the limit already.
@@ -43,7 +32,7 @@ private:
         qsizetype shown = 0;
     };
 
-    FieldProtocol::KeyFilter m_filter;
+    ErrorGuard m_guard;
     TypingLimit *m_typing = nullptr;
 };
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "panels/PanelGrid.h"
 
+#include "panels/Accessibility.h"
 #include "utilities/MagicStatics.h"
 
 #include <QComboBox>
@@ -61,7 +62,7 @@ void PanelGrid::addControl(Cell cell, const QString &controlName, QWidget *contr
 void PanelGrid::rename(QLabel &label, const QString &text) {
     label.setText(text);
     if (QWidget *control = label.buddy()) {
-        control->setAccessibleName(text);
+        Accessibility::setName(*control, text);
     }
 }
 

@@ -15,6 +15,7 @@ namespace veldron {
 UpDownButtons::UpDownButtons(const ErrorGuard &guard, EntryBox &partner, const QString &name,
                              QWidget *parent)
     : QWidget(parent), m_partner(partner) {
+    setAccessibleName(name);
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);

@@ -2,11 +2,13 @@
 #include "panels/ctlDataMode.h"
 
 #include "common/Numbers.h"
+#include "panels/Accessibility.h"
+#include "panels/DropDownList.h"
 #include "panels/EntryBox.h"
-#include "panels/FixedList.h"
 #include "panels/PanelGrid.h"
 #include "panels/UpDownButtons.h"
 #include "panels/UpdatingScope.h"
+#include "utilities/FrequencyEntry.h"
 #include "utilities/GeneralUtilities.h"
 
 #include <QHBoxLayout>
@@ -29,7 +31,8 @@ int rowOfMode(DataModeCode mode) {
 } // namespace
 
 ctlDataMode::ctlDataMode(ErrorGuard guard, QWidget *parent)
-    : QFrame(parent), m_guard(std::move(guard)) {
+    : QFrame(parent), m_guard(std::move(guard)), m_fields(m_guard, *this) {
+    Accessibility::describePanel(*this, QStringLiteral("Data panel"));
     PanelGrid grid(*this);
     makeInputRow(grid);
     makeDataRow(grid);
@@ -37,10 +40,11 @@ ctlDataMode::ctlDataMode(ErrorGuard guard, QWidget *parent)
     reactToAmp();
     reactToDataMode();
     wireControls();
+    wireFields();
 }
 
 void ctlDataMode::makeInputRow(PanelGrid &grid) {
-    cboRBW = new FixedList(this);
+    cboRBW = new DropDownList(this);
     // The item values are the bandwidths in hertz; RBW itself is the row.
     cboRBW->addItem(QStringLiteral("4 kHz"), 4'000);
     cboRBW->addItem(QStringLiteral("32 kHz"), 32'000);
@@ -48,7 +52,7 @@ void ctlDataMode::makeInputRow(PanelGrid &grid) {
     cboRBW->addItem(QStringLiteral("128 kHz"), 128'000);
     grid.add({0, 0}, QStringLiteral("Label1"), QStringLiteral("RBW"), QStringLiteral("cboRBW"),
              cboRBW);
-    cboAmp = new FixedList(this);
+    cboAmp = new DropDownList(this);
     cboAmp->addItem(QStringLiteral("0 dB"), 0);
     cboAmp->addItem(QStringLiteral("-10 dB"), -10);
     cboAmp->addItem(QStringLiteral("-20 dB"), -20);
@@ -58,7 +62,7 @@ void ctlDataMode::makeInputRow(PanelGrid &grid) {
 }
 
 void ctlDataMode::makeDataRow(PanelGrid &grid) {
-    cboDataMode = new FixedList(this);
+    cboDataMode = new DropDownList(this);
     cboDataMode->addItems({QStringLiteral("Normal"), QStringLiteral("Avg"), QStringLiteral("Max"),
                            QStringLiteral("Med")});
     grid.add({1, 0}, QStringLiteral("Label3"), QStringLiteral("Data mode"),
@@ -69,7 +73,7 @@ void ctlDataMode::makeDataRow(PanelGrid &grid) {
     // In the same place, and made later so that it lies above the pair.
     cmdReset = new QPushButton(QStringLiteral("Reset"), this);
     cmdReset->setToolTip(QStringLiteral("Reset levels to zero"));
-    cmdReset->setAccessibleName(QStringLiteral("Reset"));
+    Accessibility::setName(*cmdReset, QStringLiteral("Reset"));
     grid.addControl({1, 1}, QStringLiteral("cmdReset"), cmdReset);
     cmdReset->hide();
     grid.levelColumns(2);
@@ -77,10 +81,11 @@ void ctlDataMode::makeDataRow(PanelGrid &grid) {
 
 QWidget *ctlDataMode::makeSamplesPair() {
     auto *pair = new QWidget(this);
+    Accessibility::setName(*pair, QStringLiteral("Samples"));
     auto *line = new QHBoxLayout(pair);
     line->setContentsMargins(0, 0, 0, 0);
     line->setSpacing(1);
-    txtSamples = new EntryBox(pair);
+    txtSamples = new EntryBox(m_guard, pair);
     txtSamples->setObjectName(QStringLiteral("txtSamples"));
     txtSamples->setText(QStringLiteral("3"));
     txtSamples->setTypingLimit(1);
@@ -100,13 +105,30 @@ void ctlDataMode::wireControls() {
     connectGuarded(m_guard, cboAmp, &QComboBox::activated, this, &ctlDataMode::reactToAmp);
     connectGuarded(m_guard, cboDataMode, &QComboBox::activated, this,
                    &ctlDataMode::reactToDataMode);
-    connectGuarded(m_guard, txtSamples, &EntryBox::focusLost, this, &ctlDataMode::leaveSamples);
     connectGuarded(m_guard, txtSamples, &EntryBox::textChanged, this,
                    &ctlDataMode::noteSamplesText);
     // Raised whatever Updating says: it asks the unit for something and holds no value.
     connectGuarded(m_guard, cmdReset, &QPushButton::clicked, this,
                    [this] { Q_EMIT Changed(DataChangeCode::Reset); });
-    txtSamples->setKeyFilter([this](char16_t key) { return lookAtKey(key); });
+}
+
+void ctlDataMode::wireFields() {
+    PanelFields::Field samples;
+    samples.takeKey = [this](char16_t key) {
+        return lookAtKey(key);
+    };
+    samples.leave = [this] {
+        leaveSamples();
+    };
+    samples.disable = [this] {
+        m_fields.close();
+        setSamples(m_Samples);
+    };
+    m_fields.add(*txtSamples, *txtSamples, std::move(samples));
+}
+
+bool ctlDataMode::isEditing() const {
+    return m_fields.isOpenIn(*txtSamples);
 }
 
 void ctlDataMode::setEnabled(bool value) {
@@ -123,7 +145,7 @@ void ctlDataMode::setRBW(qint16 value) {
         return;
     }
     const UpdatingScope updating(m_Updating);
-    cboRBW->setCurrentIndex(value - 1);
+    cboRBW->showRow(value - 1);
     m_RBW = value;
 }
 
@@ -133,7 +155,7 @@ void ctlDataMode::setAmp(qint16 value) {
         return;
     }
     const UpdatingScope updating(m_Updating);
-    cboAmp->setCurrentIndex(Numbers::roundTo<int>(-value / rowDistance));
+    cboAmp->showRow(Numbers::roundTo<int>(-value / rowDistance));
     m_Amp = value;
 }
 
@@ -143,7 +165,7 @@ void ctlDataMode::setDataMode(DataModeCode &Value) {
     }
     const UpdatingScope updating(m_Updating);
     if (cboDataMode->currentIndex() != rowOfMode(Value)) {
-        cboDataMode->setCurrentIndex(rowOfMode(Value));
+        cboDataMode->showRow(rowOfMode(Value));
         reactToDataMode();
     }
     ShowSamplesControls();
@@ -203,9 +225,9 @@ void ctlDataMode::CheckSamples() {
 
 bool ctlDataMode::lookAtKey(char16_t key) {
     if ((key >= u'0' && key <= u'9') || key == FrequencyEntry::kBackspace) {
-        if (!m_Editing) {
-            m_Editing = true;
-            txtSamples->clearField();
+        if (!isEditing()) {
+            m_fields.open(*txtSamples);
+            txtSamples->clear();
         }
     } else {
         endEntry();
@@ -216,19 +238,19 @@ bool ctlDataMode::lookAtKey(char16_t key) {
 void ctlDataMode::endEntry() {
     CheckSamples();
     m_Samples = samplesInText();
-    m_Editing = false;
+    m_fields.close();
     raiseChange(DataChangeCode::Samples);
 }
 
 void ctlDataMode::leaveSamples() {
-    if (m_Editing) {
+    if (isEditing()) {
         endEntry();
     }
 }
 
 void ctlDataMode::noteSamplesText() {
     // Single digits of an entry go unnoticed until it ends.
-    if (m_Editing) {
+    if (isEditing()) {
         return;
     }
     m_Samples = samplesInText();

@@ -4,6 +4,7 @@
 #include <QFrame>
 
 #include "common/ErrorGuard.h"
+#include "panels/PanelFields.h"
 #include "utilities/Codes.h"
 
 class QLabel;
@@ -12,7 +13,7 @@ class QPushButton;
 namespace veldron {
 
 class EntryBox;
-class FixedList;
+class DropDownList;
 class PanelGrid;
 class UpDownButtons;
 
@@ -69,6 +70,8 @@ private:
     bool lookAtKey(char16_t key);
     void endEntry();
     void leaveSamples();
+    [[nodiscard]] bool isEditing() const;
+    void wireFields();
     void noteSamplesText();
     [[nodiscard]] qint16 samplesInText() const;
     void raiseChange(DataChangeCode what);
@@ -76,15 +79,15 @@ private:
     ErrorGuard m_guard;
     DataModeCode m_DataMode = DataModeCode::None;
     qint16 m_Samples = 0;
-    bool m_Editing = false;
     qint16 m_RBW = 0;
     qint16 m_Amp = 0;
     bool m_Enabled = true;
     bool m_Updating = false;
+    PanelFields m_fields;
 
-    FixedList *cboRBW = nullptr;
-    FixedList *cboAmp = nullptr;
-    FixedList *cboDataMode = nullptr;
+    DropDownList *cboRBW = nullptr;
+    DropDownList *cboAmp = nullptr;
+    DropDownList *cboDataMode = nullptr;
     QLabel *lblSamples = nullptr;
     EntryBox *txtSamples = nullptr;
     UpDownButtons *udSamples = nullptr;

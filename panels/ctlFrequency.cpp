@@ -2,17 +2,17 @@
 #include "panels/ctlFrequency.h"
 
 #include "common/Numbers.h"
+#include "panels/Accessibility.h"
+#include "panels/DropDownList.h"
 #include "panels/EditableList.h"
 #include "panels/EntryBox.h"
-#include "panels/FixedList.h"
 #include "panels/PanelGrid.h"
 #include "panels/UpdatingScope.h"
 #include "utilities/GeneralUtilities.h"
 
-#include <QApplication>
 #include <QCheckBox>
+#include <QLineEdit>
 #include <QMenu>
-#include <QMenuBar>
 #include <QTimer>
 
 #include <algorithm>
@@ -21,7 +21,7 @@ namespace veldron {
 
 namespace {
 
-/// Entered steps stay below it.
+/// Steps that are typed stay below it.
 constexpr Hertz kStepLimit = Hertz::fromWhole(2'000'000'000);
 /// The first receiver whose mode and step can be set.
 constexpr qint16 kFirstTunable = 3;
@@ -33,7 +33,8 @@ QString noReceiverText() {
 } // namespace
 
 ctlFrequency::ctlFrequency(ErrorGuard guard, QWidget *parent)
-    : QFrame(parent), m_guard(std::move(guard)) {
+    : QFrame(parent), m_guard(std::move(guard)), m_fields(m_guard, *this) {
+    Accessibility::describePanel(*this, QStringLiteral("Receiver panel"));
     // In this order the Tab key visits them.
     makeFocusHolder();
     PanelGrid grid(*this);
@@ -51,7 +52,9 @@ void ctlFrequency::makeFocusHolder() {
     Picture1 = new QWidget(this);
     Picture1->setObjectName(QStringLiteral("Picture1"));
     Picture1->setAccessibleName(QStringLiteral("Receiver panel"));
-    Picture1->setFocusPolicy(Qt::StrongFocus);
+    // By SetFocus alone: nobody sees where the focus is.
+    Picture1->setFocusPolicy(Qt::NoFocus);
+    Accessibility::describeAsInvisible(*Picture1);
     Picture1->setFixedSize(1, 1);
     lblFreq = new QLabel(QStringLiteral("0123.456.789"), Picture1);
     lblFreq->setObjectName(QStringLiteral("lblFreq"));
@@ -67,10 +70,10 @@ void ctlFrequency::makeReceiverRow(PanelGrid &grid) {
         cboRX->addItem(name);
     }
     cboRX->setSizeAdjustPolicy(QComboBox::AdjustToContents);
-    cboRX->showRow(-1, noReceiverText());
+    showReceiver();
     grid.add({0, 0}, QStringLiteral("Label2"), QStringLiteral("Receiver"), QStringLiteral("cboRX"),
              cboRX);
-    txtFreq = new EntryBox(this);
+    txtFreq = new EntryBox(m_guard, this);
     txtFreq->setText(QStringLiteral("0123.45678"));
     PanelGrid::fitBox(*txtFreq, QStringLiteral("-1000.00000"));
     grid.add({0, 1, 2}, QStringLiteral("Label1"), QStringLiteral("RX Frequency"),
@@ -86,7 +89,7 @@ void ctlFrequency::makeSettingsRow(PanelGrid &grid) {
     cboStep->showValue(QStringLiteral("10.000"), Hertz::fromWhole(10'000));
     lblStep = grid.add({1, 0}, QStringLiteral("lblStep"), QStringLiteral("RX Step"),
                        QStringLiteral("cboStep"), cboStep);
-    cboMode = new FixedList(this);
+    cboMode = new DropDownList(this);
     cboMode->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     cboMode->setMinimumContentsLength(longestMode);
     lblMode = grid.add({1, 1}, QStringLiteral("lblMode"), QStringLiteral("RX Mode"),
@@ -113,29 +116,29 @@ void ctlFrequency::wireControls() {
     connectGuarded(m_guard, cboStep, &QComboBox::activated, this, &ctlFrequency::pickStep);
     connectGuarded(m_guard, cboMode, &QComboBox::activated, this, &ctlFrequency::pickMode);
     connectGuarded(m_guard, chkAtten, &QCheckBox::clicked, this, &ctlFrequency::clickAtten);
-    connectGuarded(m_guard, txtFreq, &EntryBox::focusLost, this, &ctlFrequency::ApplyFrequency);
-    connectGuarded(m_guard, cboStep, &EditableList::focusLost, this, &ctlFrequency::ApplyStepText);
     connectGuarded(m_guard, Timer1, &QTimer::timeout, this, &ctlFrequency::tune);
-    // The field that loses the focus hears of it before the application announces the change.
-    connectGuarded(m_guard, qApp, &QApplication::focusChanged, this, &ctlFrequency::noteFocus);
 }
 
 void ctlFrequency::wireFields() {
-    txtFreq->setKeyFilter([this](char16_t key) {
-        return FieldProtocol::takeKey(m_entry, key,
-                                      {FrequencyEntry::Unit::M, [this] { txtFreq->clearField(); },
-                                       [this](Hertz value) {
-                                           m_Frequency = value;
-                                           ApplyFrequency();
-                                       }});
-    });
-    cboStep->setKeyFilter([this](char16_t key) {
-        return FieldProtocol::takeKey(m_entry, key,
-                                      {FrequencyEntry::Unit::K, [this] { cboStep->clearField(); },
-                                       [this](Hertz value) {
-                                           storeStep(value);
-                                       }});
-    });
+    using Unit = FrequencyEntry::Unit;
+    m_fields.add(*txtFreq, {[] { return Unit::M; }, [this](Hertz value) { m_Frequency = value; },
+                            [this] { ApplyFrequency(); },
+                            [this] {
+                                showFrequency();
+                            }});
+    m_fields.add(*cboStep, {[] { return Unit::K; }, [this](Hertz value) { storeStep(value); },
+                            [this] { ApplyStepText(); },
+                            [this] {
+                                showStep();
+                            }});
+    // What was typed over the receiver picks none; it goes back when the list is left.
+    PanelFields::Field receiver;
+    receiver.leave = [this] {
+        showReceiver();
+    };
+    receiver.disable = receiver.leave;
+    m_fields.fields().add(*cboRX, *cboRX->lineEdit(), std::move(receiver));
+    m_fields.fields().setPanelLeft([this] { endTuning(); });
 }
 
 void ctlFrequency::setEnabled(bool value) {
@@ -173,15 +176,14 @@ void ctlFrequency::setRX(qint16 value) {
     }
     const UpdatingScope updating(m_Updating);
     m_RX = value;
-    cboRX->showRow(value - 1, noReceiverText());
+    showReceiver();
     FillReceiverControls();
 }
 
 void ctlFrequency::setStep(qint32 value) {
     const UpdatingScope updating(m_Updating);
     m_Step = value;
-    cboStep->showValue(GeneralUtilities::FormatKHz(Hertz::fromWhole(m_Step)),
-                       Hertz::fromWhole(m_Step));
+    showStep();
 }
 
 void ctlFrequency::setStepEn(bool value) {
@@ -197,7 +199,7 @@ void ctlFrequency::setMode(qint16 value) {
         const UpdatingScope updating(m_Updating);
         // A receiver that was picked but not taken has a longer table than the list has rows.
         if (i <= cboMode->count()) {
-            cboMode->setCurrentIndex(i - 1);
+            cboMode->showRow(i - 1);
         }
         m_Mode = value;
     }
@@ -237,14 +239,26 @@ void ctlFrequency::resizeEvent(QResizeEvent *event) {
 }
 
 void ctlFrequency::ApplyFrequency() {
-    txtFreq->showText(GeneralUtilities::FormatMHz(m_Frequency));
+    showFrequency();
     raiseEntry(ReceiverChangeCode::Frequency);
 }
 
 void ctlFrequency::ApplyStepText() {
+    showStep();
+    raiseEntry(ReceiverChangeCode::Step);
+}
+
+void ctlFrequency::showReceiver() {
+    cboRX->showRowText(m_RX - 1, noReceiverText());
+}
+
+void ctlFrequency::showFrequency() {
+    txtFreq->showText(GeneralUtilities::FormatMHz(m_Frequency));
+}
+
+void ctlFrequency::showStep() {
     const Hertz step = Hertz::fromWhole(m_Step);
     cboStep->showValue(GeneralUtilities::FormatKHz(step), step);
-    raiseEntry(ReceiverChangeCode::Step);
 }
 
 void ctlFrequency::FillReceiverControls() {
@@ -269,7 +283,6 @@ void ctlFrequency::storeStep(Hertz value) {
     if (value < kStepLimit) {
         m_Step = value.roundedTo32();
     }
-    ApplyStepText();
 }
 
 void ctlFrequency::pickReceiver(int row) {
@@ -284,10 +297,14 @@ void ctlFrequency::pickReceiver(int row) {
 
 void ctlFrequency::pickStep(int row) {
     const qint32 step = cboStep->rowHertz(row).roundedTo32();
-    if (step == m_Step) {
+    // The row takes the place of what has been typed.
+    m_fields.cancel();
+    const bool isOther = step != m_Step;
+    m_Step = step;
+    showStep();
+    if (!isOther) {
         return;
     }
-    m_Step = step;
     raiseChange(ReceiverChangeCode::Step);
 }
 
@@ -309,18 +326,9 @@ void ctlFrequency::tune() {
     Timer1->setInterval(std::max(shortest, Numbers::roundTo<int>(Timer1->interval() * speedUp)));
 }
 
-void ctlFrequency::noteFocus(QWidget *old, QWidget *now) {
-    const auto isInside = [this](const QWidget *widget) {
-        return widget == this || isAncestorOf(widget);
-    };
-    if (old == nullptr || !isInside(old) || now == nullptr || isInside(now)) {
-        return;
-    }
-    // As for a field: another window, the menu bar, or the field being disabled take nothing away.
-    if (now->window() == window() && old->isEnabled() && qobject_cast<QMenuBar *>(now) == nullptr) {
-        m_TuneStep = 0;
-        m_entry.setEditing(false);
-    }
+void ctlFrequency::endTuning() {
+    m_TuneStep = 0;
+    m_fields.cancel();
 }
 
 void ctlFrequency::raiseChange(ReceiverChangeCode what) {
@@ -330,9 +338,8 @@ void ctlFrequency::raiseChange(ReceiverChangeCode what) {
 }
 
 void ctlFrequency::raiseEntry(ReceiverChangeCode what) {
-    if (!m_Updating && m_entry.Editing()) {
-        Q_EMIT Changed(what);
-        m_entry.setEditing(false);
+    if (!m_Updating) {
+        m_fields.raiseOutOfEntry([this, what] { Q_EMIT Changed(what); });
     }
 }
 

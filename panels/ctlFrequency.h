@@ -4,7 +4,7 @@
 #include <QFrame>
 
 #include "common/ErrorGuard.h"
-#include "utilities/FrequencyEntry.h"
+#include "panels/FrequencyFields.h"
 
 class QCheckBox;
 class QLabel;
@@ -14,7 +14,7 @@ namespace veldron {
 
 class EditableList;
 class EntryBox;
-class FixedList;
+class DropDownList;
 class PanelGrid;
 
 /// What the user has changed on the receiver panel. Each event names exactly one.
@@ -56,7 +56,7 @@ public:
     [[nodiscard]] qint16 Mode() const { return m_Mode; }
     void setMode(qint16 value);
     void setModeEn(bool value);
-    /// Gives the keyboard focus to Picture1, where keys do nothing.
+    /// Gives the keyboard focus to Picture1, where keys do nothing. The Tab key doesn't come there.
     void SetFocus();
 
     /// What a panel shows that has never been set up: all modes, "AMW" chosen, a step of 25 kHz.
@@ -85,6 +85,9 @@ private:
 
     void ApplyFrequency();
     void ApplyStepText();
+    void showReceiver();
+    void showFrequency();
+    void showStep();
     void FillReceiverControls();
     void storeStep(Hertz value);
     void pickReceiver(int row);
@@ -92,7 +95,7 @@ private:
     void pickMode();
     void clickAtten();
     void tune();
-    void noteFocus(QWidget *old, QWidget *now);
+    void endTuning();
     void raiseChange(ReceiverChangeCode what);
     void raiseEntry(ReceiverChangeCode what);
 
@@ -105,7 +108,7 @@ private:
     qint32 m_TuneStep = 0;
     bool m_Enabled = true;
     bool m_Updating = false;
-    FrequencyEntry m_entry;
+    FrequencyFields m_fields;
 
     QWidget *Picture1 = nullptr;
     QLabel *lblFreq = nullptr;
@@ -114,7 +117,7 @@ private:
     QLabel *lblStep = nullptr;
     EditableList *cboStep = nullptr;
     QLabel *lblMode = nullptr;
-    FixedList *cboMode = nullptr;
+    DropDownList *cboMode = nullptr;
     QLabel *lblAtten = nullptr;
     QCheckBox *chkAtten = nullptr;
     QTimer *Timer1 = nullptr;

@@ -2,9 +2,10 @@
 #include "panels/ctlMonitorMode.h"
 
 #include "common/Numbers.h"
+#include "panels/Accessibility.h"
+#include "panels/DropDownList.h"
 #include "panels/EditableList.h"
 #include "panels/EntryBox.h"
-#include "panels/FixedList.h"
 #include "panels/PanelGrid.h"
 #include "panels/UpdatingScope.h"
 #include "utilities/GeneralUtilities.h"
@@ -17,7 +18,7 @@ namespace {
 
 /// Points across a scan.
 constexpr qint64 kPoints = 320;
-/// Entered spans and steps stay below these.
+/// Spans and steps that are typed stay below these.
 constexpr Hertz kSpanLimit = Hertz::fromWhole(2'000'000'000);
 constexpr Hertz kStepLimit = Hertz::fromWhole(100'000);
 
@@ -40,7 +41,8 @@ Hertz spanOfStep(qint32 step) {
 } // namespace
 
 ctlMonitorMode::ctlMonitorMode(ErrorGuard guard, QWidget *parent)
-    : QFrame(parent), m_guard(std::move(guard)) {
+    : QFrame(parent), m_guard(std::move(guard)), m_fields(m_guard, *this) {
+    Accessibility::describePanel(*this, QStringLiteral("Monitor panel"));
     PanelGrid grid(*this);
     makeScanRow(grid);
     makeWindowRow(grid);
@@ -55,7 +57,7 @@ ctlMonitorMode::ctlMonitorMode(ErrorGuard guard, QWidget *parent)
 
 void ctlMonitorMode::makeScanRow(PanelGrid &grid) {
     constexpr int longestStep = 9;
-    cboMonitorMode = new FixedList(this);
+    cboMonitorMode = new DropDownList(this);
     cboMonitorMode->addItems(
         {QStringLiteral("Spectrum"), QStringLiteral("Step"), QStringLiteral("Channel")});
     grid.add({0, 0}, QStringLiteral("Label1"), QStringLiteral("Monitor mode"),
@@ -78,7 +80,7 @@ void ctlMonitorMode::makeScanRow(PanelGrid &grid) {
 }
 
 EntryBox *ctlMonitorMode::makeBox() {
-    auto *box = new EntryBox(this);
+    auto *box = new EntryBox(m_guard, this);
     PanelGrid::fitBox(*box, QStringLiteral("-1000.00000"));
     return box;
 }
@@ -101,22 +103,10 @@ void ctlMonitorMode::wireControls() {
                    &ctlMonitorMode::reactToMode);
     connectGuarded(m_guard, cboSpan, &QComboBox::activated, this, &ctlMonitorMode::pickSpan);
     connectGuarded(m_guard, cboStep, &QComboBox::activated, this, &ctlMonitorMode::pickStep);
-    connectGuarded(m_guard, cboSpan, &EditableList::focusLost, this, &ctlMonitorMode::ApplySpan);
-    connectGuarded(m_guard, cboStep, &EditableList::focusLost, this,
-                   &ctlMonitorMode::applyStepByUser);
-    connectGuarded(m_guard, txtStart, &EntryBox::focusLost, this, &ctlMonitorMode::ApplyStart);
-    connectGuarded(m_guard, txtCentre, &EntryBox::focusLost, this, &ctlMonitorMode::ApplyCentre);
-    connectGuarded(m_guard, txtEnd, &EntryBox::focusLost, this, &ctlMonitorMode::ApplyEnd);
 }
 
 void ctlMonitorMode::wireFields() {
     using Unit = FrequencyEntry::Unit;
-    const auto wire = [this](auto *field, auto defaultUnit, auto accept) {
-        field->setKeyFilter([this, field, defaultUnit, accept](char16_t key) {
-            return FieldProtocol::takeKey(
-                m_entry, key, {defaultUnit(), [field] { field->clearField(); }, accept});
-        });
-    };
     const auto mega = [] {
         return Unit::M;
     };
@@ -126,27 +116,35 @@ void ctlMonitorMode::wireFields() {
     const auto byMode = [this] {
         return isChannelMode() ? Unit::K : Unit::M;
     };
-    wire(txtStart, mega, [this](Hertz value) {
-        m_fStart = value;
-        ApplyStart();
-    });
-    wire(txtEnd, mega, [this](Hertz value) {
-        m_fEnd = value;
-        ApplyEnd();
-    });
-    wire(txtCentre, byMode, [this](Hertz value) {
-        m_fCentre = value;
-        ApplyCentre();
-    });
+    m_fields.add(*txtStart,
+                 {mega, [this](Hertz value) { m_fStart = value; }, [this] { ApplyStart(); },
+                  [this] {
+                      showStart();
+                  }});
+    m_fields.add(*txtEnd, {mega, [this](Hertz value) { m_fEnd = value; }, [this] { ApplyEnd(); },
+                           [this] {
+                               showEnd();
+                           }});
+    m_fields.add(*txtCentre,
+                 {byMode, [this](Hertz value) { m_fCentre = value; }, [this] { ApplyCentre(); },
+                  [this] {
+                      showCentre();
+                  }});
     // Too large a span or step is dropped; the old one is shown and raised all the same.
-    wire(cboSpan, mega, [this](Hertz value) {
-        m_fSpan = value < kSpanLimit ? value : m_fSpan;
-        ApplySpan();
-    });
-    wire(cboStep, kilo, [this](Hertz value) {
-        m_fStep = value < kStepLimit ? value.roundedTo32() : m_fStep;
-        applyStepByUser();
-    });
+    m_fields.add(*cboSpan,
+                 {mega, [this](Hertz value) { m_fSpan = value < kSpanLimit ? value : m_fSpan; },
+                  [this] { ApplySpan(); },
+                  [this] {
+                      showSpanText();
+                  }});
+    m_fields.add(*cboStep, {kilo,
+                            [this](Hertz value) {
+                                m_fStep = value < kStepLimit ? value.roundedTo32() : m_fStep;
+                            },
+                            [this] { ApplyStep(); },
+                            [this] {
+                                showStepText(fStep());
+                            }});
 }
 
 void ctlMonitorMode::setEnabled(bool value) {
@@ -165,7 +163,7 @@ void ctlMonitorMode::setMonitorMode(MonitorModeCode value) {
         return;
     }
     const UpdatingScope updating(m_Updating);
-    cboMonitorMode->setCurrentIndex(row);
+    cboMonitorMode->showRow(row);
     reactToMode();
 }
 
@@ -230,15 +228,16 @@ void ctlMonitorMode::ApplyStep() {
     showSpanText();
     m_fStart = m_fCentre - halfSpan();
     m_fEnd = m_fCentre + halfSpan();
-    txtStart->showText(GeneralUtilities::FormatMHz(m_fStart));
-    txtEnd->showText(GeneralUtilities::FormatMHz(m_fEnd));
+    // txtCentre is left alone: the centre has not moved.
+    showStart();
+    showEnd();
     finishApply(wasUpdating, MonitorChangeCode::Step);
 }
 
 void ctlMonitorMode::ApplyCentre() {
     const bool wasUpdating = m_Updating;
     if (isChannelMode()) {
-        txtCentre->showText(GeneralUtilities::FormatKHz(m_fCentre));
+        showCentre();
     } else {
         m_Updating = true;
         m_fStart = m_fCentre - halfSpan();
@@ -251,7 +250,7 @@ void ctlMonitorMode::ApplyCentre() {
 void ctlMonitorMode::ApplyStart() {
     const bool wasUpdating = m_Updating;
     if (isChannelMode()) {
-        txtStart->showText(GeneralUtilities::FormatMHz(m_fStart));
+        showStart();
     } else {
         m_Updating = true;
         m_fCentre = m_fStart + halfSpan();
@@ -264,7 +263,7 @@ void ctlMonitorMode::ApplyStart() {
 void ctlMonitorMode::ApplyEnd() {
     const bool wasUpdating = m_Updating;
     if (isChannelMode()) {
-        txtEnd->showText(GeneralUtilities::FormatMHz(m_fEnd));
+        showEnd();
     } else {
         m_Updating = true;
         m_fCentre = m_fEnd - halfSpan();
@@ -276,14 +275,14 @@ void ctlMonitorMode::ApplyEnd() {
 
 void ctlMonitorMode::finishApply(bool wasUpdating, MonitorChangeCode what) {
     m_Updating = wasUpdating;
-    if (!m_Updating && m_entry.Editing()) {
-        Q_EMIT Changed(what);
-        m_entry.setEditing(false);
+    if (!m_Updating) {
+        m_fields.raiseOutOfEntry([this, what] { Q_EMIT Changed(what); });
     }
 }
 
 void ctlMonitorMode::reactToMode() {
-    m_MonitorMode = static_cast<MonitorModeCode>(cboMonitorMode->currentIndex() + 1);
+    const auto mode = static_cast<MonitorModeCode>(cboMonitorMode->currentIndex() + 1);
+    m_MonitorMode = mode;
     const bool channel = isChannelMode();
     cboSpan->setEnabled(!channel && m_Enabled);
     cboStep->setEnabled(!channel && m_Enabled);
@@ -297,18 +296,14 @@ void ctlMonitorMode::reactToMode() {
 
 void ctlMonitorMode::pickSpan(int row) {
     m_fSpan = cboSpan->rowHertz(row);
-    m_entry.setEditing(true);
+    m_fields.takePick();
     ApplySpan();
 }
 
 void ctlMonitorMode::pickStep(int row) {
     m_fStep = cboStep->rowHertz(row).roundedTo32();
-    m_entry.setEditing(true);
-    applyStepByUser();
-}
-
-void ctlMonitorMode::applyStepByUser() {
-    m_guard.run([this] { ApplyStep(); });
+    m_fields.takePick();
+    ApplyStep();
 }
 
 void ctlMonitorMode::showSpanText() {
@@ -319,10 +314,23 @@ void ctlMonitorMode::showStepText(Hertz value) {
     cboStep->showValue(GeneralUtilities::FormatKHz(value), value);
 }
 
-void ctlMonitorMode::showWindow() {
+void ctlMonitorMode::showStart() {
     txtStart->showText(GeneralUtilities::FormatMHz(m_fStart));
-    txtCentre->showText(GeneralUtilities::FormatMHz(m_fCentre));
+}
+
+void ctlMonitorMode::showCentre() {
+    txtCentre->showText(isChannelMode() ? GeneralUtilities::FormatKHz(m_fCentre)
+                                        : GeneralUtilities::FormatMHz(m_fCentre));
+}
+
+void ctlMonitorMode::showEnd() {
     txtEnd->showText(GeneralUtilities::FormatMHz(m_fEnd));
+}
+
+void ctlMonitorMode::showWindow() {
+    showStart();
+    showCentre();
+    showEnd();
 }
 
 bool ctlMonitorMode::isChannelMode() const {

@@ -4,8 +4,8 @@
 #include <QFrame>
 
 #include "common/ErrorGuard.h"
+#include "panels/FrequencyFields.h"
 #include "utilities/Codes.h"
-#include "utilities/FrequencyEntry.h"
 
 class QLabel;
 
@@ -13,7 +13,7 @@ namespace veldron {
 
 class EditableList;
 class EntryBox;
-class FixedList;
+class DropDownList;
 class PanelGrid;
 
 /// What the user has changed on the monitor panel. Centre stands for the start and the end too,
@@ -84,9 +84,11 @@ private:
     void reactToMode();
     void pickSpan(int row);
     void pickStep(int row);
-    void applyStepByUser();
     void showSpanText();
     void showStepText(Hertz value);
+    void showStart();
+    void showCentre();
+    void showEnd();
     void showWindow();
     [[nodiscard]] bool isChannelMode() const;
     [[nodiscard]] MonitorChangeCode windowChange() const;
@@ -101,9 +103,9 @@ private:
     Hertz m_fCentre;
     Hertz m_fEnd;
     bool m_Enabled = true;
-    FrequencyEntry m_entry;
+    FrequencyFields m_fields;
 
-    FixedList *cboMonitorMode = nullptr;
+    DropDownList *cboMonitorMode = nullptr;
     EditableList *cboSpan = nullptr;
     EditableList *cboStep = nullptr;
     QLabel *lblStart = nullptr;

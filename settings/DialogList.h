@@ -1,21 +1,19 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QComboBox>
-#include <QString>
+#include "panels/DropDownList.h"
 
 namespace veldron {
 
 /// A fixed drop-down list of a settings dialog: each row has a text and an item value.
 ///
-/// activated means that the user picked a row, also when it is the one that was selected before;
-/// code selects rows without any signal that the dialogs listen to. No row is selected until
-/// somebody selects one. The wheel over the closed list picks nothing.
-class DialogList : public QComboBox {
+/// Code selects rows without any signal that the dialogs listen to. No row is selected until
+/// somebody selects one.
+class DialogList : public DropDownList {
     Q_OBJECT
 
 public:
-    explicit DialogList(QWidget *parent = nullptr);
+    using DropDownList::DropDownList;
 
     /// Appends a row and leaves the selection as it is.
     void addRow(const QString &text, qint32 itemValue);
@@ -23,9 +21,6 @@ public:
     [[nodiscard]] int rowOfValue(qint32 itemValue) const { return findData(itemValue); }
     /// Item value of the selected row.
     [[nodiscard]] qint32 itemValue() const { return currentData().toInt(); }
-
-protected:
-    void wheelEvent(QWheelEvent *event) override;
 };
 
 } // namespace veldron

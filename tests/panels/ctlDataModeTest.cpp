@@ -8,6 +8,7 @@
 #include <QGuiApplication>
 #include <QPushButton>
 #include <QToolButton>
+#include <QValidator>
 
 namespace veldron {
 namespace {
@@ -18,6 +19,16 @@ protected:
         panel->setDataMode(mode);
         panel->setSamples(samples);
         events.clear();
+    }
+    int typingLimit() const {
+        int length = 0;
+        int place = 0;
+        QString text(QStringLiteral("1"));
+        while (box("txtSamples")->validator()->validate(text, place) == QValidator::Acceptable) {
+            length = static_cast<int>(text.size());
+            text += QLatin1Char('1');
+        }
+        return length;
     }
     int upper() const { return child<UpDownButtons>("udSamples")->upper(); }
     void press(const char *button) { click(button); }
@@ -34,7 +45,6 @@ TEST(CtlDataModeMade, freshPanel_isNormalWithThreeSamples) {
         EXPECT_TRUE(panel.findChild<QWidget *>(name)->isHidden()) << name;
     }
     EXPECT_EQ(panel.findChild<UpDownButtons *>("udSamples")->upper(), 31);
-    EXPECT_EQ(panel.findChild<EntryBox *>("txtSamples")->typingLimit(), 1);
 }
 
 TEST_F(CtlDataMode, controls_haveTheirLabelsRowsAndTip) {
@@ -91,7 +101,7 @@ TEST_F(CtlDataMode, eachDataMode_showsItsSampleControls) {
         }
         EXPECT_EQ(isShown("cmdReset"), mode.reset) << mode.row;
         EXPECT_EQ(upper(), mode.upper) << mode.row;
-        EXPECT_EQ(child<EntryBox>("txtSamples")->typingLimit(), mode.longest) << mode.row;
+        EXPECT_EQ(typingLimit(), mode.longest) << mode.row;
         EXPECT_EQ(events, Events{Code::DataMode}) << mode.row;
     }
 }
@@ -220,7 +230,21 @@ TEST_F(CtlDataMode, disabledDuringAnEntry_isNoLossOfFocus) {
     typeInto("txtSamples", "12");
     panel->setEnabled(false);
     EXPECT_EQ(panel->Samples(), 3);
+    EXPECT_EQ(text("txtSamples"), "3");
     EXPECT_EQ(events, Events{});
+}
+
+TEST_F(CtlDataMode, enabledAgainAfterAnEntry_beginsAnew) {
+    write(DataModeCode::Average, 3);
+    typeInto("txtSamples", "1");
+    panel->setEnabled(false);
+    panel->setEnabled(true);
+    click("cboAmp");
+    EXPECT_EQ(events, Events{}) << "nothing is left of the entry";
+    key(Qt::Key_Escape);
+    typeInto("txtSamples", "2\r");
+    EXPECT_EQ(panel->Samples(), 2);
+    EXPECT_EQ(events, Events{Code::Samples});
 }
 
 TEST_F(CtlDataMode, upAndDown_stepTheTextWithinTheLimits) {
@@ -310,6 +334,15 @@ TEST_F(CtlDataMode, rbwWritten5AndAmpWritten10_changeNothing) {
     }
     EXPECT_EQ(text("cboRBW"), "32 kHz");
     EXPECT_EQ(text("cboAmp"), "-20 dB");
+}
+
+TEST_F(CtlDataMode, eachRBWWritten_selectsItsRow) {
+    for (qint16 bandwidth = 4; bandwidth >= 1; --bandwidth) {
+        panel->setRBW(bandwidth);
+        EXPECT_EQ(panel->RBW(), bandwidth);
+        EXPECT_EQ(list("cboRBW")->currentIndex(), bandwidth - 1);
+    }
+    EXPECT_EQ(events, Events{});
 }
 
 TEST_F(CtlDataMode, rbwWritten0_clearsTheSelection) {

@@ -133,7 +133,10 @@ TEST_F(CtlFrequency, receiverPickedAgain_raisesNothing) {
 }
 
 TEST_F(CtlFrequency, receiverTypedOver_hasNoEffect) {
-    typeInto("cboRX", "VK1100\r");
+    click("cboRX");
+    key(Qt::Key_A, Qt::ControlModifier);
+    type("VK1100\r");
+    EXPECT_EQ(text("cboRX"), "VK1100") << "the name of a row";
     leave();
     EXPECT_EQ(panel->RX(), 7);
     EXPECT_EQ(events, Events{});

@@ -58,6 +58,15 @@ TEST_F(CtlFrequency, timerTick_tunesShowsRaises1AndSpeedsUp) {
     EXPECT_EQ(events, Events{Code::Frequency});
 }
 
+TEST_F(CtlFrequency, intervalThatTheTickShortens_isRoundedToTheNearestMillisecond) {
+    auto *timer = child<QTimer>("Timer1");
+    for (const auto &[before, after] : {std::pair(101, 76), std::pair(103, 77)}) {
+        timer->setInterval(before);
+        QMetaObject::invokeMethod(timer, "timeout");
+        EXPECT_EQ(timer->interval(), after) << "75.75 and 77.25";
+    }
+}
+
 TEST_F(CtlFrequency, timerTickAtAShortInterval_staysAtTenMilliseconds) {
     auto *timer = child<QTimer>("Timer1");
     timer->setInterval(12);

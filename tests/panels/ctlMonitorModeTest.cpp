@@ -344,6 +344,54 @@ TEST_F(CtlMonitorMode, stepWrittenWithAFraction_isRoundedToEvenAndReadAsFixedPoi
     EXPECT_EQ(text("cboStep"), "0.502");
 }
 
+TEST_F(CtlMonitorMode, stepWritten_leavesTheTextOfTheCentreAlone) {
+    box("txtCentre")->setText("typed over");
+    panel->setfStep(Hertz::fromWhole(500));
+    EXPECT_EQ(texts(), QStringList({"99.92000", "typed over", "100.08000", "0.16000", "0.500"}));
+}
+
+TEST_F(CtlMonitorMode, panelDisabledDuringAnEntry_endsItAndShowsTheStoredValue) {
+    const QStringList before = texts();
+    for (const char *name : {"txtStart", "txtCentre", "txtEnd", "cboSpan", "cboStep"}) {
+        typeInto(name, "14");
+        panel->setEnabled(false);
+        EXPECT_EQ(texts(), before) << name;
+        panel->setEnabled(true);
+        panel->setMonitorMode(MonitorModeCode::Spectrum);
+    }
+    typeInto("txtEnd", "105\r");
+    EXPECT_EQ(panel->fEnd(), Hertz::fromWhole(105 * kMega));
+    EXPECT_EQ(events, Events{Code::Centre});
+}
+
+TEST_F(CtlMonitorMode, channelModeWrittenDuringAnEntryOfTheSpan_endsIt) {
+    typeInto("cboSpan", "14");
+    panel->setMonitorMode(MonitorModeCode::Channel);
+    EXPECT_EQ(text("cboSpan"), "10.00000");
+    typeInto("txtStart", "5\r");
+    EXPECT_EQ(panel->fStart(), Hertz::fromWhole(5 * kMega));
+    EXPECT_EQ(events, Events{Code::Channel});
+}
+
+TEST_F(CtlMonitorMode, allNumbersWrittenDuringAnEntry_leaveTheEntryShown) {
+    for (const char *name : {"txtStart", "txtCentre", "txtEnd", "cboSpan", "cboStep"}) {
+        typeInto(name, "14");
+        panel->setfSpan(Hertz::fromWhole(2 * kMega));
+        panel->setfCentre(Hertz::fromWhole(50 * kMega));
+        panel->setfSpan(Hertz::fromWhole(10 * kMega));
+        panel->setfCentre(Hertz::fromWhole(100 * kMega));
+        EXPECT_EQ(text(name), "14") << name;
+        leave();
+    }
+    EXPECT_EQ(texts(), QStringList({"95.00000", "100.00000", "105.00000", "10.00000", "31.250"}));
+}
+
+TEST_F(CtlMonitorMode, focusMovedInTheEvent_findsTheEntryStillInProgress) {
+    QObject::connect(panel, &ctlMonitorMode::Changed, &window, [this] { outside->setFocus(); });
+    typeInto("txtEnd", "145\r");
+    EXPECT_EQ(events, (Events{Code::Centre, Code::Centre}));
+}
+
 TEST_F(CtlMonitorMode, largestStep_stillHasASpan) {
     panel->setfStep(Hertz::fromWhole(6'710'886));
     EXPECT_EQ(panel->fSpan(), Hertz::fromWhole(2'147'483'520));

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+#include "panels/FrequencyFields.h"
+
+#include "panels/EditableList.h"
+#include "panels/EntryBox.h"
+
+namespace veldron {
+
+void FrequencyFields::add(EntryBox &box, const Field &field) {
+    add(box, box, field);
+}
+
+void FrequencyFields::add(EditableList &list, const Field &field) {
+    add(list, *list.lineEdit(), field);
+}
+
+void FrequencyFields::add(QWidget &control, QLineEdit &box, const Field &field) {
+    PanelFields::Field parts;
+    parts.takeKey = [this, &control, &box, field](char16_t key) {
+        return takeKey(control, box, field, key);
+    };
+    parts.leave = [this, field] {
+        m_fields.close();
+        field.apply();
+    };
+    parts.disable = [this, &control, field] {
+        if (m_fields.isOpenIn(control)) {
+            cancel();
+        }
+        field.show();
+    };
+    parts.entryText = [this] {
+        return m_entry.EntryText();
+    };
+    m_fields.add(control, box, std::move(parts));
+}
+
+bool FrequencyFields::takeKey(const QWidget &control, QLineEdit &box, const Field &field,
+                              char16_t key) {
+    if (!m_entry.Editing()) {
+        box.clear();
+    }
+    const Hertz result = m_entry.ParseFrequencyKey(key, field.defaultUnit());
+    if (m_entry.Editing()) {
+        m_fields.open(control);
+        return true;
+    }
+    m_fields.close();
+    if (result <= Hertz()) {
+        return false;
+    }
+    m_entry.setEditing(true);
+    field.store(result);
+    field.apply();
+    return true;
+}
+
+void FrequencyFields::takePick() {
+    m_fields.close();
+    m_entry.setEditing(true);
+}
+
+void FrequencyFields::cancel() {
+    m_fields.close();
+    m_entry.setEditing(false);
+}
+
+void FrequencyFields::raiseOutOfEntry(const std::function<void()> &raise) {
+    if (m_entry.Editing()) {
+        raise();
+        m_entry.setEditing(false);
+    }
+}
+
+} // namespace veldron
