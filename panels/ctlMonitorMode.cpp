@@ -50,6 +50,7 @@ ctlMonitorMode::ctlMonitorMode(ErrorGuard guard, QWidget *parent)
     {
         const UpdatingScope updating(m_Updating);
         ApplySpan();
+        m_isModeNew = false;
     }
     wireControls();
     wireFields();
@@ -168,9 +169,10 @@ void ctlMonitorMode::setMonitorMode(MonitorModeCode value) {
 }
 
 void ctlMonitorMode::setfSpan(Hertz value) {
-    if (value == m_fSpan) {
+    if (value == m_fSpan && !m_isModeNew) {
         return;
     }
+    m_isModeNew = false;
     const UpdatingScope updating(m_Updating);
     m_fSpan = value;
     if (isChannelMode()) {
@@ -282,6 +284,7 @@ void ctlMonitorMode::finishApply(bool wasUpdating, MonitorChangeCode what) {
 
 void ctlMonitorMode::reactToMode() {
     const auto mode = static_cast<MonitorModeCode>(cboMonitorMode->currentIndex() + 1);
+    m_isModeNew = m_isModeNew || mode != m_MonitorMode;
     m_MonitorMode = mode;
     const bool channel = isChannelMode();
     cboSpan->setEnabled(!channel && m_Enabled);

@@ -49,7 +49,8 @@ public:
     /// sets labels and lists for the mode, also when it is the same.
     [[nodiscard]] MonitorModeCode MonitorMode() const { return m_MonitorMode; }
     void setMonitorMode(MonitorModeCode value);
-    /// A write of the present span does nothing at all.
+    /// A write of the present span does nothing at all, except for the first write after the mode
+    /// has changed: step, start and end may still be those of the channels.
     [[nodiscard]] Hertz fSpan() const { return m_fSpan; }
     void setfSpan(Hertz value);
     /// Whole hertz inside. Outside Channel mode a write of 6710887 Hz or more throws an
@@ -97,6 +98,7 @@ private:
     ErrorGuard m_guard;
     MonitorModeCode m_MonitorMode = MonitorModeCode::None;
     bool m_Updating = false;
+    bool m_isModeNew = false; ///< no span has been written since the mode changed
     Hertz m_fSpan;
     qint32 m_fStep = 0;
     Hertz m_fStart;

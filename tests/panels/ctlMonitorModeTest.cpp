@@ -350,6 +350,30 @@ TEST_F(CtlMonitorMode, stepWritten_leavesTheTextOfTheCentreAlone) {
     EXPECT_EQ(texts(), QStringList({"99.92000", "typed over", "100.08000", "0.16000", "0.500"}));
 }
 
+TEST_F(CtlMonitorMode, channelModeLeftWithTheSpanOfTheChannels_setsStepStartAndEndAnew) {
+    goToChannelMode();
+    panel->setMonitorMode(MonitorModeCode::Spectrum);
+    panel->setfSpan(Hertz::fromWhole(8 * kMega));
+    panel->setfCentre(Hertz::fromWhole(100 * kMega));
+    EXPECT_EQ(numbers(), (Numbers{96e6, 100e6, 104e6, 8e6, 25'000}));
+    goToChannelMode();
+    panel->setfStep(Hertz::fromWhole(12'500));
+    panel->setMonitorMode(MonitorModeCode::Step);
+    panel->setfSpan(Hertz::fromWhole(8 * kMega));
+    EXPECT_EQ(panel->fStep(), Hertz::fromWhole(25'000)) << "a 320th of the span";
+    EXPECT_EQ(panel->fEnd() - panel->fStart(), panel->fSpan());
+    EXPECT_EQ(events, Events{});
+}
+
+TEST_F(CtlMonitorMode, equalSpanWrittenAgainAfterAModeChange_doesNothing) {
+    panel->setMonitorMode(MonitorModeCode::Step);
+    panel->setfSpan(Hertz::fromWhole(10 * kMega));
+    list("cboSpan")->setEditText("typed over");
+    panel->setMonitorMode(MonitorModeCode::Step);
+    panel->setfSpan(Hertz::fromWhole(10 * kMega));
+    EXPECT_EQ(text("cboSpan"), "typed over");
+}
+
 TEST_F(CtlMonitorMode, panelDisabledDuringAnEntry_endsItAndShowsTheStoredValue) {
     const QStringList before = texts();
     for (const char *name : {"txtStart", "txtCentre", "txtEnd", "cboSpan", "cboStep"}) {
