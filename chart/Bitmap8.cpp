@@ -2,6 +2,7 @@
 #include "chart/Bitmap8.h"
 
 #include "common/Numbers.h"
+#include "utilities/Colour.h"
 
 #include <algorithm>
 #include <cmath>
@@ -338,8 +339,7 @@ void Bitmap8::passTable(int first, int count) {
     for (int i = first; i < first + count; ++i) {
         const auto index = static_cast<std::size_t>(i);
         const Entry &entry = m_table.at(index);
-        m_passed.at(index) =
-            PixelSurface::toDevice(static_cast<quint32>(entry.blue) << 16U |
+        m_passed.at(index) = toRgb(static_cast<quint32>(entry.blue) << 16U |
                                    static_cast<quint32>(entry.green) << 8U | entry.red);
     }
 }

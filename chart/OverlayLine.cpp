@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "chart/OverlayLine.h"
 
+#include "utilities/Colour.h"
+
 #include <QPainter>
 
 #include <algorithm>
@@ -49,8 +51,7 @@ void OverlayLine::showIf(bool visible) {
 }
 
 void OverlayLine::setBorderColor(quint32 colour) {
-    m_colour = QColor(static_cast<int>(colour & 0xFFU), static_cast<int>((colour >> 8U) & 0xFFU),
-                      static_cast<int>((colour >> 16U) & 0xFFU));
+    m_colour = QColor::fromRgb(toRgb(colour));
     update();
 }
 

@@ -2,6 +2,7 @@
 #include "settings/PalettePreview.h"
 
 #include "common/Numbers.h"
+#include "utilities/Colour.h"
 #include "utilities/GeneralUtilities.h"
 
 #include <QColor>
@@ -12,14 +13,6 @@ namespace veldron {
 namespace {
 
 constexpr int kHighestLevel = 255;
-
-/// \a colour is 0x00BBGGRR.
-QColor screenColour(quint32 colour) {
-    const auto channel = [colour](unsigned shift) {
-        return static_cast<int>((colour >> shift) & 0xFFU);
-    };
-    return QColor(channel(0), channel(8), channel(16));
-}
 
 } // namespace
 
@@ -41,7 +34,7 @@ void PalettePreview::paintEvent(QPaintEvent *) {
     for (int x = 0; m_scheme && x < width(); ++x) {
         const quint32 colour =
             GeneralUtilities::PaletteColour(levelOfColumn(x, width()), *m_scheme);
-        painter.fillRect(x, 0, 1, height(), screenColour(colour));
+        painter.fillRect(x, 0, 1, height(), QColor::fromRgb(toRgb(colour)));
     }
 }
 
