@@ -75,7 +75,7 @@ public:
     // Share of the picture that isn't black.
     [[nodiscard]] double litShare() const {
         const PixelSurface &shown =
-            chart.findChild<PictureBox *>(QStringLiteral("Picture1"))->shown();
+            chart.findChild<PictureBox *>(QStringLiteral("Picture1"))->surface();
         int lit = 0;
         for (int y = 0; y < shown.height(); ++y) {
             for (int x = 0; x < shown.width(); ++x) {

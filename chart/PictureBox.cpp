@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "chart/PictureBox.h"
 
+#include "utilities/Colour.h"
+
 #include <QFontMetrics>
 #include <QMouseEvent>
 #include <QPainter>
@@ -11,10 +13,6 @@ namespace veldron {
 namespace {
 
 constexpr int kLabelPixels = 11;
-
-QColor toColor(quint32 colour) {
-    return QColor::fromRgb(PixelSurface::toDevice(colour));
-}
 
 QPoint pixelOf(const QMouseEvent &event) {
     return {qFloor(event.position().x()), qFloor(event.position().y())};
@@ -42,81 +40,75 @@ QFont PictureBox::labelFont() {
 }
 
 bool PictureBox::fits() const {
-    return m_drawn.width() == width() && m_drawn.height() == height() &&
-           m_drawn.scale() == qMax(devicePixelRatioF(), 1.0);
+    return m_surface.width() == width() && m_surface.height() == height() &&
+           m_surface.scale() == qMax(devicePixelRatioF(), 1.0);
 }
 
 bool PictureBox::prepare() {
     if (fits()) {
         return false;
     }
-    m_drawn = PixelSurface(width(), height(), devicePixelRatioF());
-    m_shownApart = false;
+    m_surface.resize(width(), height(), devicePixelRatioF());
     return true;
 }
 
-PixelSurface &PictureBox::surface() {
-    if (!m_shownApart) {
-        m_shown = m_drawn;
-        m_shownApart = true;
-    }
-    return m_drawn;
-}
-
-QRegion PictureBox::Print(PixelSurface &surface, const std::vector<PlannedText> &texts) const {
+void PictureBox::Print(PixelSurface &surface, const std::vector<PlannedText> &texts) const {
     if (texts.empty() || surface.bounds().isEmpty()) {
-        return {};
+        return;
     }
-    QImage image(reinterpret_cast<uchar *>(surface.deviceLine(0)), surface.deviceWidth(),
-                 surface.deviceHeight(), bytesPerLine(surface), QImage::Format_RGB32);
-    image.setDevicePixelRatio(surface.scale());
-    QPainter painter(&image);
+    QImage target(reinterpret_cast<uchar *>(surface.deviceLine(0)), surface.deviceWidth(),
+                  surface.deviceHeight(), bytesPerLine(surface), QImage::Format_RGB32);
+    target.setDevicePixelRatio(surface.scale());
+    QPainter painter(&target);
     painter.setFont(font());
-    const QFontMetrics metrics = fontMetrics();
-    QRegion covered;
+    const int ascent = fontMetrics().ascent();
     for (const PlannedText &text : texts) {
-        painter.setPen(toColor(text.colour));
-        painter.drawText(text.at.x(), text.at.y() + metrics.ascent(), text.text);
-        const QRect area(text.at.x() - 1, text.at.y() - 1, metrics.horizontalAdvance(text.text) + 3,
-                         metrics.height() + 2);
-        const QRect inside = area & surface.bounds();
-        if (!inside.isEmpty()) {
+        painter.setPen(QColor::fromRgb(toRgb(text.colour)));
+        painter.drawText(text.at.x(), text.at.y() + ascent, text.text);
+        if (const QRect inside = textArea(text) & surface.bounds(); !inside.isEmpty()) {
             surface.noteChange(inside);
-            covered |= inside;
         }
     }
-    return covered;
+}
+
+QRect PictureBox::textArea(const PlannedText &text) const {
+    // A pixel more on each side, for what the smoothing of the edges adds.
+    return {text.at.x() - 1, text.at.y() - 1, textWidth(text.text) + 3, fontMetrics().height() + 2};
 }
 
 int PictureBox::textWidth(const QString &text) const {
     return fontMetrics().horizontalAdvance(text);
 }
 
-void PictureBox::Refresh() {
-    m_shownApart = false;
-    const QRect changed = m_drawn.takeChange();
-    if (!changed.isEmpty()) {
-        update(changed);
+void PictureBox::Refresh(const PictureChange &change) {
+    if (change.rows != 0) {
+        scrollWindow(change.scrolled, change.rows);
+    }
+    for (const QRect &area : change.painted) {
+        update(area);
     }
 }
 
-QImage PictureBox::shownImage() const {
-    const PixelSurface &surface = shown();
-    QImage image(reinterpret_cast<const uchar *>(surface.deviceLine(0)), surface.deviceWidth(),
-                 surface.deviceHeight(), bytesPerLine(surface), QImage::Format_RGB32);
-    image.setDevicePixelRatio(surface.scale());
+void PictureBox::scrollWindow(const QRect &area, int /*rows*/) {
+    update(area);
+}
+
+QImage PictureBox::image() const {
+    QImage image(reinterpret_cast<const uchar *>(m_surface.deviceLine(0)), m_surface.deviceWidth(),
+                 m_surface.deviceHeight(), bytesPerLine(m_surface), QImage::Format_RGB32);
+    image.setDevicePixelRatio(m_surface.scale());
     return image;
 }
 
 void PictureBox::paintEvent(QPaintEvent *event) {
     QPainter painter(this);
     if (!fits()) {
-        // Drawing is not for here: black for now, and a full redraw once this is over.
+        // A paint event draws nothing: black for now, and a redraw once it is over.
         painter.fillRect(event->rect(), Qt::black);
         QMetaObject::invokeMethod(this, &PictureBox::exposed, Qt::QueuedConnection);
         return;
     }
-    painter.drawImage(QPointF(0, 0), shownImage());
+    painter.drawImage(QPointF(0, 0), image());
 }
 
 void PictureBox::showEvent(QShowEvent *event) {

@@ -4,23 +4,21 @@
 #include <QWidget>
 
 #include "chart/AxisPlan.h"
+#include "chart/ChartPainter.h"
 #include "chart/PixelSurface.h"
 
 #include <QFont>
 #include <QImage>
-#include <QRegion>
 
 #include <vector>
 
 namespace veldron {
 
-/// A picture that keeps what is drawn on it: one image is drawn on, another is shown.
+/// Shows a surface that is painted outside of paint events; a paint event only copies it.
 ///
-/// What is drawn stays until Cls and is not to be seen before Refresh; painting the widget only
-/// shows. Between Refresh and the next drawing the two are the same, and one image stands for
-/// both; the shown one is only copied away when something is drawn that isn't shown at once. Both
-/// are made anew, black, when the size or the density of the screen changes: call prepare() before
-/// drawing. The pointer's events go out as signals, in pixels.
+/// Whoever paints calls prepare() before, which fits the surface to size and screen, and Refresh()
+/// with what changed afterwards, both before the event loop turns again. Mouse events go out as
+/// signals, in pixels.
 class PictureBox : public QWidget {
     Q_OBJECT
 
@@ -30,25 +28,23 @@ public:
     [[nodiscard]] int ScaleWidth() const { return width(); }
     [[nodiscard]] int ScaleHeight() const { return height(); }
 
-    /// Fits the images to size and screen. True when they were made anew: all that was drawn is
-    /// gone.
+    /// False when the size or the density of the screen is another than the surface's.
+    [[nodiscard]] bool fits() const;
+    /// Makes the surface fit. True when it didn't: then its content is undefined.
     bool prepare();
-    /// The image to draw on. What is shown stays as it is until Refresh.
-    [[nodiscard]] PixelSurface &surface();
-    /// The same for those who call Refresh before the event loop turns again, which nobody can
-    /// see: it spares the copy.
-    [[nodiscard]] PixelSurface &surfaceShownSoon() { return m_drawn; }
+    /// What is painted on, and shown.
+    [[nodiscard]] PixelSurface &surface() { return m_surface; }
+    [[nodiscard]] const PixelSurface &surface() const { return m_surface; }
     /// Prints each text with its upper left corner at its place, at the screen's full resolution.
-    /// Returns the area that they cover. The image is one of the two surfaces above.
-    QRegion Print(PixelSurface &surface, const std::vector<PlannedText> &texts) const;
+    void Print(PixelSurface &surface, const std::vector<PlannedText> &texts) const;
+    /// The pixels that a printed text may touch.
+    [[nodiscard]] QRect textArea(const PlannedText &text) const;
     [[nodiscard]] int textWidth(const QString &text) const;
-    /// Shows what has been drawn.
-    void Refresh();
+    /// Brings what changed on the surface to the window.
+    void Refresh(const PictureChange &change);
 
-    /// What is shown, in device pixels.
-    [[nodiscard]] QImage shownImage() const;
-    /// The same pixels as numbers.
-    [[nodiscard]] const PixelSurface &shown() const { return m_shownApart ? m_shown : m_drawn; }
+    /// The surface as an image of device pixels, which shares its memory.
+    [[nodiscard]] QImage image() const;
 
     /// The fixed face of all of the chart's texts.
     [[nodiscard]] static QFont labelFont();
@@ -74,11 +70,9 @@ protected:
     void focusOutEvent(QFocusEvent *event) override;
 
 private:
-    [[nodiscard]] bool fits() const;
+    void scrollWindow(const QRect &area, int rows);
 
-    PixelSurface m_drawn;
-    PixelSurface m_shown;
-    bool m_shownApart = false;
+    PixelSurface m_surface;
 };
 
 } // namespace veldron

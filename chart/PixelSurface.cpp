@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "chart/PixelSurface.h"
 
+#include "utilities/Colour.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -9,6 +11,8 @@ namespace veldron {
 namespace {
 
 constexpr qsizetype kPixelsPerCacheLine = 16;
+// One part in this many is allocated beyond what a size needs, for the sizes to come.
+constexpr std::size_t kSpareShare = 8;
 
 std::vector<int> edges(int count, double scale) {
     std::vector<int> result(static_cast<std::size_t>(count) + 1);
@@ -45,35 +49,74 @@ void fillWide(quint32 *target, int count, int rows, qsizetype stride, quint32 wo
 
 } // namespace
 
-PixelSurface::PixelSurface(int width, int height, double scale)
-    : m_width(std::max(width, 0)), m_height(std::max(height, 0)), m_scale(std::max(scale, 1.0)),
-      m_columnEdges(edges(m_width, m_scale)), m_rowEdges(edges(m_height, m_scale)) {
-    m_stride = strideFor(deviceWidth());
-    m_pixels.resize(static_cast<std::size_t>(m_stride * deviceHeight()));
+PixelSurface::PixelSurface(int width, int height, double scale) {
+    resize(width, height, scale);
     clear();
 }
 
-void PixelSurface::clear() {
-    if (!m_pixels.empty()) {
-        fillWide(m_pixels.data(), static_cast<int>(m_stride), deviceHeight(), m_stride,
-                 toDevice(0));
+void PixelSurface::resize(int width, int height, double scale) {
+    m_width = std::max(width, 0);
+    m_height = std::max(height, 0);
+    m_scale = std::max(scale, 1.0);
+    m_columnEdges = edges(m_width, m_scale);
+    m_rowEdges = edges(m_height, m_scale);
+    m_stride = strideFor(deviceWidth());
+    const auto needed = static_cast<std::size_t>(m_stride * deviceHeight());
+    if (needed > m_pixels.size()) {
+        // The old pixels go first, so that both sizes are never held at once.
+        m_pixels = {};
+        m_pixels.resize(needed + needed / kSpareShare);
     }
+    ++m_generation;
+    takeChange(); // of the old size
     noteChange(bounds());
 }
 
-void PixelSurface::clearAround(const QRect &kept) {
-    const QRect inside = kept & bounds();
-    if (inside.isEmpty()) {
-        clear();
+void PixelSurface::clear() {
+    clearAround({});
+}
+
+void PixelSurface::clearAround(const std::vector<QRect> &kept) {
+    int top = 0;
+    for (const QRect &area : kept) {
+        const QRect inside = area & bounds();
+        if (inside.isEmpty()) {
+            continue;
+        }
+        const int right = inside.left() + inside.width();
+        fill({0, top, m_width, inside.top() - top}, 0);
+        fill({0, inside.top(), inside.left(), inside.height()}, 0);
+        fill({right, inside.top(), m_width - right, inside.height()}, 0);
+        top = inside.top() + inside.height();
+    }
+    fill({0, top, m_width, m_height - top}, 0);
+    ++m_generation;
+    noteChange(bounds());
+}
+
+void PixelSurface::scroll(const QRect &area, int rows) {
+    const QRect inside = area & bounds();
+    if (rows == 0 || std::abs(rows) >= inside.height()) {
         return;
     }
-    const int right = inside.left() + inside.width();
-    const int bottom = inside.top() + inside.height();
-    fill({0, 0, m_width, inside.top()}, 0);
-    fill({0, inside.top(), inside.left(), inside.height()}, 0);
-    fill({right, inside.top(), m_width - right, inside.height()}, 0);
-    fill({0, bottom, m_width, m_height - bottom}, 0);
-    noteChange(bounds());
+    const int left = columnEdge(inside.left());
+    const int count = columnEdge(inside.left() + inside.width()) - left;
+    // By rows, because at a broken scale neighbouring rows have different numbers of lines.
+    const auto copyRow = [&](int to) {
+        const quint32 *source = deviceLine(rowEdge(to - rows)) + left;
+        for (int line = rowEdge(to); line < rowEdge(to + 1); ++line) {
+            std::copy_n(source, count, deviceLine(line) + left);
+        }
+    };
+    if (rows > 0) {
+        for (int row = inside.bottom(); row >= inside.top() + rows; --row) {
+            copyRow(row);
+        }
+    } else {
+        for (int row = inside.top(); row <= inside.bottom() + rows; ++row) {
+            copyRow(row);
+        }
+    }
 }
 
 void PixelSurface::fill(const QRect &area, quint32 colour) {
@@ -85,7 +128,7 @@ void PixelSurface::fill(const QRect &area, quint32 colour) {
     if (inside.left() >= right || inside.top() >= bottom) {
         return;
     }
-    const quint32 word = toDevice(colour);
+    const quint32 word = toRgb(colour);
     const int left = columnEdge(inside.left());
     const int count = columnEdge(right) - left;
     const int first = rowEdge(inside.top());
@@ -111,13 +154,17 @@ void PixelSurface::fill(const QRect &area, quint32 colour) {
 }
 
 void PixelSurface::line(QPoint from, QPoint to, quint32 colour) {
+    fill(lineArea(from, to), colour);
+}
+
+QRect PixelSurface::lineArea(QPoint from, QPoint to) {
     if (from.y() == to.y()) {
-        const int left = std::min(from.x(), to.x() + 1);
-        fill({left, from.y(), std::abs(to.x() - from.x()), 1}, colour);
-    } else if (from.x() == to.x()) {
-        const int top = std::min(from.y(), to.y() + 1);
-        fill({from.x(), top, 1, std::abs(to.y() - from.y())}, colour);
+        return {std::min(from.x(), to.x() + 1), from.y(), std::abs(to.x() - from.x()), 1};
     }
+    if (from.x() == to.x()) {
+        return {from.x(), std::min(from.y(), to.y() + 1), 1, std::abs(to.y() - from.y())};
+    }
+    return {};
 }
 
 void PixelSurface::pset(QPoint at, quint32 colour) {
@@ -128,8 +175,7 @@ quint32 PixelSurface::pixel(int x, int y) const {
     if (!bounds().contains(x, y)) {
         return 0;
     }
-    const quint32 word = deviceLine(rowEdge(y))[columnEdge(x)];
-    return (word & 0x0000FF00U) | ((word & 0xFFU) << 16U) | ((word >> 16U) & 0xFFU);
+    return fromRgb(deviceLine(rowEdge(y))[columnEdge(x)]);
 }
 
 void PixelSurface::noteChange(const QRect &area) {

@@ -9,17 +9,24 @@
 
 namespace veldron {
 
-/// A picture as numbers: what is drawn, pixel for pixel, with no painter behind it.
+/// A picture in memory, drawn without a painter.
 ///
 /// Coordinates are pixels of the control. On a dense screen each of them is a block of device
-/// pixels, so lines stay sharp; device pixels are 0xFFRRGGBB words, lines of them stride() apart.
+/// pixels, so lines stay sharp; device pixels are QRgb words, lines of them stride() apart.
 /// Colours going in and out are 0x00BBGGRR. Whatever falls outside is clipped. The surface keeps
-/// the bounds of what changed.
+/// the bounds of what changed, and counts its wipes.
 class PixelSurface {
 public:
     PixelSurface() = default;
     /// Black. \a scale is device pixels a pixel, 1 or more, whole or not.
     PixelSurface(int width, int height, double scale = 1.0);
+
+    /// Takes another size. The content is undefined until it is cleared or painted over. Memory is
+    /// kept, and grows in steps, because fresh pages cost more than the drawing.
+    void resize(int width, int height, double scale);
+    /// Another number after each wipe and change of size: a cache of what stands in the picture
+    /// holds while the number is the one that it was filled under.
+    [[nodiscard]] quint64 generation() const { return m_generation; }
 
     [[nodiscard]] int width() const { return m_width; }
     [[nodiscard]] int height() const { return m_height; }
@@ -42,8 +49,12 @@ public:
 
     /// Everything black.
     void clear();
-    /// Everything black but \a kept, which the caller is about to paint over.
-    void clearAround(const QRect &kept);
+    /// Everything black but \a kept, which the caller is about to paint over. Of several areas the
+    /// upper ones come first, and no two share a row.
+    void clearAround(const std::vector<QRect> &kept);
+    /// Moves the rows of \a area down by \a rows, up if negative; rows that nothing moves onto
+    /// keep their pixels. Each pixel row of the area has to be drawn in whole pixels.
+    void scroll(const QRect &area, int rows);
     void fill(const QRect &area, quint32 colour);
     /// A horizontal or vertical line; its end point is not painted.
     void line(QPoint from, QPoint to, quint32 colour);
@@ -53,14 +64,10 @@ public:
 
     /// Adds \a area to what changed; for those who write through deviceLine().
     void noteChange(const QRect &area);
-    /// A rectangle around all that changed since the last call.
+    /// A rectangle around all that was painted since the last call; scrolling isn't in it.
     QRect takeChange();
-
-    /// The word of a device pixel for a colour.
-    [[nodiscard]] static constexpr quint32 toDevice(quint32 colour) {
-        return 0xFF000000U | (colour & 0x0000FF00U) | ((colour & 0xFFU) << 16U) |
-               ((colour >> 16U) & 0xFFU);
-    }
+    /// The pixels of line() between two points.
+    [[nodiscard]] static QRect lineArea(QPoint from, QPoint to);
 
 private:
     int m_width = 0;
@@ -70,6 +77,7 @@ private:
     std::vector<int> m_columnEdges;
     std::vector<int> m_rowEdges;
     std::vector<quint32> m_pixels;
+    quint64 m_generation = 0;
     // Of what changed: first and last column and row.
     int m_left = 0;
     int m_top = 0;

@@ -49,12 +49,9 @@ void WaterfallStore::setPlayback(bool on) {
 void WaterfallStore::setUpdate(qint32 seconds, float now) {
     m_history.Resize(static_cast<float>(m_update) / static_cast<float>(seconds));
     noteChange(0, kHeight - 1);
-    const auto stretched = [this, seconds](qint32 rows) {
-        return Numbers::divideHalfEven(qint64{m_update} * rows, seconds);
-    };
-    m_rowCount = static_cast<qint32>(std::min<qint64>(stretched(m_rowCount), kHeight));
-    m_firstRow = static_cast<qint32>(
-        std::min<qint64>(stretched(m_firstRow), std::numeric_limits<qint32>::max()));
+    m_rowCount = static_cast<qint32>(
+        std::min<qint64>(Numbers::divideHalfEven(qint64{m_update} * m_rowCount, seconds), kHeight));
+    m_scroll.stretch(m_update, seconds);
     m_update = seconds;
     m_nextRowTime = m_playback ? m_playbackTime : rowEndAfter(now, static_cast<float>(seconds));
 }
@@ -144,10 +141,9 @@ void WaterfallStore::bridgeGap(float time, float difference, float interval) {
     }
     const auto rows = std::min(static_cast<qint32>(missing), kHeight);
     m_history.Scroll(0, static_cast<qint16>(rows));
+    noteShift(rows);
     m_rowCount = std::min(m_rowCount + rows, kHeight);
-    if (viewIsBack()) {
-        m_firstRow += rows;
-    }
+    m_scroll.rowsPushed(rows, m_rowCount);
     for (qint32 row = rows; row >= 1; --row) {
         blankRow(row);
     }
@@ -157,7 +153,8 @@ void WaterfallStore::bridgeGap(float time, float difference, float interval) {
 // dead link leaves it blank.
 void WaterfallStore::pushRow(float time) {
     m_history.Scroll(0, 1);
-    noteChange(0, kHeight - 1);
+    noteShift(1);
+    noteChange(0, 0);
     const float patience = static_cast<float>(m_poll) * 2.0F / 1000.0F;
     const float lastExpected = static_cast<float>(m_lastDataTime) + patience;
     if ((m_rowOpen || m_playback) && TimeDifference(time, lastExpected) < 0.0F) {
@@ -172,11 +169,7 @@ bool WaterfallStore::countRow(float fallRoom) {
         ++m_rowCount;
         scrollBarIsDue = fallRoom < static_cast<float>(m_rowCount);
     }
-    if (viewIsBack()) {
-        ++m_firstRow;
-        scrollBarIsDue = true;
-    }
-    return scrollBarIsDue;
+    return m_scroll.rowsPushed(1, m_rowCount) || scrollBarIsDue;
 }
 
 bool WaterfallStore::step(qint16 rows) {
@@ -192,21 +185,6 @@ bool WaterfallStore::step(qint16 rows) {
     return true;
 }
 
-void WaterfallStore::limitFirstRow(int visible) {
-    m_firstRow = std::max(std::min(m_firstRow, m_rowCount - visible), 0);
-}
-
-void WaterfallStore::centreOnPlayRow(int visible) {
-    m_firstRow = static_cast<qint32>(Numbers::divideHalfEven(2 * qint64{m_playRow} - visible, 2));
-    limitFirstRow(visible);
-}
-
-void WaterfallStore::keepViewInRows(int plotRows) {
-    if (m_firstRow >= 0 && qint64{m_firstRow} + plotRows > m_rowCount) {
-        m_firstRow = std::max(m_rowCount - plotRows, 0);
-    }
-}
-
 void WaterfallStore::buildPalette(qint16 scheme, const LevelScale &scale) {
     noteChange(0, kHeight - 1);
     for (qint16 raw = 0; raw < 256; ++raw) {
@@ -214,8 +192,8 @@ void WaterfallStore::buildPalette(qint16 scheme, const LevelScale &scale) {
     }
 }
 
-WaterfallStore::RowRange WaterfallStore::takeChangedRows() {
-    return std::exchange(m_changed, RowRange{kHeight, -1});
+WaterfallStore::RowChange WaterfallStore::takeChange() {
+    return std::exchange(m_change, RowChange{0, kHeight, -1});
 }
 
 void WaterfallStore::blankRow(qint32 row) {
@@ -226,8 +204,16 @@ void WaterfallStore::blankRow(qint32 row) {
 }
 
 void WaterfallStore::noteChange(qint32 first, qint32 last) {
-    m_changed.first = std::min(m_changed.first, first);
-    m_changed.last = std::max(m_changed.last, last);
+    m_change.first = std::min(m_change.first, first);
+    m_change.last = std::max(m_change.last, last);
+}
+
+void WaterfallStore::noteShift(qint32 rows) {
+    m_change.shift = std::min(m_change.shift + rows, kHeight);
+    if (m_change.first <= m_change.last) {
+        m_change.first = std::min(m_change.first + rows, kHeight - 1);
+        m_change.last = std::min(m_change.last + rows, kHeight - 1);
+    }
 }
 
 } // namespace veldron

@@ -3,6 +3,7 @@
 
 #include "chart/Bitmap8.h"
 #include "chart/LevelScale.h"
+#include "chart/WaterfallScroll.h"
 #include "common/LevelScan.h"
 
 #include <QtGlobal>
@@ -27,8 +28,10 @@ public:
     /// Called for each row closed; the argument tells that the scroll bar's figures have changed.
     using RowClosed = std::function<void(bool)>;
 
-    /// Rows of the raster that changed since somebody asked, from 0; first above last is none.
-    struct RowRange {
+    /// What changed in the raster since somebody asked: all rows moved down by \a shift, and then
+    /// those from \a first to \a last were written; first above last is none.
+    struct RowChange {
+        qint32 shift;
         qint32 first;
         qint32 last;
     };
@@ -64,13 +67,13 @@ public:
     /// Steps playback by \a rows, to newer ones if positive; false at a limit, which is looked at
     /// before the step only.
     bool step(qint16 rows);
-    /// Keeps firstRow() so that \a visible rows end at the last one, and at 0 at the least.
-    void limitFirstRow(int visible);
-    void setFirstRow(qint32 row) { m_firstRow = row; }
-    /// Brings the row on which playback stands into the middle of \a visible rows.
-    void centreOnPlayRow(int visible);
-    /// Where the view stands after a change of size: no rows past the last are looked at.
-    void keepViewInRows(int plotRows);
+
+    /// The view, which is scrolled by the verbs of WaterfallScroll.
+    void lookFrom(qint32 row) { m_scroll.lookFrom(row); }
+    void limitFirstRow(int visible) { m_scroll.limitTo(m_rowCount, visible); }
+    void fitViewTo(int visible) { m_scroll.fitTo(m_rowCount, visible); }
+    void centreOnPlayRow(int visible) { m_scroll.centreOn(m_playRow, m_rowCount, visible); }
+    [[nodiscard]] qint32 firstRow() const { return m_scroll.firstRow(); }
 
     /// Colours of scheme \a scheme over the scale; the raster's bytes stay.
     void buildPalette(qint16 scheme, const LevelScale &scale);
@@ -79,26 +82,25 @@ public:
     [[nodiscard]] quint8 level(qint32 column, qint32 row) const {
         return m_history.data(column, row);
     }
-    [[nodiscard]] qint32 firstRow() const { return m_firstRow; }
     [[nodiscard]] qint32 rowCount() const { return m_rowCount; }
     [[nodiscard]] qint32 playRow() const { return m_playRow; }
     [[nodiscard]] bool rowIsOpen() const { return m_rowOpen; }
     [[nodiscard]] float nextRowTime() const { return m_nextRowTime; }
     [[nodiscard]] qint32 lastDataTime() const { return m_lastDataTime; }
     [[nodiscard]] float playbackTime() const { return m_playbackTime; }
-    RowRange takeChangedRows();
+    RowChange takeChange();
 
 private:
     void blankRow(qint32 row);
     void noteChange(qint32 first, qint32 last);
+    void noteShift(qint32 rows);
     void bridgeGap(float time, float difference, float interval);
     void pushRow(float time);
     bool countRow(float fallRoom);
-    [[nodiscard]] bool viewIsBack() const { return m_firstRow > 0 && m_firstRow < m_rowCount; }
     [[nodiscard]] static float rowEndAfter(float time, float interval);
 
     Bitmap8 m_history;
-    qint32 m_firstRow = 0;
+    WaterfallScroll m_scroll;
     qint32 m_rowCount = 0;
     bool m_rowOpen = false;
     qint32 m_playRow = 0;
@@ -108,7 +110,7 @@ private:
     bool m_playback = false;
     qint16 m_poll = 0;
     float m_playbackTime = 0.0F;
-    RowRange m_changed{0, kHeight - 1};
+    RowChange m_change{0, 0, kHeight - 1};
 };
 
 } // namespace veldron

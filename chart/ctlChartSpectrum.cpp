@@ -25,7 +25,12 @@ constexpr int kFirstTimerInterval = 200;
 ctlChartSpectrum::ctlChartSpectrum(ErrorGuard guard, Clock &clock, const DateTimeText &texts,
                                    ScreenCursor &cursor, QWidget *parent)
     : QWidget(parent), m_guard(std::move(guard)), m_clock(clock), m_texts(texts), m_cursor(cursor),
-      m_scans(m_grid.binCount()), m_waterfall(clock.timeOfDay()) {
+      m_scans(m_grid.binCount()), m_waterfall(clock.timeOfDay()),
+      m_painter({[this](const PlannedText &text) { return Picture1->textArea(text); },
+                 [this](PixelSurface &surface, const std::vector<PlannedText> &labels) {
+                     Picture1->Print(surface, labels);
+                 }}) {
+
     makeControls();
     wireControls();
     RecalculateBins();
@@ -183,7 +188,7 @@ void ctlChartSpectrum::resizeEvent(QResizeEvent *event) {
 void ctlChartSpectrum::resizeSteps() {
     Picture1->setGeometry(0, 0, width(), height() > 0 ? height() : Picture1->height());
     recalculateScreenResolution();
-    m_waterfall.keepViewInRows(ScaleHeight() - ChartMargins::kTop - ChartMargins::kBottom);
+    m_waterfall.fitViewTo(ScaleHeight() - ChartMargins::kTop - ChartMargins::kBottom);
     redraw();
     ConfigureScrollBar();
 }

@@ -7,11 +7,10 @@
 #include "chart/AxisPlan.h"
 #include "chart/BinGrid.h"
 #include "chart/ChartLayout.h"
+#include "chart/ChartPainter.h"
 #include "chart/LevelScale.h"
 #include "chart/MarkerPointer.h"
 #include "chart/ScanStore.h"
-#include "chart/StandingTrace.h"
-#include "chart/StandingWaterfall.h"
 #include "chart/WaterfallStore.h"
 #include "common/Clock.h"
 #include "common/DateTimeText.h"
@@ -116,7 +115,7 @@ public:
     [[nodiscard]] float SplitFraction() const { return m_SplitFraction; }
     void setSplitFraction(float fraction);
 
-    /// Wipes the picture and draws frames, ticks and labels; shows nothing yet.
+    /// Wipes the picture and draws frames, ticks and labels, all of which appears at Refresh.
     void DrawAxes();
     /// Ages the peaks, paints trace and waterfall, and shows the picture.
     void Refresh();
@@ -167,11 +166,9 @@ private:
     [[nodiscard]] AxisInput axisInput(const ChartLayout &layout) const;
     void placeReceiveLine(const ChartLayout &layout);
     void placeMarker(const ChartLayout &layout);
-    void drawAxes(PixelSurface &surface, const ChartLayout &layout);
-    [[nodiscard]] bool waterfallCoversItsArea(const ChartLayout &layout) const;
+    void layOutAxes(const ChartLayout &layout);
     void paintPicture(const ChartLayout &layout);
-    int paintTrace(const ChartLayout &layout);
-    void paintWaterfall(const ChartLayout &layout, int lowestTraceRow);
+    void showMarker();
     void placePlayLine(const ChartLayout &layout);
 
     // Marker and pointer.
@@ -198,9 +195,7 @@ private:
     WaterfallStore m_waterfall;
     MarkerPointer m_marker;
     LevelScale m_scale;
-    StandingTrace m_standingTrace;
-    StandingWaterfall m_standingWaterfall;
-    std::vector<TraceColumn> m_columns;
+    ChartPainter m_painter;
 
     Hertz m_ScreenResolution;
     DisplayTypeCode m_DisplayType = DisplayTypeCode::Trace;

@@ -5,11 +5,11 @@
 #include "chart/ChartColours.h"
 #include "chart/OverlayLine.h"
 #include "chart/PictureBox.h"
-#include "chart/TraceRenderer.h"
 
 #include <QLabel>
 
 #include <algorithm>
+#include <utility>
 
 namespace veldron {
 
@@ -32,47 +32,26 @@ void ctlChartSpectrum::DrawAxes() {
     if (!layout.isDrawable()) {
         return;
     }
-    if (Picture1->prepare()) {
-        // What was shown stays in view until Refresh, so it is drawn anew at the screen's density.
-        drawAxes(Picture1->surfaceShownSoon(), layout);
+    if (!Picture1->fits()) {
+        // The old picture can't be shown at the new size or density, so the whole of a new one is.
         paintPicture(layout);
     }
-    PixelSurface &surface = Picture1->surface();
-    surface.clear();
-    drawAxes(surface, layout);
+    layOutAxes(layout);
 }
 
-// The same as DrawAxes and Refresh, but that an area which Refresh covers isn't wiped before.
 void ctlChartSpectrum::redraw() {
     const ChartLayout layout = chartLayout();
     if (layout.isDrawable()) {
-        Picture1->prepare();
-        PixelSurface &surface = Picture1->surfaceShownSoon();
-        surface.clearAround(waterfallCoversItsArea(layout) ? layout.fallArea() : QRect());
-        drawAxes(surface, layout);
+        layOutAxes(layout);
     }
     Refresh();
 }
 
-bool ctlChartSpectrum::waterfallCoversItsArea(const ChartLayout &layout) const {
-    return m_DisplayType == DisplayTypeCode::TraceAndWaterfall &&
-           m_grid.cellCount() <= WaterfallStore::kWidth && layout.plotWidth() > 1 &&
-           layout.fallHeight() <= WaterfallStore::kHeight;
-}
-
-void ctlChartSpectrum::drawAxes(PixelSurface &surface, const ChartLayout &layout) {
-    // The surface is new or has been wiped, and the plan of a scale without height throws.
-    m_standingTrace.forget();
-    m_standingWaterfall.forget();
-    const AxisPlan plan = AxisPlan::of(axisInput(layout));
-    for (const PlannedLine &line : plan.lines) {
-        surface.line(line.from, line.to, line.colour);
-    }
-    // Labels of a usual length stay outside of the plot.
-    if (!Picture1->Print(surface, plan.texts).intersects(layout.plotInside())) {
-        m_standingTrace.wiped(layout);
-    }
-    if (plan.placesMarker) {
+void ctlChartSpectrum::layOutAxes(const ChartLayout &layout) {
+    AxisPlan plan = AxisPlan::of(axisInput(layout));
+    const bool placesMarker = plan.placesMarker;
+    m_painter.setAxes(std::move(plan));
+    if (placesMarker) {
         placeReceiveLine(layout);
         placeMarker(layout);
     }
@@ -114,50 +93,38 @@ void ctlChartSpectrum::Refresh() {
     if (!layout.isDrawable() || m_grid.binCount() <= 0) {
         return;
     }
-    if (Picture1->prepare()) {
-        // A new picture has no axes.
-        drawAxes(Picture1->surfaceShownSoon(), layout);
-    }
     paintPicture(layout);
 }
 
 void ctlChartSpectrum::paintPicture(const ChartLayout &layout) {
-    if (layout.plotRight - 1 > layout.plotLeft) {
-        const int lowest = paintTrace(layout);
-        Line1->showIf(m_marker.enabled);
-        if (lblMarker->isHidden() == m_marker.enabled) {
-            lblMarker->setVisible(m_marker.enabled);
-        }
-        UpdateMarkerLabel();
-        if (m_DisplayType == DisplayTypeCode::TraceAndWaterfall) {
-            paintWaterfall(layout, lowest);
-            placePlayLine(layout);
-        } else {
-            Line3->hide();
-        }
+    if (Picture1->prepare()) {
+        layOutAxes(layout); // a new surface has none
     }
-    Picture1->Refresh();
+    const PictureChange change = m_painter.paint(
+        Picture1->surface(), {{layout, m_grid, m_scans, m_scale, m_Peak, m_ScreenResolution},
+                              m_DisplayType,
+                              m_waterfall});
+    if (layout.plotWidth() > 1) {
+        showMarker();
+        placePlayLine(layout);
+    }
+    Picture1->Refresh(change);
 }
 
-int ctlChartSpectrum::paintTrace(const ChartLayout &layout) {
-    TraceRenderer::columns({layout, m_grid, m_scans, m_scale, m_Peak, m_ScreenResolution},
-                           m_columns);
-    return m_standingTrace.paint(Picture1->surfaceShownSoon(), layout, m_columns);
-}
-
-void ctlChartSpectrum::paintWaterfall(const ChartLayout &layout, int lowestTraceRow) {
-    if (lowestTraceRow >= layout.fallTop) {
-        m_standingWaterfall.forget();
+void ctlChartSpectrum::showMarker() {
+    Line1->showIf(m_marker.enabled);
+    if (lblMarker->isHidden() == m_marker.enabled) {
+        lblMarker->setVisible(m_marker.enabled);
     }
-    m_standingWaterfall.paint(Picture1->surfaceShownSoon(), m_waterfall, layout,
-                              m_grid.cellCount());
+    UpdateMarkerLabel();
 }
 
 void ctlChartSpectrum::placePlayLine(const ChartLayout &layout) {
     const qint32 row = m_waterfall.playRow();
     const qint32 first = m_waterfall.firstRow();
-    const bool shown =
-        m_waterfall.playback() && row > 0 && row >= first && row <= first + layout.fallHeight();
+    const bool shown = m_DisplayType == DisplayTypeCode::TraceAndWaterfall &&
+                       m_waterfall.playback() && row > 0 && row >= first &&
+                       row <= first + layout.fallHeight();
     if (shown) {
         const int y = row + layout.fallTop - first;
         Line3->setEnds({layout.plotLeft, y}, {layout.plotRight, y});

@@ -96,7 +96,7 @@ void ctlChartSpectrum::onScrollBarMoved(int value) {
         const qint64 whole = qint64{VScroll1->maximum()} + VScroll1->pageStep();
         row = Numbers::divideHalfEven(row * m_waterfall.rowCount(), whole);
     }
-    m_waterfall.setFirstRow(static_cast<qint32>(row));
+    m_waterfall.lookFrom(static_cast<qint32>(row));
     redraw();
 }
 

@@ -49,7 +49,7 @@ protected:
     [[nodiscard]] PictureBox &picture() const { return child<PictureBox>("Picture1"); }
     [[nodiscard]] OverlayLine &line(const char *name) const { return child<OverlayLine>(name); }
     [[nodiscard]] QLabel &readOut() const { return child<QLabel>("lblMarker"); }
-    [[nodiscard]] quint32 shown(int x, int y) const { return picture().shown().pixel(x, y); }
+    [[nodiscard]] quint32 shown(int x, int y) const { return picture().surface().pixel(x, y); }
 
     void scan(quint8 level, std::size_t bins = 321) {
         chart.SetData(LevelScan(bins, level));

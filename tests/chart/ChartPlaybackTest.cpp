@@ -63,9 +63,9 @@ TEST_F(ChartPlaybackTest, scans_makeOneRowEach) {
 
 TEST_F(ChartPlaybackTest, rewindByZero_isTrueAndChangesNothing) {
     play(3);
-    const QImage before = picture().shownImage().copy();
+    const QImage before = picture().image().copy();
     EXPECT_TRUE(chart.Rewind(0));
-    EXPECT_EQ(picture().shownImage(), before);
+    EXPECT_EQ(picture().image(), before);
 }
 
 TEST_F(ChartPlaybackTest, rewindAtTheLimits_isFalse) {

@@ -14,7 +14,7 @@ protected:
     }
     // What is shown, and that it is no more and no less than a whole redraw.
     void expectWhole(int density, const char *name) {
-        const QImage found = picture().shownImage().copy();
+        const QImage found = picture().image().copy();
         EXPECT_EQ(found.size(), chart.size() * density) << name;
         EXPECT_EQ(shown(39, 100), ChartColours::kAxis) << name;
         EXPECT_EQ(shown(100, chart.DisplayType() == DisplayTypeCode::Trace ? 369 : 169),
@@ -26,7 +26,7 @@ protected:
         }
         chart.DrawAxes();
         chart.Refresh();
-        EXPECT_EQ(found, picture().shownImage()) << name;
+        EXPECT_EQ(found, picture().image()) << name;
     }
 };
 
@@ -36,11 +36,11 @@ TEST_F(ChartScreensTest, paintedOnADenserScreen_isDrawnAnewThereAndBack) {
     for (const DisplayTypeCode displayType :
          {DisplayTypeCode::Trace, DisplayTypeCode::TraceAndWaterfall}) {
         begin(displayType);
-        const QImage before = picture().shownImage().copy();
+        const QImage before = picture().image().copy();
         goTo(2);
         expectWhole(2, "on the dense screen");
         goTo(1);
-        EXPECT_EQ(picture().shownImage(), before);
+        EXPECT_EQ(picture().image(), before);
     }
 }
 

@@ -264,7 +264,7 @@ protected:
             for (; m_exposures < exposed.count(); ++m_exposures) {
                 plain.redraw();
             }
-            ASSERT_EQ(plain.shown().differences(picture().shown()), 0)
+            ASSERT_EQ(plain.shown().differences(picture().surface()), 0)
                 << "step " << i << ", " << step.name;
             ++met[step.name];
             noteWhatIsSeen();

@@ -15,6 +15,7 @@ protected:
     Box() {
         box.resize(60, 40);
         box.prepare();
+        box.surface().clear();
         box.show();
         QApplication::processEvents();
     }
@@ -22,33 +23,23 @@ protected:
         return box.grab().toImage().pixel(x, y) & 0x00FFFFFFU;
     }
 
+    void refresh() { box.Refresh({{}, 0, {box.surface().takeChange()}}); }
+
     PictureBox box{nullptr};
 };
 
 using PictureBoxTest = Box;
 
-TEST_F(PictureBoxTest, whatIsDrawn_isSeenAtRefreshOnly) {
+TEST_F(PictureBoxTest, surface_isWhatTheWindowShows) {
     box.surface().line({5, 5}, {15, 5}, 0x000000FF);
-    EXPECT_EQ(onScreen(7, 5), 0U);
-    box.Refresh();
+    refresh();
     EXPECT_EQ(onScreen(7, 5), 0x00FF0000U);
-    box.surface().clear();
-    EXPECT_EQ(onScreen(7, 5), 0x00FF0000U);
-    box.Refresh();
-    EXPECT_EQ(onScreen(7, 5), 0U);
-}
-
-TEST_F(PictureBoxTest, whatIsShownSoon_isSeenAfterRefresh) {
-    box.surfaceShownSoon().line({5, 5}, {15, 5}, 0x000000FF);
-    box.Refresh();
-    EXPECT_EQ(onScreen(7, 5), 0x00FF0000U);
-    EXPECT_EQ(&box.shown(), &box.surfaceShownSoon());
 }
 
 TEST_F(PictureBoxTest, painting_asksForNoDrawing) {
     QSignalSpy exposed(&box, &PictureBox::exposed);
     box.surface().line({5, 5}, {15, 5}, 0x000000FF);
-    box.Refresh();
+    refresh();
     for (int i = 0; i < 5; ++i) {
         box.repaint();
         QApplication::processEvents();
@@ -56,14 +47,16 @@ TEST_F(PictureBoxTest, painting_asksForNoDrawing) {
     EXPECT_EQ(exposed.count(), 0);
 }
 
-TEST_F(PictureBoxTest, newSize_makesBothImagesAnewAndBlack) {
-    box.surface().line({5, 5}, {15, 5}, 0x000000FF);
-    box.Refresh();
+TEST_F(PictureBoxTest, newSize_isToldAndTaken) {
+    const quint64 before = box.surface().generation();
     EXPECT_FALSE(box.prepare());
+    EXPECT_EQ(box.surface().generation(), before);
     box.resize(80, 50);
+    EXPECT_FALSE(box.fits());
     EXPECT_TRUE(box.prepare());
-    EXPECT_EQ(box.shown().pixel(7, 5), 0U);
-    EXPECT_EQ(box.shown().width(), 80);
+    EXPECT_TRUE(box.fits());
+    EXPECT_EQ(box.surface().width(), 80);
+    EXPECT_NE(box.surface().generation(), before);
 }
 
 TEST_F(PictureBoxTest, paintedBeforeItsImagesFit_asksForDrawingOnce) {
@@ -77,13 +70,12 @@ TEST_F(PictureBoxTest, paintedBeforeItsImagesFit_asksForDrawingOnce) {
 
 TEST_F(PictureBoxTest, text_hasItsUpperLeftCornerAtItsPlace) {
     box.Print(box.surface(), {{{10, 12}, QStringLiteral("H8"), 0x00FFFFFF}});
-    box.Refresh();
     int left = 60;
     int top = 40;
     int bottom = 0;
     for (int y = 0; y < 40; ++y) {
         for (int x = 0; x < 60; ++x) {
-            if (box.shown().pixel(x, y) != 0) {
+            if (box.surface().pixel(x, y) != 0) {
                 left = std::min(left, x);
                 top = std::min(top, y);
                 bottom = std::max(bottom, y);

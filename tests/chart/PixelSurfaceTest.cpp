@@ -94,7 +94,7 @@ TEST(PixelSurface, emptySurface_takesEverythingQuietly) {
         surface.line({0, 0}, {0, 5}, 1);
         surface.pset({0, 0}, 1);
         surface.fill({0, 0, 5, 5}, 1);
-        surface.clearAround({1, 1, 2, 2});
+        surface.clearAround({{1, 1, 2, 2}});
         surface.clear();
         EXPECT_EQ(pixelsOf(surface), before) << size.width();
         EXPECT_TRUE(surface.takeChange().isEmpty()) << size.width();
@@ -124,12 +124,73 @@ TEST(PixelSurface, drawingThatPaintsNothing_leavesEachPixelAsItIs) {
 TEST(PixelSurface, clearedAroundAnArea_keepsThatAreaAlone) {
     PixelSurface surface(10, 8);
     surface.fill(surface.bounds(), 0x00FFFFFF);
-    surface.clearAround({3, 2, 4, 5});
+    surface.clearAround({{3, 2, 4, 5}});
     EXPECT_EQ(litPixels(surface), 20);
     EXPECT_EQ(surface.pixel(3, 2), 0x00FFFFFFU);
     EXPECT_EQ(surface.pixel(6, 6), 0x00FFFFFFU);
     surface.clearAround({});
     EXPECT_EQ(litPixels(surface), 0);
+}
+
+TEST(PixelSurface, clearedAroundTwoAreas_keepsBoth) {
+    PixelSurface surface(10, 8);
+    surface.fill(surface.bounds(), 0x00FFFFFF);
+    surface.clearAround({{1, 1, 4, 2}, {-3, 5, 5, 9}});
+    EXPECT_EQ(litPixels(surface), 8 + 2 * 3);
+    EXPECT_EQ(surface.pixel(4, 2), 0x00FFFFFFU);
+    EXPECT_EQ(surface.pixel(1, 7), 0x00FFFFFFU);
+}
+
+TEST(PixelSurface, wipeAndChangeOfSize_takeAnotherGeneration) {
+    PixelSurface surface(10, 8);
+    const quint64 first = surface.generation();
+    surface.fill(surface.bounds(), 0x00FFFFFF);
+    EXPECT_EQ(surface.generation(), first);
+    surface.clear();
+    const quint64 second = surface.generation();
+    EXPECT_NE(second, first);
+    surface.resize(10, 8, 2.0);
+    EXPECT_NE(surface.generation(), second);
+}
+
+TEST(PixelSurface, smallerAndLargerByASixteenth_keepItsMemory) {
+    PixelSurface surface(320, 320);
+    const quint32 *memory = surface.deviceLine(0);
+    for (const int size : {300, 330, 320, 336}) {
+        surface.resize(size, size, 1.0);
+        EXPECT_EQ(surface.deviceLine(0), memory) << size;
+        surface.clear();
+        EXPECT_EQ(surface.takeChange(), surface.bounds()) << size;
+    }
+}
+
+struct ScrollCase {
+    const char *name;
+    int rows;
+    std::vector<int> expected; // of rows 1 to 6
+};
+
+TEST(PixelSurface, scrolled_movesTheRowsOfItsAreaAtEveryScale) {
+    const ScrollCase cases[] = {{"down", 2, {1, 2, 1, 2, 3, 4}},
+                                {"up", -2, {3, 4, 5, 6, 5, 6}},
+                                {"not at all", 0, {1, 2, 3, 4, 5, 6}},
+                                {"by all its rows", 6, {1, 2, 3, 4, 5, 6}}};
+    for (const ScrollCase &c : cases) {
+        for (const double scale : {1.0, 1.25, 1.5, 1.75, 2.0}) {
+            PixelSurface found(10, 8, scale);
+            PixelSurface expected(10, 8, scale);
+            for (int y = 0; y < 8; ++y) {
+                found.fill({0, y, 10, 1}, static_cast<quint32>(y));
+                expected.fill({0, y, 10, 1}, static_cast<quint32>(y));
+            }
+            for (int y = 1; y <= 6; ++y) {
+                const int row = c.expected[static_cast<std::size_t>(y - 1)];
+                expected.fill({3, y, 4, 1}, static_cast<quint32>(row));
+            }
+            found.scroll({3, 1, 4, 6}, c.rows);
+            EXPECT_EQ(pixelsOf(found), pixelsOf(expected)) << c.name << ", " << scale;
+        }
+    }
 }
 
 TEST(PixelSurface, changes_areBoundedUntilTheyAreTaken) {

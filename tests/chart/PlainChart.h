@@ -73,7 +73,7 @@ public:
         refresh();
     }
     void resized() {
-        m_rows.keepViewInRows(height - ChartMargins::kTop - ChartMargins::kBottom);
+        m_rows.fitViewTo(height - ChartMargins::kTop - ChartMargins::kBottom);
         redraw();
     }
 
@@ -123,7 +123,7 @@ public:
         }
     }
     void lookFrom(qint32 row) {
-        m_rows.setFirstRow(row);
+        m_rows.lookFrom(row);
         redraw();
     }
     void rewind(qint16 count) {

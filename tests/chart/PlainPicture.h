@@ -7,6 +7,7 @@
 #include "chart/LevelScale.h"
 #include "chart/PictureBox.h"
 #include "common/LevelScan.h"
+#include "utilities/Colour.h"
 
 #include <algorithm>
 #include <cmath>
@@ -33,19 +34,19 @@ public:
         : m_width(width), m_height(height), m_density(density),
           m_points(static_cast<std::size_t>(width * density) *
                        static_cast<std::size_t>(height * density),
-                   PixelSurface::toDevice(0)) {}
+                   toRgb(0)) {}
 
     [[nodiscard]] bool fits(int width, int height, int density) const {
         return width == m_width && height == m_height && density == m_density;
     }
-    void clear() { std::fill(m_points.begin(), m_points.end(), PixelSurface::toDevice(0)); }
+    void clear() { std::fill(m_points.begin(), m_points.end(), toRgb(0)); }
 
     void point(int x, int y, quint32 colour) {
         if (x < 0 || x >= m_width || y < 0 || y >= m_height) {
             return;
         }
         for (int row = y * m_density; row < (y + 1) * m_density; ++row) {
-            std::fill_n(deviceLine(row) + x * m_density, m_density, PixelSurface::toDevice(colour));
+            std::fill_n(deviceLine(row) + x * m_density, m_density, toRgb(colour));
         }
     }
     void line(QPoint from, QPoint to, quint32 colour) {

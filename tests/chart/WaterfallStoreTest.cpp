@@ -259,12 +259,12 @@ TEST_F(WaterfallStoreTest, viewScrolledBack_keepsShowingTheSameRows) {
     for (int i = 1; i <= 5; ++i) {
         advance(kNoon + static_cast<float>(i));
     }
-    store->setFirstRow(2);
+    store->lookFrom(2);
     bool due = false;
     store->AdvanceRows(kNoon + 6.0F, 1.0e6F, [&due](bool isDue) { due = isDue; });
     EXPECT_EQ(store->firstRow(), 3);
     EXPECT_TRUE(due);
-    store->setFirstRow(0);
+    store->lookFrom(0);
     advance(kNoon + 7.0F);
     EXPECT_EQ(store->firstRow(), 0);
 }
@@ -285,7 +285,7 @@ TEST_F(WaterfallStoreTest, gap_movesAViewThatIsScrolledBackByItsRows) {
     for (const BackCase &c : cases) {
         begin(kNoon, 1);
         fill(5, kNoon);
-        store->setFirstRow(c.before);
+        store->lookFrom(c.before);
         EXPECT_EQ(advance(kNoon + 6.0F + 35.2F), 1) << c.name;
         EXPECT_EQ(store->rowCount(), 5 + 34 + 1) << c.name;
         EXPECT_EQ(store->firstRow(), c.after) << c.name;
@@ -307,7 +307,7 @@ TEST_F(WaterfallStoreTest, updateFromTenToFive_doublesTheRows) {
         scan(static_cast<quint8>(i), kNoon);
         advance(kNoon + 10.0F * static_cast<float>(i));
     }
-    store->setFirstRow(3);
+    store->lookFrom(3);
     store->setUpdate(5, kNoon + 61.0F);
     EXPECT_EQ(store->rowCount(), 12);
     EXPECT_EQ(store->firstRow(), 6);
@@ -344,7 +344,7 @@ TEST_F(WaterfallStoreTest, moreThanHalfOfTheRowsCompressed_leaveTheLowerHalfBlan
 TEST_F(WaterfallStoreTest, moreThanHalfOfTheRowsSpread_areNoMoreThanTheRasterHolds) {
     begin(1000.0F, 10);
     const float now = fill(5001, 1000.0F);
-    store->setFirstRow(4000);
+    store->lookFrom(4000);
     store->setUpdate(5, now);
     EXPECT_EQ(store->rowCount(), WaterfallStore::kHeight);
     EXPECT_EQ(store->firstRow(), 8000);

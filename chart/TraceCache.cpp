@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "chart/StandingTrace.h"
+#include "chart/TraceCache.h"
 
 #include "chart/ChartColours.h"
 
@@ -7,8 +7,8 @@
 
 namespace veldron {
 
-int StandingTrace::paint(PixelSurface &surface, const ChartLayout &layout,
-                         const std::vector<TraceColumn> &columns) {
+int TraceCache::paint(PixelSurface &surface, const ChartLayout &layout,
+                      const std::vector<TraceColumn> &columns) {
     begin(surface, layout);
     const int count = static_cast<int>(std::min(columns.size(), m_standing.size()));
     const auto at = [](int i) {
@@ -27,29 +27,45 @@ int StandingTrace::paint(PixelSurface &surface, const ChartLayout &layout,
     return m_lowest;
 }
 
-void StandingTrace::begin(PixelSurface &surface, const ChartLayout &layout) {
+void TraceCache::begin(PixelSurface &surface, const ChartLayout &layout) {
     m_surface = &surface;
     m_lowest = layout.plotTop;
-    const bool samePlot = layout.plotLeft == m_layout.plotLeft &&
-                          layout.plotRight == m_layout.plotRight &&
-                          layout.plotBottom == m_layout.plotBottom;
-    if (m_known && samePlot) {
+    if (m_generation == surface.generation() && layout.plotInside() == m_layout.plotInside()) {
         return;
     }
     // Whatever stands there, an all-background plot is a state to go on from: each of its pixels
     // belongs to body or background.
     surface.fill(layout.plotInside(), ChartColours::kBackground);
-    wiped(layout);
-}
-
-void StandingTrace::wiped(const ChartLayout &layout) {
-    m_known = true;
+    m_generation = surface.generation();
     m_layout = layout;
+    m_highestStray = layout.plotTop + 1;
+    m_lowestStray = layout.plotBottom;
     m_standing.assign(static_cast<std::size_t>(layout.plotWidth()),
                       {layout.plotBottom, TraceColumn::kNoDot, layout.plotBottom});
 }
 
-void StandingTrace::paintRun(int first, int last, const TraceColumn &column) {
+QRect TraceCache::acrossThePlot(int firstRow, int lastRow) const {
+    return {m_layout.plotLeft, firstRow, m_layout.plotWidth(), lastRow - firstRow + 1};
+}
+
+QRect TraceCache::strayAbove() const {
+    return acrossThePlot(m_highestStray, m_layout.plotTop);
+}
+
+QRect TraceCache::strayBelow() const {
+    return acrossThePlot(m_layout.plotBottom + 1, m_lowestStray);
+}
+
+void TraceCache::aboveErased() {
+    m_highestStray = m_layout.plotTop + 1;
+    for (Standing &standing : m_standing) {
+        if (standing.dot <= m_layout.plotTop) {
+            standing.dot = TraceColumn::kNoDot;
+        }
+    }
+}
+
+void TraceCache::paintRun(int first, int last, const TraceColumn &column) {
     Standing standing = m_standing[static_cast<std::size_t>(first)];
     const QRect run(m_layout.plotLeft + first, 0, last - first, 1);
     paintInside(run, column, standing);
@@ -57,7 +73,7 @@ void StandingTrace::paintRun(int first, int last, const TraceColumn &column) {
     std::fill(m_standing.begin() + first, m_standing.begin() + last, standing);
 }
 
-void StandingTrace::paintInside(const QRect &run, const TraceColumn &column, Standing &standing) {
+void TraceCache::paintInside(const QRect &run, const TraceColumn &column, Standing &standing) {
     const int y = std::clamp(column.y, m_layout.plotTop, m_layout.plotBottom);
     const int oldDot = standing.dot;
     if (oldDot != column.dot && oldDot > m_layout.plotTop && oldDot <= m_layout.plotBottom) {
@@ -74,7 +90,7 @@ void StandingTrace::paintInside(const QRect &run, const TraceColumn &column, Sta
     }
 }
 
-void StandingTrace::paintOutside(const QRect &run, const TraceColumn &column, Standing &standing) {
+void TraceCache::paintOutside(const QRect &run, const TraceColumn &column, Standing &standing) {
     if (column.y > standing.cleared) {
         fillRows(run, standing.cleared + 1, column.y, ChartColours::kBackground);
         standing.cleared = column.y;
@@ -90,7 +106,7 @@ void StandingTrace::paintOutside(const QRect &run, const TraceColumn &column, St
     }
 }
 
-void StandingTrace::paintDot(const QRect &run, int row, Standing &standing) {
+void TraceCache::paintDot(const QRect &run, int row, Standing &standing) {
     standing.dot = row;
     if (row == TraceColumn::kNoDot) {
         return;
@@ -101,12 +117,14 @@ void StandingTrace::paintDot(const QRect &run, int row, Standing &standing) {
     }
 }
 
-void StandingTrace::fillRows(const QRect &run, int from, int to, quint32 colour) {
+void TraceCache::fillRows(const QRect &run, int from, int to, quint32 colour) {
     if (from > to) {
         return;
     }
     m_surface->fill({run.x(), from, run.width(), to - from + 1}, colour);
     m_lowest = std::max(m_lowest, to);
+    m_highestStray = std::min(m_highestStray, from);
+    m_lowestStray = std::max(m_lowestStray, to);
 }
 
 } // namespace veldron

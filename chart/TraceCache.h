@@ -3,6 +3,8 @@
 
 #include "chart/TraceRenderer.h"
 
+#include <QRect>
+
 #include <vector>
 
 namespace veldron {
@@ -10,18 +12,21 @@ namespace veldron {
 /// Paints a trace over the one that stands in the picture, touching only what differs.
 ///
 /// The pixels come out exactly as if each column were painted anew by TraceRenderer::paint; a scan
-/// costs a fraction of that, because most of a column stays as it is. It must be told by forget()
-/// whenever somebody else may have painted over the plot.
-class StandingTrace {
+/// costs a fraction of that, because most of a column stays as it is. What stands is known by the
+/// surface's generation. Nobody else paints within the plot.
+class TraceCache {
 public:
-    void forget() { m_known = false; }
-    /// The plot of \a layout has just been wiped, and nothing was drawn within it since.
-    void wiped(const ChartLayout &layout);
-
     /// Returns the lowest row that was painted, which lies under the plot when levels under the
     /// scale are gathered.
     int paint(PixelSurface &surface, const ChartLayout &layout,
               const std::vector<TraceColumn> &columns);
+
+    /// Pixels over and under the plot that the trace has painted and not yet erased: levels beyond
+    /// the scale. Each may be empty.
+    [[nodiscard]] QRect strayAbove() const;
+    [[nodiscard]] QRect strayBelow() const;
+    /// What lies over the plot has just been erased by somebody else, who draws the axes there.
+    void aboveErased();
 
 private:
     // What stands in a column. Within the plot: body under `inside`, background down to it, and
@@ -40,12 +45,16 @@ private:
     void paintOutside(const QRect &run, const TraceColumn &column, Standing &standing);
     void paintDot(const QRect &run, int row, Standing &standing);
     void fillRows(const QRect &run, int from, int to, quint32 colour);
+    [[nodiscard]] QRect acrossThePlot(int firstRow, int lastRow) const;
 
-    bool m_known = false;
+    quint64 m_generation = 0; // of the surface; 0 is none
     ChartLayout m_layout;
     std::vector<Standing> m_standing;
     PixelSurface *m_surface = nullptr;
     int m_lowest = 0;
+    // Rows reached since the plot was painted whole.
+    int m_highestStray = 0;
+    int m_lowestStray = 0;
 };
 
 } // namespace veldron

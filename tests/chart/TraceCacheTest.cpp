@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "chart/StandingTrace.h"
+#include "chart/TraceCache.h"
+
+#include "chart/ChartColours.h"
 
 #include <gtest/gtest.h>
 
@@ -14,12 +16,12 @@ class BothWays : public testing::Test {
 protected:
     void wipe() {
         for (PixelSurface *surface : {&fast, &plain}) {
+            surface->clear();
             surface->fill(surface->bounds(), 0x00336699);
         }
-        standing.forget();
     }
     void paint(const std::vector<TraceColumn> &columns) {
-        standing.paint(fast, layout, columns);
+        cache.paint(fast, layout, columns);
         for (std::size_t i = 0; i < columns.size(); ++i) {
             TraceRenderer::paint(plain, layout, layout.plotLeft + static_cast<int>(i), columns[i]);
         }
@@ -37,10 +39,10 @@ protected:
     ChartLayout layout = ChartLayout::of(105, 100, DisplayTypeCode::Trace, 0.5F);
     PixelSurface fast{105, 100};
     PixelSurface plain{105, 100};
-    StandingTrace standing;
+    TraceCache cache;
 };
 
-using StandingTraceTest = BothWays;
+using TraceCacheTest = BothWays;
 
 struct RangeCase {
     const char *name;
@@ -48,7 +50,7 @@ struct RangeCase {
     int highest;
 };
 
-TEST_F(StandingTraceTest, randomScans_lookAsIfPaintedAnew) {
+TEST_F(TraceCacheTest, randomScans_lookAsIfPaintedAnew) {
     const RangeCase cases[] = {{"inside the plot", 10, 70},
                                {"across both edges", -5, 110},
                                {"just around the edges", 8, 13},
@@ -76,16 +78,41 @@ TEST_F(StandingTraceTest, randomScans_lookAsIfPaintedAnew) {
     }
 }
 
-TEST_F(StandingTraceTest, wipedPlot_isGoneOnFromWithoutPaintingItAgain) {
+TEST_F(TraceCacheTest, wipedSurface_isNoticedByItself) {
+    const std::vector<TraceColumn> columns(50, {40, 30});
+    paint(columns);
     for (PixelSurface *surface : {&fast, &plain}) {
         surface->clear();
     }
-    standing.wiped(layout);
+    paint(columns);
+    EXPECT_TRUE(isSame());
+    EXPECT_EQ(fast.pixel(60, 50), ChartColours::kTrace);
+}
+
+TEST_F(TraceCacheTest, levelsBeyondTheScale_areToldAsStrayPixels) {
+    wipe();
     paint(std::vector<TraceColumn>(50, {40, 30}));
+    EXPECT_TRUE(cache.strayAbove().isEmpty());
+    EXPECT_TRUE(cache.strayBelow().isEmpty());
+    paint(std::vector<TraceColumn>(50, {40, 10})); // a peak on the frame
+    EXPECT_EQ(cache.strayAbove(), QRect(40, 10, 50, 1));
+    paint(std::vector<TraceColumn>(50, {75, 3}));
+    EXPECT_EQ(cache.strayAbove(), QRect(40, 3, 50, 8));
+    EXPECT_EQ(cache.strayBelow(), QRect(40, 71, 50, 5));
+}
+
+TEST_F(TraceCacheTest, erasedAbove_paintsItsDotsAnew) {
+    const std::vector<TraceColumn> columns(50, {40, 10});
+    wipe();
+    paint(columns);
+    fast.fill(cache.strayAbove(), 0);
+    cache.aboveErased();
+    EXPECT_TRUE(cache.strayAbove().isEmpty());
+    paint(columns);
     EXPECT_TRUE(isSame());
 }
 
-TEST_F(StandingTraceTest, anotherPlot_isPaintedAnew) {
+TEST_F(TraceCacheTest, anotherPlot_isPaintedAnew) {
     wipe();
     for (const int height : {90, 100, 80, 97}) {
         layout = ChartLayout::of(105, height, DisplayTypeCode::Trace, 0.5F);
@@ -94,11 +121,11 @@ TEST_F(StandingTraceTest, anotherPlot_isPaintedAnew) {
     }
 }
 
-TEST_F(StandingTraceTest, lowestRowPainted_isTold) {
+TEST_F(TraceCacheTest, lowestRowPainted_isTold) {
     wipe();
-    EXPECT_EQ(standing.paint(fast, layout, std::vector<TraceColumn>(50, {85, TraceColumn::kNoDot})),
+    EXPECT_EQ(cache.paint(fast, layout, std::vector<TraceColumn>(50, {85, TraceColumn::kNoDot})),
               85);
-    EXPECT_LT(standing.paint(fast, layout, std::vector<TraceColumn>(50, {85, TraceColumn::kNoDot})),
+    EXPECT_LT(cache.paint(fast, layout, std::vector<TraceColumn>(50, {85, TraceColumn::kNoDot})),
               71);
 }
 

@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "chart/AxisPlan.h"
+#include "chart/PixelSurface.h"
+
+#include <QRect>
+
+#include <functional>
+#include <utility>
+#include <vector>
+
+namespace veldron {
+
+/// How labels are measured and printed; the picture, which knows the font, hands it down.
+struct LabelPrinter {
+    /// The pixels that a label may touch.
+    std::function<QRect(const PlannedText &)> area;
+    std::function<void(PixelSurface &, const std::vector<PlannedText> &)> print;
+};
+
+/// Paints the axes, and paints them again by replacing only what differs.
+///
+/// Both ways leave the same pixels. What stands is known by the surface's generation.
+class AxisPainter {
+public:
+    explicit AxisPainter(LabelPrinter printer) : m_printer(std::move(printer)) {}
+
+    /// Paints \a plan over the one that stands in \a surface. \a erased is cleared as well. False,
+    /// and nothing painted, when that isn't possible without touching one of \a inside: then
+    /// paintWhole() is to be called.
+    bool replace(PixelSurface &surface, const AxisPlan &plan, const QRect &erased,
+                 const std::vector<QRect> &inside);
+    /// Wipes the surface but \a inside, and paints \a plan.
+    void paintWhole(PixelSurface &surface, const AxisPlan &plan, const std::vector<QRect> &inside);
+
+private:
+    struct Label {
+        PlannedText text;
+        QRect area;
+
+        friend bool operator==(const Label &one, const Label &other) {
+            return one.text == other.text;
+        }
+    };
+
+    [[nodiscard]] std::vector<Label> measured(const std::vector<PlannedText> &texts) const;
+    [[nodiscard]] QRect difference(const std::vector<PlannedLine> &lines,
+                                   const std::vector<Label> &labels) const;
+    [[nodiscard]] static QRect grownToLabels(QRect area, const std::vector<Label> &labels);
+    void repaint(PixelSurface &surface, const QRect &area) const;
+
+    LabelPrinter m_printer;
+    quint64 m_generation = 0; // of the surface; 0 is none
+    std::vector<PlannedLine> m_lines;
+    std::vector<Label> m_labels;
+};
+
+} // namespace veldron

@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+#include "chart/ChartPainter.h"
+
+#include <utility>
+
+namespace veldron {
+
+void ChartPainter::setAxes(AxisPlan plan) {
+    m_axes = std::move(plan);
+    m_axesAreDue = true;
+}
+
+bool ChartPainter::drawsTrace(const Input &input) {
+    return input.trace.layout.plotWidth() > 1;
+}
+
+// Whether it covers its whole area, too.
+bool ChartPainter::drawsWaterfall(const Input &input) {
+    return drawsTrace(input) && input.displayType == DisplayTypeCode::TraceAndWaterfall &&
+           input.trace.grid.cellCount() <= WaterfallStore::kWidth &&
+           input.trace.layout.fallHeight() <= WaterfallStore::kHeight;
+}
+
+PictureChange ChartPainter::paint(PixelSurface &surface, const Input &input) {
+    PictureChange change;
+    const auto collect = [&] {
+        if (const QRect painted = surface.takeChange(); !painted.isEmpty()) {
+            change.painted.push_back(painted);
+        }
+    };
+    const ChartLayout &layout = input.trace.layout;
+    if (drawsTrace(input)) {
+        // First, because a scale without height throws, and then nothing is to be painted.
+        TraceRenderer::columns(input.trace, m_columns);
+    }
+    paintAxes(surface, input);
+    collect();
+    int lowestOfTrace = 0;
+    if (drawsTrace(input)) {
+        lowestOfTrace = m_trace.paint(surface, layout, m_columns);
+        collect();
+    }
+    if (drawsTrace(input) && input.displayType == DisplayTypeCode::TraceAndWaterfall) {
+        change.scrolled = layout.fallArea();
+        change.rows = m_waterfall.paint(surface, input.waterfall, layout,
+                                        input.trace.grid.cellCount(), lowestOfTrace);
+        collect();
+    }
+    return change;
+}
+
+void ChartPainter::paintAxes(PixelSurface &surface, const Input &input) {
+    if (!std::exchange(m_axesAreDue, false)) {
+        return;
+    }
+    const ChartLayout &layout = input.trace.layout;
+    std::vector<QRect> covered;
+    if (drawsTrace(input)) {
+        covered.push_back(layout.plotInside());
+    }
+    if (drawsWaterfall(input)) {
+        covered.push_back(layout.fallArea());
+    }
+    // What a trace left under the plot may reach the waterfall's area, so it takes a whole wipe.
+    const bool piecewise =
+        covered == m_covered && drawsTrace(input) && m_trace.strayBelow().isEmpty();
+    if (piecewise && m_axisPainter.replace(surface, m_axes, m_trace.strayAbove(),
+                                           {layout.plotInside(), layout.fallArea()})) {
+        m_trace.aboveErased();
+        return;
+    }
+    m_axisPainter.paintWhole(surface, m_axes, covered);
+    m_covered = std::move(covered);
+}
+
+} // namespace veldron
