@@ -9,18 +9,12 @@
 #include "panels/ctlDataMode.h"
 #include "panels/ctlFrequency.h"
 #include "panels/ctlMonitorMode.h"
+#include "settings/ChartUpdate.h"
+#include "settings/SettingsLine.h"
 #include "settings/frmCommSettings.h"
-#include "settings/frmDisplaySettings.h"
 #include "utilities/GeneralUtilities.h"
 
 namespace veldron {
-
-namespace {
-
-/// How long the unit is given after its receiver was changed, in seconds.
-constexpr float kReceiverPause = 1.0F;
-
-} // namespace
 
 bool PanelMediation::isChannelMode() const {
     return m_instruments.ctlMonitorMode1.MonitorMode() == MonitorModeCode::Channel;
@@ -305,22 +299,7 @@ void PanelMediation::readBackFrequencies() {
 }
 
 void PanelMediation::UpdateChartSettings() {
-    const ctlMonitorMode &panel = m_instruments.ctlMonitorMode1;
-    const frmDisplaySettings &display = m_instruments.displaySettings;
-    ctlChartSpectrum &chart = m_instruments.ctlChartSpectrum1;
-    // The marker stands on a bin of the new scale, so the scale comes first. The colours come
-    // before the kind of display, which redraws at once, and the axes last, over all of it.
-    chart.setDataResolution(panel.fStep());
-    chart.setScanStart(panel.fStart());
-    chart.setScanStop(panel.fEnd());
-    chart.setRXFreq(isChannelMode() ? m_instruments.ctlFrequency1.Frequency() : panel.fCentre());
-    chart.setPalette(display.PaletteIndex());
-    chart.setTimespan(display.Persistence());
-    chart.setUpdate(display.Update());
-    chart.setMarkerEn(display.MarkerEnable());
-    chart.setPeak(display.PersistenceEnable());
-    chart.setDisplayType(displayTypeWith(display.WaterfallEnable()));
-    chart.DrawAxes();
+    updateChart(m_instruments);
 }
 
 } // namespace veldron

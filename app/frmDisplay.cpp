@@ -121,7 +121,7 @@ void frmDisplay::makePanels() {
 void frmDisplay::makeTransport() {
     Picture2 = new QWidget(m_inside);
     Picture2->setObjectName(QStringLiteral("Picture2"));
-    ctlPlayback1 = new ctlPlayback(Picture2);
+    ctlPlayback1 = new ctlPlayback(m_guard, Picture2);
     ctlPlayback1->setObjectName(QStringLiteral("ctlPlayback1"));
     QHBoxLayout *row = rowIn(Picture2);
     row->addWidget(ctlPlayback1);
@@ -204,14 +204,6 @@ void frmDisplay::showPlaybackPlace(const QString &time, const QString &percent) 
 
 void frmDisplay::showClockAndActivity() {
     StatusBar1->showClockAndActivity();
-}
-
-void frmDisplay::stopTransport() {
-    ctlPlayback1->StopPlay();
-}
-
-void frmDisplay::ReadBackSettings() {
-    m_parts->mediation.ReadBackSettings();
 }
 
 } // namespace veldron

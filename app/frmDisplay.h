@@ -134,8 +134,6 @@ private:
     void hideClockAndActivity() override;
     void showPlaybackPlace(const QString &time, const QString &percent) override;
     void showClockAndActivity() override;
-    void stopTransport() override;
-    void ReadBackSettings() override;
 
     World m_world;
     ErrorGuard m_guard;

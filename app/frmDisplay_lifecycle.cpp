@@ -67,14 +67,8 @@ void frmDisplay::InitialiseSettings() {
     comms.setPoll(1000);
     m_parts->pollLoop.setPollPeriod(static_cast<qint16>(comms.Poll()));
     m_pollTimer.setInterval(PollLoop::tickInterval(m_parts->pollLoop.PollPeriod()));
-    display.setUpdate(1);
-    display.setPersistence(5);
-    display.setPaletteIndex(3);
-    display.setMarkerEnable(true);
-    ctlChartSpectrum1->setPalette(display.PaletteIndex());
-    ctlChartSpectrum1->setTimespan(display.Persistence());
-    ctlChartSpectrum1->setUpdate(display.Update());
-    ctlChartSpectrum1->setMarkerEn(display.MarkerEnable());
+    display.setValues(DisplaySettings::atStart());
+    display.values().applyTo(*ctlChartSpectrum1);
 }
 
 /// A port that was free at the search and can't be opened now stops nothing: the start goes on as

@@ -10,40 +10,14 @@
 
 namespace veldron {
 
-namespace {
-
-// What the dialogs' masks name.
-constexpr qint32 kPortChanged = 1;
-constexpr qint32 kWaterfallChanged = 4;
-constexpr qint32 kPersistenceChanged = 8;
-constexpr qint32 kPaletteChanged = 16;
-constexpr qint32 kPollChanged = 32;
-constexpr qint32 kMarkerChanged = 64;
-
-} // namespace
-
 void frmDisplay::onMnuSettingsDisplay() {
-    const frmDisplaySettings &display = m_parts->displaySettings;
+    frmDisplaySettings &display = m_parts->displaySettings;
     const bool polled = m_pollTimer.isEnabled();
     m_pollTimer.setEnabled(false);
-    if (!showModally(m_parts->displaySettings)) {
+    if (!showModally(display)) {
         return;
     }
-    const qint32 changed = m_parts->displaySettings.Change();
-    if ((changed & kPaletteChanged) != 0) {
-        ctlChartSpectrum1->setPalette(display.PaletteIndex());
-    }
-    if ((changed & kPersistenceChanged) != 0) {
-        ctlChartSpectrum1->setPeak(display.PersistenceEnable());
-        ctlChartSpectrum1->setTimespan(display.Persistence());
-    }
-    if ((changed & kWaterfallChanged) != 0) {
-        ctlChartSpectrum1->setDisplayType(displayTypeWith(display.WaterfallEnable()));
-        ctlChartSpectrum1->setUpdate(display.Update());
-    }
-    if ((changed & kMarkerChanged) != 0) {
-        ctlChartSpectrum1->setMarkerEn(display.MarkerEnable());
-    }
+    display.values().applyTo(*ctlChartSpectrum1, display.Change());
     m_pollTimer.setEnabled(polled);
 }
 
@@ -54,13 +28,13 @@ void frmDisplay::onMnuSettingsComms() {
         return;
     }
     showLinkStatus();
-    const qint32 changed = m_parts->commSettings.Change();
-    if ((changed & kPortChanged) != 0 && m_parts->vdr.Connected()) {
+    const CommChanges changed = m_parts->commSettings.Change();
+    if (changed.testFlag(CommChange::SerialPort) && m_parts->vdr.Connected()) {
         m_parts->mediation.ReadBackSettings();
         polled = m_pollTimer.isEnabled(); // reading back has started it
     }
     // Behind the read-back, which has set the timer to the full period.
-    if ((changed & kPollChanged) != 0) {
+    if (changed.testFlag(CommChange::Poll)) {
         applyPollRate();
     }
     m_pollTimer.setEnabled(polled);

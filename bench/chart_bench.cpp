@@ -167,9 +167,8 @@ void rewindStep(benchmark::State &state) {
     bench.chart.setPlayback(true);
     bench.chart.setDisplayType(DisplayTypeCode::Trace);
     for (int row = 0; row < 10050; ++row) {
-        const int second = 10000 + row;
-        bench.chart.SetPlaybackTime(
-            QTime(0, 0).addSecs(second).toString(QStringLiteral("HH:mm:ss")));
+        const QTime time = QTime(0, 0).addSecs(10000 + row);
+        bench.chart.SetPlaybackTime(time.toString(QStringLiteral("HH:mm:ss")), time);
         bench.chart.SetData(bench.scans[static_cast<std::size_t>(row) % bench.scans.size()]);
     }
     bench.chart.setDisplayType(DisplayTypeCode::TraceAndWaterfall);

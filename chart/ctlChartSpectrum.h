@@ -18,6 +18,8 @@
 #include "common/Hertz.h"
 #include "common/LevelScan.h"
 
+#include <QTime>
+
 class QLabel;
 class QScrollBar;
 class QStatusBar;
@@ -120,8 +122,8 @@ public:
     /// Ages the peaks, paints trace and waterfall, and shows the picture.
     void Refresh();
     /// Sets the time of the scans to come, in playback, and closes the rows that are due by then.
-    /// A text that is no time is an UntrappedError of the kind BadValue.
-    void SetPlaybackTime(const QString &text);
+    /// \a text is what the status bar shows, \a time what it tells.
+    void SetPlaybackTime(const QString &text, QTime time);
     /// Steps through the stored rows by \a rows, to newer ones if positive. False when a limit
     /// stopped the step; the limits are looked at only before it.
     bool Rewind(qint16 rows);

@@ -4,8 +4,6 @@
 
 #include "chart/PictureBox.h"
 #include "common/Numbers.h"
-#include "common/ReportText.h"
-#include "common/UntrappedError.h"
 
 #include <QScrollBar>
 #include <QSignalBlocker>
@@ -100,14 +98,9 @@ void ctlChartSpectrum::onScrollBarMoved(int value) {
     redraw();
 }
 
-void ctlChartSpectrum::SetPlaybackTime(const QString &text) {
+void ctlChartSpectrum::SetPlaybackTime(const QString &text, QTime time) {
     StatusBar1->showMessage(text);
-    const std::optional<QTime> time = m_texts.readTime(text);
-    if (!time) {
-        throw UntrappedError(UntrappedError::Kind::BadValue,
-                             quotedForReport(text) + QStringLiteral(" is not a time of day."));
-    }
-    const auto seconds = static_cast<float>(time->msecsSinceStartOfDay() / 1000.0);
+    const auto seconds = static_cast<float>(time.msecsSinceStartOfDay() / 1000.0);
     m_waterfall.setPlaybackTime(seconds);
     AdvanceRows(seconds);
 }

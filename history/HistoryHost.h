@@ -33,9 +33,6 @@ public:
     virtual void showPlaybackPlace(const QString &time, const QString &percent) = 0;
     /// Panels 2 and 3 as they are without playback: the clock and the first activity picture.
     virtual void showClockAndActivity() = 0;
-    /// Pauses the transport at the end of the file.
-    virtual void stopTransport() = 0;
-    virtual void ReadBackSettings() = 0;
 };
 
 } // namespace veldron

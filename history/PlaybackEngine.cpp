@@ -3,30 +3,21 @@
 
 #include "chart/ctlChartSpectrum.h"
 #include "common/Numbers.h"
-#include "common/ReportText.h"
+#include "format/FileErrors.h"
+#include "format/FileKind.h"
+#include "history/ctlPlayback.h"
 #include "link/frmVDR.h"
-#include "settings/SettingsFiles.h"
 #include "settings/frmCommSettings.h"
 #include "utilities/GeneralUtilities.h"
 
 namespace veldron {
 
-namespace {
-
-using Kind = UntrappedError::Kind;
-
-bool hasKey(const QString &line, QLatin1String key) {
-    return line.startsWith(key) && (line.size() == key.size() || line[key.size()] == u' ');
-}
-
-} // namespace
-
 PlaybackEngine::PlaybackEngine(const Dependencies &needs) : m_needs(needs) {}
 
 void PlaybackEngine::mnuFilePlayback() {
     const auto path = m_needs.dialogs.openFile({QStringLiteral("History playback"),
-                                                QStringLiteral("VELDRON History (*.rec)"),
-                                                m_needs.folder, QStringLiteral("rec")});
+                                                QLatin1String(kHistoryFile.filter), m_needs.folder,
+                                                QLatin1String(kHistoryFile.suffix)});
     // Polls go on while the dialog is up, so the state is looked at again behind it.
     if (!path || m_needs.session.Recording || m_needs.session.InPlayback) {
         return;
@@ -53,10 +44,10 @@ void PlaybackEngine::open(const QString &path) {
     m_HistoryPosition = 0;
     m_RewindOffset = 0;
     m_needs.session.InPlayback = true;
-    // A date left over from an earlier file must not stand in for one that this file lacks.
-    m_needs.session.ScanDate.clear();
-    m_dateLine = 0;
-    (void)readLine(); // any text is taken for the header line
+    // What an earlier file has left must not stand in for what this one lacks.
+    m_ScanDate.reset();
+    m_Scan.reset();
+    (void)nextLine(); // any text is taken for the header line
 }
 
 void PlaybackEngine::startShowing() {
@@ -69,38 +60,38 @@ void PlaybackEngine::startShowing() {
     m_needs.host.showStatus(QStringLiteral("Playback from ") + m_HistoryFileName +
                             GeneralUtilities::FormatFileSize(m_HistoryFileSize));
     m_needs.host.hideClockAndActivity();
-    m_needs.host.showPlaybackPlace(m_needs.session.ScanDate + QLatin1Char(' ') +
-                                       m_needs.session.ScanTime,
+    m_needs.host.showPlaybackPlace(m_ScanDate->text + QLatin1Char(' ') + m_Scan->timeText,
                                    m_needs.texts.percentText(shareRead()));
 }
 
-QString PlaybackEngine::readLine() {
+QString PlaybackEngine::nextLine() {
     QString line = m_HistoryStream->readLine();
     m_HistoryPosition += m_HistoryStream->lastLineLength() + 2;
     return line;
 }
 
-/// Applies lines up to and with the next data line; false when the file ends before one.
+/// Applies lines up to and with the next scan line; false when the file ends before one.
 bool PlaybackEngine::readToNextScan() {
-    bool found = false;
-    while (!found && !m_HistoryStream->atEnd()) {
-        applyLine(readLine(), found);
+    while (!m_HistoryStream->atEnd()) {
+        LoadedLine loaded = loadLine();
+        if (loaded.date) {
+            m_ScanDate = BlockDate{*loaded.date, m_needs.texts.readDate(*loaded.date),
+                                   m_HistoryStream->lineNumber()};
+        }
+        if (loaded.scan) {
+            m_Scan = std::move(loaded.scan);
+            return true;
+        }
     }
-    return found;
+    return false;
 }
 
-void PlaybackEngine::applyLine(const QString &line, bool &found) {
-    if (hasKey(line, QLatin1String("StartSettings"))) {
-        m_dateLine = m_HistoryStream->lineNumber();
-    }
+LoadedLine PlaybackEngine::loadLine() {
+    const QString line = nextLine();
     try {
-        m_needs.stream.LoadSettings(line, found);
+        return m_needs.lines.LoadSettings(line);
     } catch (const UntrappedError &error) {
-        QString what = error.message();
-        if (hasKey(line, QLatin1String("Data"))) {
-            what += QStringLiteral(" (a level of 10, 13 or 32 in a recording does this)");
-        }
-        fail(error.kind(), what);
+        throw atLastLine(error);
     }
 }
 
@@ -108,7 +99,7 @@ void PlaybackEngine::Step(qint16 Direction) {
     ctlChartSpectrum &chart = m_needs.holders.ctlChartSpectrum1;
     // A recording that was started over a stranded transport has the file's place.
     if (!m_HistoryStream || m_needs.session.Recording) {
-        m_needs.host.stopTransport();
+        m_needs.transport.StopPlay();
         return;
     }
     if (chart.Rewind(Direction)) {
@@ -116,7 +107,7 @@ void PlaybackEngine::Step(qint16 Direction) {
     } else if (Direction >= 1) {
         m_RewindOffset = 0;
         if (!readToNextScan()) {
-            m_needs.host.stopTransport();
+            m_needs.transport.StopPlay();
             return;
         }
         feedChart();
@@ -127,19 +118,16 @@ void PlaybackEngine::Step(qint16 Direction) {
 /// A scan that is too long for the chart's present span is dropped.
 void PlaybackEngine::feedChart() {
     ctlChartSpectrum &chart = m_needs.holders.ctlChartSpectrum1;
-    const LevelScan &scan = m_needs.session.ScanData;
+    const QTime time = scanTime();
     try {
-        chart.SetPlaybackTime(m_needs.session.ScanTime);
+        chart.SetPlaybackTime(m_Scan->timeText, time);
     } catch (const UntrappedError &error) {
-        if (error.kind() == Kind::BadValue) {
-            failForTime();
-        }
-        throw atLineOf(*m_HistoryStream, error);
+        throw atLastLine(error);
     }
     const double expected =
         (chart.ScanStop() - chart.ScanStart()).toDouble() / chart.DataResolution().toDouble() + 1.0;
-    if (expected >= static_cast<double>(scan.size()) - 1.0) {
-        chart.SetData(scan);
+    if (expected >= static_cast<double>(m_Scan->levels.size()) - 1.0) {
+        chart.SetData(m_Scan->levels);
     }
     chart.Refresh();
 }
@@ -147,41 +135,27 @@ void PlaybackEngine::feedChart() {
 /// Date and time of the last scan read. Dates and times are taken as they were written, without a
 /// zone, so that no hour is ever missing or doubled.
 QDateTime PlaybackEngine::scanMoment() const {
-    const auto date = m_needs.texts.readDate(m_needs.session.ScanDate);
-    if (!date) {
-        failForDate();
+    if (!m_ScanDate) {
+        throw atLastLine(FileErrors::noDate());
     }
-    const auto time = m_needs.texts.readTime(m_needs.session.ScanTime);
-    if (!time) {
-        failForTime();
+    if (!m_ScanDate->date) {
+        // The line with the date may stand far above the scan that wants it.
+        throw FileErrors::at(m_HistoryFileName, m_ScanDate->line,
+                             FileErrors::notADate(m_ScanDate->text));
     }
-    return QDateTime(*date, *time, QTimeZone::utc());
+    return QDateTime(*m_ScanDate->date, scanTime(), QTimeZone::utc());
 }
 
-/// The date may stand far above the scan that wants it.
-void PlaybackEngine::failForDate() const {
-    const QString &date = m_needs.session.ScanDate;
-    if (m_dateLine == 0) {
-        fail(Kind::BadValue, QStringLiteral("there is no StartSettings line with a date"));
+QTime PlaybackEngine::scanTime() const {
+    if (!m_Scan || !m_Scan->time) {
+        throw atLastLine(FileErrors::notATimeOfScan(m_Scan ? m_Scan->timeText : QString()));
     }
-    const QString what = date.isEmpty() ? QStringLiteral("the StartSettings line has no date")
-                                        : quotedForReport(date) + QStringLiteral(" is not a date");
-    throw atLineOf(*m_HistoryStream, m_dateLine, UntrappedError(Kind::BadValue, what));
-}
-
-void PlaybackEngine::failForTime() const {
-    const QString &time = m_needs.session.ScanTime;
-    fail(Kind::BadValue,
-         time.isEmpty() ? QStringLiteral("no time of day stands behind the scan")
-                        : QStringLiteral("no time of day stands behind the scan but %1 (a level of "
-                                         "10, 13 or 32 in a recording does this, and so do more "
-                                         "than 323 levels)")
-                              .arg(quotedForReport(time)));
+    return *m_Scan->time;
 }
 
 double PlaybackEngine::shareRead() const {
     if (m_HistoryFileSize == 0) {
-        fail(Kind::DivideByZero, QStringLiteral("the file had no size when it was opened"));
+        throw atLastLine(FileErrors::noSize());
     }
     return static_cast<double>(m_HistoryPosition) / static_cast<double>(m_HistoryFileSize);
 }
@@ -192,13 +166,11 @@ void PlaybackEngine::showPlace() {
     const QDateTime t0 = scanMoment();
     const qint64 offset = qint64{m_RewindOffset} * m_needs.host.PollPeriod();
     if (offset != static_cast<qint32>(offset)) {
-        fail(Kind::Overflow, QStringLiteral("the display stands too far from the last scan"));
+        throw atLastLine(FileErrors::tooFarBack());
     }
     const qint64 elapsed = m_PlaybackStart.msecsTo(t0);
     if (elapsed == 0) {
-        fail(Kind::DivideByZero,
-             QStringLiteral("the scan has the same time as the first one of the file, so there is "
-                            "no telling how far the playback has come"));
+        throw atLastLine(FileErrors::noTimePassed());
     }
     const QDateTime t = t0.addMSecs(Numbers::divideHalfEven(offset, 1000) * 1000);
     const double share =
@@ -221,7 +193,7 @@ void PlaybackEngine::Quit() {
     chart.setPlayback(false);
     chart.setPoll(Numbers::roundTo<qint16>(m_needs.holders.commSettings.Poll()));
     if (m_needs.holders.vdr.Connected()) {
-        host.ReadBackSettings();
+        m_needs.panels.ReadBackSettings();
     }
     host.showStatus(m_needs.holders.vdr.Status());
     host.showClockAndActivity();
@@ -231,8 +203,8 @@ void PlaybackEngine::closeStream() {
     m_HistoryStream.reset();
 }
 
-void PlaybackEngine::fail(Kind kind, const QString &message) const {
-    throw atLineOf(*m_HistoryStream, UntrappedError(kind, message));
+UntrappedError PlaybackEngine::atLastLine(const UntrappedError &error) const {
+    return FileErrors::at(m_HistoryFileName, m_HistoryStream->lineNumber(), error);
 }
 
 } // namespace veldron

@@ -4,9 +4,12 @@
 #include "common/DateTimeText.h"
 #include "common/TextFile.h"
 #include "common/UntrappedError.h"
+#include "format/ScanLine.h"
 #include "history/HistoryHost.h"
 #include "settings/FileDialogs.h"
+#include "settings/SessionState.h"
 #include "settings/SettingHolders.h"
+#include "settings/SettingsHost.h"
 #include "settings/SettingsLines.h"
 
 #include <QDateTime>
@@ -14,8 +17,11 @@
 #include <QTimeZone>
 
 #include <memory>
+#include <optional>
 
 namespace veldron {
+
+class ctlPlayback;
 
 /// Shows a history file on the chart, scan by scan.
 ///
@@ -28,8 +34,10 @@ public:
     struct Dependencies {
         SettingHolders holders;
         SessionState &session;
-        SettingsLines &stream;
+        SettingsLines &lines;
         HistoryHost &host;
+        SettingsHost &panels;
+        ctlPlayback &transport;
         FileDialogs &dialogs;
         const DateTimeText &texts;
         QString folder;
@@ -52,20 +60,28 @@ public:
     [[nodiscard]] qint64 HistoryFileSize() const { return m_HistoryFileSize; }
     /// How many scans the display stands behind the last one read: 0 or negative.
     [[nodiscard]] qint32 RewindOffset() const { return m_RewindOffset; }
+    /// The last scan that was read; nothing where the file has had none so far.
+    [[nodiscard]] const std::optional<ScanLine> &Scan() const { return m_Scan; }
 
 private:
+    /// The last StartSettings line that was read.
+    struct BlockDate {
+        QString text;
+        std::optional<QDate> date;
+        qint64 line;
+    };
+
     void open(const QString &path);
     void startShowing();
     bool readToNextScan();
-    [[nodiscard]] QString readLine();
-    void applyLine(const QString &line, bool &found);
+    [[nodiscard]] QString nextLine();
+    LoadedLine loadLine();
     void feedChart();
     void showPlace();
     [[nodiscard]] QDateTime scanMoment() const;
+    [[nodiscard]] QTime scanTime() const;
     [[nodiscard]] double shareRead() const;
-    [[noreturn]] void failForDate() const;
-    [[noreturn]] void failForTime() const;
-    [[noreturn]] void fail(UntrappedError::Kind kind, const QString &message) const;
+    [[nodiscard]] UntrappedError atLastLine(const UntrappedError &error) const;
 
     Dependencies m_needs;
     std::unique_ptr<TextFileReader> m_HistoryStream;
@@ -73,8 +89,9 @@ private:
     qint64 m_HistoryFileSize = 0;
     qint64 m_HistoryPosition = 0;
     qint32 m_RewindOffset = 0;
-    /// Number of the line that ScanDate is from, 0 while there is none.
-    qint64 m_dateLine = 0;
+    std::optional<BlockDate> m_ScanDate;
+    /// The last scan that was read.
+    std::optional<ScanLine> m_Scan;
     /// Before the first playback, the day from which dates are counted.
     QDateTime m_PlaybackStart{QDate(1899, 12, 30), QTime(0, 0), QTimeZone::utc()};
 };

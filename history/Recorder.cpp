@@ -2,25 +2,13 @@
 #include "history/Recorder.h"
 
 #include "common/UntrappedError.h"
+#include "format/FileKind.h"
+#include "format/ScanLine.h"
 #include "utilities/GeneralUtilities.h"
 
 #include <QFile>
 
 namespace veldron {
-
-namespace {
-
-/// \a scan as the characters of a data line.
-QString scanText(const LevelScan &scan) {
-    QString text;
-    text.reserve(static_cast<qsizetype>(scan.size()));
-    for (const std::uint8_t level : scan) {
-        text += QLatin1Char(static_cast<char>(level));
-    }
-    return text;
-}
-
-} // namespace
 
 Recorder::Recorder(const Dependencies &needs) : m_needs(needs) {}
 
@@ -34,8 +22,8 @@ void Recorder::mnuFileRecord() {
 
 void Recorder::start() {
     const auto path = m_needs.dialogs.saveFile({QStringLiteral("Record to file"),
-                                                QStringLiteral("VELDRON History (*.rec)"),
-                                                m_needs.folder, QStringLiteral("rec")});
+                                                QLatin1String(kHistoryFile.filter), m_needs.folder,
+                                                QLatin1String(kHistoryFile.suffix)});
     // Polls go on while the dialog is up, so the state is looked at again behind it.
     if (!path || m_needs.session.Recording || m_needs.session.InPlayback) {
         return;
@@ -43,7 +31,7 @@ void Recorder::start() {
     m_HistoryFileName = *path;
     m_HistoryFileSize = 0;
     m_HistoryStream = std::make_unique<TextFileWriter>(*path, m_needs.disk);
-    m_HistoryStream->writeLine(QStringLiteral("VELDRONv1 History file"));
+    m_HistoryStream->writeLine(QLatin1String(kHistoryFile.firstLine));
     writeBlock();
     m_needs.session.Recording = true;
     m_needs.host.setRecordCaption(QStringLiteral("Stop recording"));
@@ -65,7 +53,7 @@ void Recorder::stop() {
 }
 
 void Recorder::writeBlock() {
-    m_needs.stream.SaveSettings(*m_HistoryStream);
+    m_needs.lines.SaveSettings(*m_HistoryStream);
     m_HistoryStream->sync();
 }
 
@@ -79,9 +67,8 @@ void Recorder::writeScan(const LevelScan &scan) {
             throw UntrappedError(UntrappedError::Kind::File,
                                  QStringLiteral("The recording is closed"));
         }
-        const QString time = m_needs.texts.timeText(m_needs.clock.now().time());
-        m_HistoryStream->writeLine(QStringLiteral("Data ") + scanText(scan) + QLatin1Char(' ') +
-                                   time);
+        m_HistoryStream->writeLine(
+            ScanLine::lineFor(scan, m_needs.clock.now().time(), m_needs.texts));
         m_HistoryStream->sync();
         learnSize();
     } catch (const UntrappedError &) {

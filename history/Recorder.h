@@ -27,7 +27,7 @@ public:
     /// \a folder is where the dialog starts. All references outlive the recorder.
     struct Dependencies {
         SessionState &session;
-        SettingsLines &stream;
+        SettingsLines &lines;
         HistoryHost &host;
         FileDialogs &dialogs;
         Clock &clock;

@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace veldron {
 
@@ -27,9 +28,11 @@ constexpr int kFirstSpeed = 2;
 
 } // namespace
 
-ctlPlayback::ctlPlayback(QWidget *parent)
-    : QWidget(parent), ImageList1{PlaybackPicture::icon(PlaybackShape::DoubleArrow, Qt::black),
-                                  PlaybackPicture::icon(PlaybackShape::DoubleArrow, Qt::red)} {
+ctlPlayback::ctlPlayback(ErrorGuard guard, QWidget *parent)
+    : QWidget(parent),
+      m_guard(std::move(guard)), ImageList1{
+                                     PlaybackPicture::icon(PlaybackShape::DoubleArrow, Qt::black),
+                                     PlaybackPicture::icon(PlaybackShape::DoubleArrow, Qt::red)} {
     makeControls();
     makeSpeedControls();
     layOut();
@@ -38,7 +41,8 @@ ctlPlayback::ctlPlayback(QWidget *parent)
 }
 
 ctlPlayback::~ctlPlayback() {
-    // A button held to the end is let go when it is hidden, and its slots are gone by then.
+    // A button that is held to the end is let go when it is hidden: our members are gone by then,
+    // though the connections, which belong to the base class, still stand.
     disconnect(cmdStepForward, nullptr, this, nullptr);
     disconnect(cmdStepBack, nullptr, this, nullptr);
 }
@@ -106,16 +110,19 @@ void ctlPlayback::layOut() {
 }
 
 void ctlPlayback::wireControls() {
-    connect(cmdPlay, &QToolButton::clicked, this, &ctlPlayback::startPlay);
-    connect(cmdPause, &QToolButton::clicked, this, &ctlPlayback::StopPlay);
-    connect(cmdClose, &QToolButton::clicked, this, &ctlPlayback::closePlayback);
-    connect(cmdStepForward, &StepButton::wentDown, this, [this] { stepButtonDown(1); });
-    connect(cmdStepBack, &StepButton::wentDown, this, [this] { stepButtonDown(-1); });
-    connect(cmdStepForward, &StepButton::wentUp, this, &ctlPlayback::stepForwardUp);
-    connect(cmdStepBack, &StepButton::wentUp, this, &ctlPlayback::stepBackUp);
-    connect(Slider1, &QSlider::sliderReleased, this, &ctlPlayback::finishSpeedChange);
-    connect(Slider1, &QSlider::valueChanged, this, &ctlPlayback::speedValueChanged);
-    connect(Timer1, &QTimer::timeout, this, &ctlPlayback::tick);
+    connectGuarded(m_guard, cmdPlay, &QToolButton::clicked, this, &ctlPlayback::startPlay);
+    connectGuarded(m_guard, cmdPause, &QToolButton::clicked, this, &ctlPlayback::StopPlay);
+    connectGuarded(m_guard, cmdClose, &QToolButton::clicked, this, &ctlPlayback::closePlayback);
+    connectGuarded(m_guard, cmdStepForward, &StepButton::wentDown, this,
+                   [this] { stepButtonDown(1); });
+    connectGuarded(m_guard, cmdStepBack, &StepButton::wentDown, this,
+                   [this] { stepButtonDown(-1); });
+    connectGuarded(m_guard, cmdStepForward, &StepButton::wentUp, this, &ctlPlayback::stepForwardUp);
+    connectGuarded(m_guard, cmdStepBack, &StepButton::wentUp, this, &ctlPlayback::stepBackUp);
+    connectGuarded(m_guard, Slider1, &QSlider::sliderReleased, this,
+                   &ctlPlayback::finishSpeedChange);
+    connectGuarded(m_guard, Slider1, &QSlider::valueChanged, this, &ctlPlayback::speedValueChanged);
+    connectGuarded(m_guard, Timer1, &QTimer::timeout, this, &ctlPlayback::tick);
 }
 
 void ctlPlayback::startPlay() {

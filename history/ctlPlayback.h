@@ -3,6 +3,8 @@
 
 #include <QWidget>
 
+#include "common/ErrorGuard.h"
+
 #include <QIcon>
 #include <QString>
 
@@ -31,7 +33,8 @@ class ctlPlayback : public QWidget {
     Q_OBJECT
 
 public:
-    explicit ctlPlayback(QWidget *parent = nullptr);
+    /// \a guard receives what the slots of Step and Quit throw.
+    explicit ctlPlayback(ErrorGuard guard, QWidget *parent = nullptr);
     ctlPlayback(const ctlPlayback &) = delete;
     ctlPlayback &operator=(const ctlPlayback &) = delete;
     ~ctlPlayback() override;
@@ -64,6 +67,7 @@ private:
     QString SetSpeed();
     void setTimerEnabled(bool on);
 
+    ErrorGuard m_guard;
     bool m_Playing = false;
     qint16 m_StepDirection = 1; ///< what the next Step carries: 1 or -1
     /// The pictures of cmdPlay: while paused, while playing.

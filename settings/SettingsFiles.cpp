@@ -1,41 +1,29 @@
 // SPDX-License-Identifier: MIT
 #include "settings/SettingsFiles.h"
 
+#include "common/TextFile.h"
+#include "common/UntrappedError.h"
+#include "format/FileErrors.h"
+#include "format/FileKind.h"
+
 #include <QDir>
 
 namespace veldron {
 
-UntrappedError atLineOf(const TextFileReader &reader, const UntrappedError &error) {
-    return atLineOf(reader, reader.lineNumber(), error);
-}
-
-UntrappedError atLineOf(const TextFileReader &reader, qint64 line, const UntrappedError &error) {
-    QString what = error.message();
-    if (what.endsWith(QLatin1Char('.'))) {
-        what.chop(1);
-    }
-    // One call for all three: no text is looked through for place marks of its own.
-    return {error.kind(), QStringLiteral("Line %1 of the file \"%2\": %3.")
-                              .arg(QString::number(line), reader.path(), what)};
-}
-
-void loadLineOf(TextFileReader &reader, SettingsLines &stream, const QString &line, bool &found) {
-    try {
-        stream.LoadSettings(line, found);
-    } catch (const UntrappedError &error) {
-        throw atLineOf(reader, error);
-    }
-}
-
-SettingsFiles::SettingsFiles(SettingsLines &stream, FileDialogs &dialogs, const QString &folder)
-    : m_stream(stream), m_dialogs(dialogs), m_folder(folder) {}
+SettingsFiles::SettingsFiles(SettingsLines &lines, FileDialogs &dialogs, const QString &folder)
+    : m_lines(lines), m_dialogs(dialogs), m_folder(folder) {}
 
 QString SettingsFiles::defaultPath() const {
     return QDir(m_folder).filePath(QStringLiteral("VELDRON.set"));
 }
 
+QString SettingsFiles::lastConnectedPath() const {
+    return QDir(m_folder).filePath(QStringLiteral("VELDRON-last-connected.set"));
+}
+
 FileRequest SettingsFiles::request(const QString &title) const {
-    return {title, QStringLiteral("VELDRON Settings (*.set)"), m_folder, QStringLiteral("set")};
+    return {title, QLatin1String(kSettingsFile.filter), m_folder,
+            QLatin1String(kSettingsFile.suffix)};
 }
 
 void SettingsFiles::mnuFileSaveSettings() {
@@ -51,10 +39,18 @@ void SettingsFiles::mnuFileLoadSettings() {
 }
 
 void SettingsFiles::SaveDefaultSettings() noexcept {
+    saveSilently(defaultPath());
+}
+
+void SettingsFiles::saveLastConnected() noexcept {
+    saveSilently(lastConnectedPath());
+}
+
+void SettingsFiles::saveSilently(const QString &path) noexcept {
     try {
-        save(defaultPath());
+        save(path);
     } catch (const UntrappedError &) {
-        // Trapped: an exit never fails for want of a default file.
+        // Trapped: neither an exit nor a lost link fails for want of a file that nobody asked for.
     }
 }
 
@@ -68,17 +64,21 @@ void SettingsFiles::LoadDefaultSettings() noexcept {
 
 void SettingsFiles::save(const QString &path) {
     ReplacingTextFileWriter file(path);
-    file.writeLine(QStringLiteral("VELDRONv1 Settings"));
-    m_stream.SaveSettings(file);
+    file.writeLine(QLatin1String(kSettingsFile.firstLine));
+    m_lines.SaveSettings(file);
     file.commit();
 }
 
 void SettingsFiles::load(const QString &path) {
     TextFileReader file(path);
-    (void)file.readLine(); // the header line is written for people, never compared
+    (void)file.readLine(); // written for people, never compared
     while (!file.atEnd()) {
-        bool found = false;
-        loadLineOf(file, m_stream, file.readLine(), found);
+        const QString line = file.readLine();
+        try {
+            m_lines.LoadSettings(line);
+        } catch (const UntrappedError &error) {
+            throw FileErrors::at(file.path(), file.lineNumber(), error);
+        }
     }
 }
 

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "common/TextFile.h"
-#include "common/UntrappedError.h"
 #include "settings/FileDialogs.h"
 #include "settings/SettingsLines.h"
 
@@ -10,16 +8,17 @@
 
 namespace veldron {
 
-/// Settings files (.set): the two menu commands, and the default file "VELDRON.set" of each start
-/// and exit.
+/// Settings files (.set): the two menu commands, and two files that the program writes by itself:
+/// "VELDRON.set" at each exit, for the next start, and "VELDRON-last-connected.set" with the
+/// settings of the last session that had a unit, for the user to load.
 ///
 /// A file is written beside the old one and put in its place when it is whole. After its dialog a
-/// menu command lets every error through as an UntrappedError; the default file's routines end
-/// silently where an error meets them.
+/// menu command lets every error through as an UntrappedError; the other routines end silently
+/// where an error meets them.
 class SettingsFiles {
 public:
     /// \a folder is the program's folder.
-    SettingsFiles(SettingsLines &stream, FileDialogs &dialogs, const QString &folder);
+    SettingsFiles(SettingsLines &lines, FileDialogs &dialogs, const QString &folder);
 
     /// Asks for a name and writes the settings to it.
     void mnuFileSaveSettings();
@@ -27,26 +26,21 @@ public:
     void mnuFileLoadSettings();
     void SaveDefaultSettings() noexcept;
     void LoadDefaultSettings() noexcept;
+    /// Writes the file of the last connected session. Call it while the panels still show what the
+    /// unit reported: when the link turns out to be lost, and at an exit with the unit connected.
+    void saveLastConnected() noexcept;
     [[nodiscard]] QString defaultPath() const;
+    [[nodiscard]] QString lastConnectedPath() const;
 
 private:
     void save(const QString &path);
+    void saveSilently(const QString &path) noexcept;
     void load(const QString &path);
     [[nodiscard]] FileRequest request(const QString &title) const;
 
-    SettingsLines &m_stream;
+    SettingsLines &m_lines;
     FileDialogs &m_dialogs;
     QString m_folder;
 };
-
-/// \a error with the place where it was met: the last line that \a reader has read.
-[[nodiscard]] UntrappedError atLineOf(const TextFileReader &reader, const UntrappedError &error);
-
-/// The same for an error that lies in line \a line, which \a reader has read before.
-[[nodiscard]] UntrappedError atLineOf(const TextFileReader &reader, qint64 line,
-                                      const UntrappedError &error);
-
-/// Applies \a line of \a reader to \a stream; an error tells the file and the line.
-void loadLineOf(TextFileReader &reader, SettingsLines &stream, const QString &line, bool &found);
 
 } // namespace veldron

@@ -1,95 +1,53 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "common/Clock.h"
-#include "common/DateTimeText.h"
-#include "common/Hertz.h"
 #include "common/TextFile.h"
-#include "settings/SessionState.h"
-#include "settings/SettingHolders.h"
-#include "settings/SettingsHost.h"
+#include "format/ScanLine.h"
+#include "settings/SettingsLine.h"
 
 #include <QString>
 
-#include <span>
+#include <optional>
 
 namespace veldron {
 
-/// Writes and reads the settings block: one line a setting, "key value", from "StartSettings " to
-/// "EndSettings ". Settings files and history files both hold such blocks.
+/// What a line told apart from settings.
+struct LoadedLine {
+    /// The scan of a scan line.
+    std::optional<ScanLine> scan;
+    /// The date text of a StartSettings line.
+    std::optional<QString> date;
+};
+
+/// Saves and loads settings lines, those of settings files and those of recordings.
 ///
-/// Writing reads dialogs and panels, never the unit. Reading takes one line at a time and, outside
-/// playback, sends each value to the unit in the order of the lines, with a wait of one second
+/// Saving reads dialogs and panels, never the unit. Loading takes one line at a time and, outside
+/// playback, sends each value to the unit in the order of the lines, with a pause of one second
 /// before the settings that a receiver needs time for; the thread stands still meanwhile.
 ///
 /// Errors: a value that can't be converted, an integer out of its range and a scan line without a
 /// time are UntrappedErrors; the lines before stay applied.
 class SettingsLines {
 public:
-    SettingsLines(const SettingHolders &holders, SessionState &session, SettingsHost &host,
+    SettingsLines(const SettingHolders &holders, const SessionState &session, SettingsHost &host,
                   Clock &clock, const DateTimeText &texts);
 
-    /// Writes one block to \a stream: in short form (without the display lines) while Recording.
-    void SaveSettings(LineSink &stream) const;
-    /// Applies \a line. \a found comes back true for a scan line, which only fills ScanData and
-    /// ScanTime. Unknown keys do nothing.
-    void LoadSettings(const QString &line, bool &found);
-
-    /// One line of the block.
-    struct Row {
-        const char *key;
-        /// Whether the block holds the line as things stand.
-        bool (*isWritten)(const SettingsLines &stream);
-        /// The value's text.
-        QString (*source)(const SettingsLines &stream);
-        /// What a line of this key does.
-        void (SettingsLines::*apply)(const QString &value);
-    };
-    /// All lines in the order in which they are written.
-    [[nodiscard]] static std::span<const Row> rows();
+    /// Writes one block: in short form (without the display lines) while Recording.
+    void SaveSettings(LineSink &sink) const;
+    /// Applies \a line, and returns what is no setting in it. A line of an unknown key does
+    /// nothing.
+    LoadedLine LoadSettings(const QString &line);
 
 private:
-    struct Sources;
-
-    void wait();
-    void applyStartSettings(const QString &value);
-    void applyPersistenceOn(const QString &value);
-    void applyPersistence(const QString &value);
-    void applyWaterfallOn(const QString &value);
-    void applyPalette(const QString &value);
-    void applyUpdate(const QString &value);
-    void applyMarkerOn(const QString &value);
-    void applyPoll(const QString &value);
-    void applyMonitorMode(const QString &value);
-    void applySpan(const QString &value);
-    void applyCentre(const QString &value);
-    void applyStart(const QString &value);
-    void applyStep(const QString &value);
-    void applyEnd(const QString &value);
-    void applyMarkerFrequency(const QString &value);
-    void applyReceiver(const QString &value);
-    void applyRXMode(const QString &value);
-    void applyRXStep(const QString &value);
-    void applyRXAtten(const QString &value);
-    void applyRBW(const QString &value);
-    void applyAmp(const QString &value);
-    void applyDataMode(const QString &value);
-    void applySamples(const QString &value);
-    void applyEndSettings(const QString &value);
-    void countChannelLine();
-    void applyChannels();
-    void takeScan(const QString &value);
-    [[nodiscard]] Hertz decimal(const QString &value) const;
+    void apply(const SettingsLine &line, const QString &value);
 
     SettingHolders m_holders;
-    SessionState &m_session;
+    const SessionState &m_session;
     SettingsHost &m_host;
     Clock &m_clock;
     const DateTimeText &m_texts;
-    Hertz m_ChannelStart;
-    Hertz m_ChannelStep;
-    Hertz m_ChannelEnd;
-    qint16 m_ChannelCount = 0;
+    /// Lives from line to line, and from file to file, until a block begins.
+    ChannelStore m_channels;
 };
 
 } // namespace veldron

@@ -18,8 +18,6 @@ namespace veldron {
 
 namespace {
 
-constexpr qint32 kPortBit = 1;
-constexpr qint32 kPollBit = 32;
 constexpr int kPrefixLength = 4; ///< of "COM " in front of the port's number
 
 struct PollRow {
@@ -37,8 +35,8 @@ qint16 portOfText(const QString &text) {
 
 } // namespace
 
-frmCommSettings::frmCommSettings(frmVDR &vdr, ErrorGuard guard, QWidget *parent)
-    : QDialog(parent), m_vdr(vdr), m_guard(std::move(guard)) {
+frmCommSettings::frmCommSettings(ErrorGuard guard, frmVDR &vdr, QWidget *parent)
+    : SettingsDialog(std::move(guard), parent), m_vdr(vdr) {
     setWindowTitle("Communication Settings");
     makeControls();
     layOut();
@@ -73,7 +71,7 @@ void frmCommSettings::layOut() {
     addList(grid, 1, Label3, cboPoll);
     grid->setRowMinimumHeight(2, 12);
     grid->addWidget(OKButton, 3, 0, 1, 2, Qt::AlignRight);
-    cboComPort->setFocus();
+    setFirstControl(cboComPort);
 }
 
 void frmCommSettings::addList(QGridLayout *grid, int row, QLabel *label, DialogList *list) {
@@ -84,10 +82,10 @@ void frmCommSettings::addList(QGridLayout *grid, int row, QLabel *label, DialogL
 }
 
 void frmCommSettings::wireControls() {
-    connect(cboComPort, &QComboBox::activated, this,
-            [this] { m_guard.run([this] { reactToComPort(); }); });
-    connect(cboPoll, &QComboBox::activated, this, [this] { reactToPoll(); });
-    connect(OKButton, &QPushButton::clicked, this, &QDialog::accept);
+    connectGuarded(guard(), cboComPort, &QComboBox::activated, this,
+                   &frmCommSettings::reactToComPort);
+    connectGuarded(guard(), cboPoll, &QComboBox::activated, this, &frmCommSettings::reactToPoll);
+    connectGuarded(guard(), OKButton, &QPushButton::clicked, this, &QDialog::accept);
 }
 
 void frmCommSettings::setPoll(qint32 value) {
@@ -99,8 +97,8 @@ void frmCommSettings::setPoll(qint32 value) {
     }
 }
 
-qint32 frmCommSettings::Change() {
-    return std::exchange(m_Change, 0);
+CommChanges frmCommSettings::Change() {
+    return std::exchange(m_Change, {});
 }
 
 void frmCommSettings::fillComPorts(const QStringList &ports) {
@@ -139,7 +137,7 @@ void frmCommSettings::reactToComPort() {
     } else {
         selectPortInForce();
     }
-    noteChange(kPortBit);
+    noteChange(CommChange::SerialPort);
 }
 
 void frmCommSettings::selectPortInForce() {
@@ -157,13 +155,13 @@ void frmCommSettings::selectPortInForce() {
 void frmCommSettings::reactToPoll() {
     m_Poll = cboPoll->itemValue();
     if (!m_Updating) {
-        noteChange(kPollBit);
+        noteChange(CommChange::Poll);
     }
 }
 
-void frmCommSettings::noteChange(qint32 bit) {
-    m_Change |= bit;
-    Q_EMIT Changed(bit);
+void frmCommSettings::noteChange(CommChange change) {
+    m_Change |= change;
+    Q_EMIT Changed(change);
 }
 
 } // namespace veldron

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "common/ErrorGuard.h"
+#include <QFlags>
 
-#include <QDialog>
+#include "settings/SettingsDialog.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -16,28 +17,34 @@ namespace veldron {
 class DialogList;
 class frmVDR;
 
-/// The dialog "Communication Settings", and the store of the poll rate.
+/// What was changed; the bits of the mask Change of frmCommSettings.
+enum class CommChange : qint32 {
+    SerialPort = 1, ///< chosen, by the user or by code
+    Poll = 32,      ///< by the user
+};
+Q_DECLARE_FLAGS(CommChanges, CommChange)
+Q_DECLARE_OPERATORS_FOR_FLAGS(CommChanges)
+
+/// The dialog "Communication Settings", and the holder of the poll rate, open or not.
 ///
-/// It is made once, lives hidden for the whole run, and is read and written at any time, open or
-/// not. A port acts at the moment it is chosen, by the user or by code; a poll rate is noted in the
-/// mask Change, for the form to apply after the dialog has closed. OK, the close box and Escape all
-/// hide the dialog and leave field and mask alone.
+/// A port acts at the moment it is chosen, by the user or by code; a poll rate is noted in the mask
+/// Change, for the form to apply after the dialog has closed.
 ///
-/// Bits of the mask: 1 serial port (also when code chose it), 32 poll rate. Order of calls at
-/// start: fillComPorts, selectComPort(0), setPoll.
-class frmCommSettings : public QDialog {
+/// Order of calls at start: fillComPorts; selectComPort(0), which ends whatever state the search of
+/// the ports has left; setPoll.
+class frmCommSettings : public SettingsDialog {
     Q_OBJECT
 
 public:
-    /// \a vdr outlives the dialog. \a guard receives what a user's pick of a port throws.
-    frmCommSettings(frmVDR &vdr, ErrorGuard guard, QWidget *parent = nullptr);
+    /// \a vdr outlives the dialog.
+    frmCommSettings(ErrorGuard guard, frmVDR &vdr, QWidget *parent = nullptr);
 
     /// Milliseconds between scans: 250, 500, 1000, 2000, 5000 or 10000; 0 before the first write.
     [[nodiscard]] qint32 Poll() const { return m_Poll; }
     /// A value without a row in the list changes nothing.
     void setPoll(qint32 value);
     /// What changed since the last call; clears it.
-    qint32 Change();
+    CommChanges Change();
 
     /// The rows of cboComPort: "None", then \a ports ("COM 3") in their order. Selects nothing.
     void fillComPorts(const QStringList &ports);
@@ -48,10 +55,7 @@ public:
 
 Q_SIGNALS:
     /// A port was chosen or the user changed the poll rate; \a What is its bit in Change.
-    void Changed(qint32 What);
-
-public Q_SLOTS:
-    void reject() override { accept(); }
+    void Changed(veldron::CommChange What);
 
 private:
     void makeControls();
@@ -62,12 +66,11 @@ private:
     void reactToComPort();
     void selectPortInForce();
     void reactToPoll();
-    void noteChange(qint32 bit);
+    void noteChange(CommChange change);
 
     frmVDR &m_vdr;
-    ErrorGuard m_guard;
     qint32 m_Poll = 0;
-    qint32 m_Change = 0;
+    CommChanges m_Change;
     bool m_Updating = false;
 
     QLabel *Label2 = nullptr;

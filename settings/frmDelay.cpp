@@ -9,6 +9,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <utility>
+
 namespace veldron {
 
 namespace {
@@ -18,7 +20,7 @@ constexpr double kLongest = 1000.0;
 
 } // namespace
 
-frmDelay::frmDelay(QWidget *parent) : QDialog(parent) {
+frmDelay::frmDelay(ErrorGuard guard, QWidget *parent) : SettingsDialog(std::move(guard), parent) {
     setWindowTitle("LoadSettings delay");
     Label1 = new QLabel("Delay in ms (0 - 1000)", this);
     Label1->setObjectName("Label1");
@@ -29,6 +31,7 @@ frmDelay::frmDelay(QWidget *parent) : QDialog(parent) {
     cmdOK = new QPushButton("OK", this);
     cmdOK->setObjectName("cmdOK");
     cmdOK->setDefault(true);
+    setFirstControl(Text1);
     layOut();
     wireControls();
 }
@@ -44,8 +47,8 @@ void frmDelay::layOut() {
 }
 
 void frmDelay::wireControls() {
-    connect(Text1, &QLineEdit::textChanged, this, &frmDelay::keepInRange);
-    connect(cmdOK, &QPushButton::clicked, this, &QDialog::accept);
+    connectGuarded(guard(), Text1, &QLineEdit::textChanged, this, &frmDelay::keepInRange);
+    connectGuarded(guard(), cmdOK, &QPushButton::clicked, this, &QDialog::accept);
 }
 
 void frmDelay::keepInRange(const QString &text) {

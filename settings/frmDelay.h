@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QDialog>
+#include "settings/SettingsDialog.h"
 
 class QLabel;
 class QLineEdit;
@@ -10,15 +10,12 @@ class QPushButton;
 namespace veldron {
 
 /// A small dialog for a delay in milliseconds, 0 to 1000. Nothing in the program shows it or reads
-/// its text. The button, the close box and Escape hide it.
-class frmDelay : public QDialog {
+/// its text.
+class frmDelay : public SettingsDialog {
     Q_OBJECT
 
 public:
-    explicit frmDelay(QWidget *parent = nullptr);
-
-public Q_SLOTS:
-    void reject() override { accept(); }
+    explicit frmDelay(ErrorGuard guard, QWidget *parent = nullptr);
 
 private:
     void layOut();

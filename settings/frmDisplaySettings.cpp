@@ -8,34 +8,29 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QPushButton>
-#include <QScopedValueRollback>
 
-#include <array>
+#include <span>
 #include <utility>
 
 namespace veldron {
 
 namespace {
 
-constexpr qint32 kWaterfallBit = 4;
-constexpr qint32 kPersistenceBit = 8;
-constexpr qint32 kPaletteBit = 16;
-constexpr qint32 kMarkerBit = 64;
+constexpr int kGap = 8; ///< pixels between two groups of controls
+constexpr int kGapAboveOk = 12;
 
-struct Row {
+struct Choice {
     const char *text;
-    qint32 itemValue;
+    qint32 value;
 };
 
-constexpr std::array kPersistenceRows{Row{"5s", 5},     Row{"10s", 10},  Row{"30s", 30},
-                                      Row{"1m", 60},    Row{"5m", 300},  Row{"10m", 600},
-                                      Row{"30m", 1800}, Row{"1h", 3600}, Row{"life", -1}};
-constexpr std::array kUpdateRows{Row{"1s", 1},   Row{"2s", 2},   Row{"5s", 5},
-                                 Row{"10s", 10}, Row{"30s", 30}, Row{"1m", 60}};
-/// The position in the list is the palette's index; the item values say nothing.
-constexpr std::array kPaletteRows{Row{"black to white", 0}, Row{"white to black", 0},
-                                  Row{"hot metal", 0},      Row{"rainbow", 0},
-                                  Row{"spectrum 5", 0},     Row{"spectrum 6", 0}};
+constexpr Choice kPersistenceRows[] = {{"5s", 5},     {"10s", 10},  {"30s", 30},
+                                       {"1m", 60},    {"5m", 300},  {"10m", 600},
+                                       {"30m", 1800}, {"1h", 3600}, {"life", -1}};
+constexpr Choice kUpdateRows[] = {{"1s", 1},   {"2s", 2},   {"5s", 5},
+                                  {"10s", 10}, {"30s", 30}, {"1m", 60}};
+constexpr Choice kPaletteRows[] = {{"black to white", 0}, {"white to black", 1}, {"hot metal", 2},
+                                   {"rainbow", 3},        {"spectrum 5", 4},     {"spectrum 6", 5}};
 
 template <typename Control, typename... Text>
 Control *made(const char *name, QWidget *parent, Text... text) {
@@ -44,176 +39,141 @@ Control *made(const char *name, QWidget *parent, Text... text) {
     return control;
 }
 
-template <typename Rows>
-DialogList *madeList(const char *name, QWidget *parent, const Rows &rows) {
-    auto *const list = made<DialogList>(name, parent);
-    for (const Row &row : rows) {
-        list->addRow(QLatin1String(row.text), row.itemValue);
-    }
-    return list;
-}
-
 } // namespace
 
-frmDisplaySettings::frmDisplaySettings(QWidget *parent) : QDialog(parent) {
+/// A check box.
+struct frmDisplaySettings::BoxRow {
+    const char *name;
+    const char *caption;
+    const char *tip;
+    bool DisplaySettings::*field;
+    DisplayChange change;
+};
+
+/// A fixed list with a label in front of it.
+struct frmDisplaySettings::ListRow {
+    const char *name;
+    const char *labelName;
+    const char *label;
+    const char *tip;
+    std::span<const Choice> choices;
+    std::variant<qint16 DisplaySettings::*, qint32 DisplaySettings::*> field;
+    DisplayChange change;
+};
+
+frmDisplaySettings::frmDisplaySettings(ErrorGuard guard, QWidget *parent)
+    : SettingsDialog(std::move(guard), parent) {
     setWindowTitle("Display Settings");
-    makeCheckBoxes();
-    makeLists();
-    layOut();
-    orderTabs();
-    wireControls();
-}
-
-void frmDisplaySettings::makeCheckBoxes() {
-    chkPersistence = made<QCheckBox>("chkPersistence", this, "Peak following");
-    chkWaterfall = made<QCheckBox>("chkWaterfall", this, "Show waterfall");
-    chkMarker = made<QCheckBox>("chkMarker", this, "Show marker");
-    chkMarker->setToolTip("Show the Frequency marker on the spectrum display");
-    OKButton = made<QPushButton>("OKButton", this, "OK");
-    OKButton->setDefault(true);
-}
-
-void frmDisplaySettings::makeLists() {
-    Label5 = made<QLabel>("Label5", this, "Persistence time");
-    cboPersistence = madeList("cboPersistence", this, kPersistenceRows);
-    cboPersistence->setToolTip("How long the peak values persist on the spectrum display");
-    Label4 = made<QLabel>("Label4", this, "Waterfall update rate");
-    cboUpdate = madeList("cboUpdate", this, kUpdateRows);
-    cboUpdate->setToolTip("How fast the waterfall display moves downwards");
-    Label6 = made<QLabel>("Label6", this, "Waterfall colours");
-    cboPalette = madeList("cboPalette", this, kPaletteRows);
-    cboPalette->setToolTip("Colour scheme for the waterfall display");
-    Picture1 = made<PalettePreview>("Picture1", this);
-    Picture1->setAccessibleName("Preview of the waterfall colours, low to high");
-    Label8 = made<QLabel>("Label8", this, "low");
-    Label9 = made<QLabel>("Label9", this, "high");
-}
-
-void frmDisplaySettings::layOut() {
     auto *const grid = new QGridLayout(this);
     grid->setSizeConstraint(QLayout::SetFixedSize);
     grid->setHorizontalSpacing(12);
-    grid->addWidget(chkPersistence, 0, 0, 1, 3);
-    addList(grid, 1, Label5, cboPersistence);
-    grid->setRowMinimumHeight(2, 8);
-    grid->addWidget(chkWaterfall, 3, 0, 1, 3);
-    addList(grid, 4, Label4, cboUpdate);
-    addList(grid, 5, Label6, cboPalette);
-    grid->addWidget(Picture1, 6, 1, 1, 2);
-    grid->addWidget(Label8, 7, 1, Qt::AlignLeft);
-    grid->addWidget(Label9, 7, 2, Qt::AlignRight);
-    grid->setRowMinimumHeight(8, 8);
-    grid->addWidget(chkMarker, 9, 0, 1, 3);
-    grid->setRowMinimumHeight(10, 12);
-    grid->addWidget(OKButton, 11, 0, 1, 3, Qt::AlignRight);
+    makeControls(grid);
 }
 
-void frmDisplaySettings::addList(QGridLayout *grid, int row, QLabel *label, DialogList *list) {
-    label->setBuddy(list);
-    list->setAccessibleName(label->text());
-    grid->addWidget(label, row, 0);
-    grid->addWidget(list, row, 1, 1, 2);
+/// From top to bottom, which is the order of the tab key too.
+void frmDisplaySettings::makeControls(QGridLayout *grid) {
+    addBox(grid, {"chkPersistence", "Peak following", "", &DisplaySettings::PersistenceEnable,
+                  DisplayChange::Persistence});
+    addList(grid, {"cboPersistence", "Label5", "Persistence time",
+                   "How long the peak values persist on the spectrum display", kPersistenceRows,
+                   &DisplaySettings::Persistence, DisplayChange::Persistence});
+    addGap(grid, kGap);
+    addBox(grid, {"chkWaterfall", "Show waterfall", "", &DisplaySettings::WaterfallEnable,
+                  DisplayChange::Waterfall});
+    addList(grid, {"cboUpdate", "Label4", "Waterfall update rate",
+                   "How fast the waterfall display moves downwards", kUpdateRows,
+                   &DisplaySettings::Update, DisplayChange::Waterfall});
+    addList(grid,
+            {"cboPalette", "Label6", "Waterfall colours", "Colour scheme for the waterfall display",
+             kPaletteRows, &DisplaySettings::PaletteIndex, DisplayChange::Palette});
+    addPreview(grid);
+    addGap(grid, kGap);
+    addBox(grid, {"chkMarker", "Show marker", "Show the Frequency marker on the spectrum display",
+                  &DisplaySettings::MarkerEnable, DisplayChange::Marker});
+    addOk(grid);
+    setFirstControl(findChild<QCheckBox *>());
 }
 
-void frmDisplaySettings::orderTabs() {
-    const std::array<QWidget *, 7> order{chkPersistence, cboPersistence, chkWaterfall, cboUpdate,
-                                         cboPalette,     chkMarker,      OKButton};
-    for (std::size_t i = 1; i < order.size(); ++i) {
-        setTabOrder(order[i - 1], order[i]);
-    }
-    chkPersistence->setFocus();
-}
-
-void frmDisplaySettings::wireControls() {
-    connect(chkPersistence, &QCheckBox::clicked, this, [this](bool checked) {
-        reactToCheckBox(m_PersistenceEnable, checked, kPersistenceBit);
+void frmDisplaySettings::addBox(QGridLayout *grid, const BoxRow &row) {
+    auto *const box = made<QCheckBox>(row.name, this, row.caption);
+    box->setToolTip(QLatin1String(row.tip));
+    grid->addWidget(box, m_row++, 0, 1, 3);
+    m_writers.emplace_back([this, box, field = row.field](const DisplaySettings &values) {
+        m_values.*field = values.*field;
+        box->setChecked(values.*field);
     });
-    connect(chkWaterfall, &QCheckBox::clicked, this,
-            [this](bool checked) { reactToCheckBox(m_WaterfallEnable, checked, kWaterfallBit); });
-    connect(chkMarker, &QCheckBox::clicked, this,
-            [this](bool checked) { reactToCheckBox(m_MarkerEnable, checked, kMarkerBit); });
-    connect(cboPersistence, &QComboBox::activated, this, [this] { reactToPersistence(); });
-    connect(cboUpdate, &QComboBox::activated, this, [this] { reactToUpdate(); });
-    connect(cboPalette, &QComboBox::activated, this, [this] { reactToPalette(); });
-    connect(OKButton, &QPushButton::clicked, this, &QDialog::accept);
+    // A write from code raises no clicked.
+    connectGuarded(guard(), box, &QCheckBox::clicked, this,
+                   [this, field = row.field, change = row.change](bool checked) {
+                       m_values.*field = checked;
+                       noteChange(change);
+                   });
 }
 
-void frmDisplaySettings::setPersistenceEnable(bool value) {
-    writeCheckBox(chkPersistence, m_PersistenceEnable, value);
-}
-
-void frmDisplaySettings::setWaterfallEnable(bool value) {
-    writeCheckBox(chkWaterfall, m_WaterfallEnable, value);
-}
-
-void frmDisplaySettings::setMarkerEnable(bool value) {
-    writeCheckBox(chkMarker, m_MarkerEnable, value);
-}
-
-void frmDisplaySettings::setUpdate(qint32 value) {
-    const int row = cboUpdate->rowOfValue(value);
-    if (row >= 0) {
-        const QScopedValueRollback<bool> updating(m_Updating, true);
-        cboUpdate->setCurrentIndex(row);
-        reactToUpdate();
+void frmDisplaySettings::addList(QGridLayout *grid, const ListRow &row) {
+    auto *const label = made<QLabel>(row.labelName, this, row.label);
+    auto *const list = made<DialogList>(row.name, this);
+    for (const Choice &choice : row.choices) {
+        list->addRow(QLatin1String(choice.text), choice.value);
     }
+    list->setToolTip(QLatin1String(row.tip));
+    list->setAccessibleName(label->text());
+    label->setBuddy(list);
+    grid->addWidget(label, m_row, 0);
+    grid->addWidget(list, m_row++, 1, 1, 2);
+    std::visit(
+        [this, list, change = row.change](auto field) {
+            m_writers.emplace_back([this, list, field](const DisplaySettings &values) {
+                if (const int place = list->rowOfValue(values.*field); place >= 0) {
+                    m_values.*field = values.*field;
+                    list->setCurrentIndex(place);
+                }
+            });
+            // A write from code raises no activated.
+            connectGuarded(guard(), list, &QComboBox::activated, this, [this, list, field, change] {
+                m_values.*field =
+                    static_cast<std::decay_t<decltype(m_values.*field)>>(list->itemValue());
+                Picture1->setScheme(m_values.PaletteIndex);
+                noteChange(change);
+            });
+        },
+        row.field);
 }
 
-void frmDisplaySettings::setPersistence(qint32 value) {
-    const int row = cboPersistence->rowOfValue(value);
-    if (row >= 0) {
-        const QScopedValueRollback<bool> updating(m_Updating, true);
-        cboPersistence->setCurrentIndex(row);
-        reactToPersistence();
+void frmDisplaySettings::addPreview(QGridLayout *grid) {
+    Picture1 = made<PalettePreview>("Picture1", this);
+    Picture1->setAccessibleName("Preview of the waterfall colours, low to high");
+    grid->addWidget(Picture1, m_row++, 1, 1, 2);
+    grid->addWidget(made<QLabel>("Label8", this, "low"), m_row, 1, Qt::AlignLeft);
+    grid->addWidget(made<QLabel>("Label9", this, "high"), m_row++, 2, Qt::AlignRight);
+}
+
+void frmDisplaySettings::addOk(QGridLayout *grid) {
+    auto *const OKButton = made<QPushButton>("OKButton", this, "OK");
+    OKButton->setDefault(true);
+    addGap(grid, kGapAboveOk);
+    grid->addWidget(OKButton, m_row++, 0, 1, 3, Qt::AlignRight);
+    connectGuarded(guard(), OKButton, &QPushButton::clicked, this, &QDialog::accept);
+}
+
+void frmDisplaySettings::addGap(QGridLayout *grid, int height) {
+    grid->setRowMinimumHeight(m_row++, height);
+}
+
+void frmDisplaySettings::setValues(const DisplaySettings &values) {
+    for (const auto &write : m_writers) {
+        write(values);
     }
+    Picture1->setScheme(m_values.PaletteIndex);
 }
 
-void frmDisplaySettings::setPaletteIndex(qint16 value) {
-    if (value >= 0 && value < cboPalette->count()) {
-        const QScopedValueRollback<bool> updating(m_Updating, true);
-        cboPalette->setCurrentIndex(value);
-        reactToPalette();
-    }
+DisplayChanges frmDisplaySettings::Change() {
+    return std::exchange(m_Change, {});
 }
 
-qint32 frmDisplaySettings::Change() {
-    return std::exchange(m_Change, 0);
-}
-
-void frmDisplaySettings::writeCheckBox(QCheckBox *box, bool &field, bool value) {
-    const QScopedValueRollback<bool> updating(m_Updating, true);
-    field = value;
-    box->setChecked(value);
-}
-
-void frmDisplaySettings::reactToCheckBox(bool &field, bool checked, qint32 bit) {
-    if (!m_Updating) {
-        field = checked;
-        noteChange(bit);
-    }
-}
-
-void frmDisplaySettings::reactToPersistence() {
-    m_Persistence = cboPersistence->itemValue();
-    noteChange(kPersistenceBit);
-}
-
-void frmDisplaySettings::reactToUpdate() {
-    m_Update = cboUpdate->itemValue();
-    noteChange(kWaterfallBit);
-}
-
-void frmDisplaySettings::reactToPalette() {
-    m_PaletteIndex = static_cast<qint16>(cboPalette->currentIndex());
-    Picture1->setScheme(m_PaletteIndex);
-    noteChange(kPaletteBit);
-}
-
-void frmDisplaySettings::noteChange(qint32 bit) {
-    if (!m_Updating) {
-        m_Change |= bit;
-        Q_EMIT Changed(bit);
-    }
+void frmDisplaySettings::noteChange(DisplayChange change) {
+    m_Change |= change;
+    Q_EMIT Changed(change);
 }
 
 } // namespace veldron

@@ -182,6 +182,13 @@ protected:
         return child<ctlChartSpectrum>("ctlChartSpectrum1");
     }
     [[nodiscard]] ctlPlayback &transport() const { return child<ctlPlayback>("ctlPlayback1"); }
+    /// Writes one of the display settings from code.
+    template <typename T>
+    void writeDisplay(T DisplaySettings::*field, std::type_identity_t<T> value) {
+        DisplaySettings values = displaySettings().values();
+        values.*field = value;
+        displaySettings().setValues(values);
+    }
     [[nodiscard]] frmDisplaySettings &displaySettings() const {
         return *m_form->findChildren<frmDisplaySettings *>().first();
     }

@@ -84,12 +84,12 @@ TEST_F(ReadBackTest, channelPanel_holdsTheChannelStepInItsCentre) {
 
 TEST_F(ReadBackTest, chart_takesGridAndDisplaySettings) {
     startUp();
-    displaySettings().setPaletteIndex(5);
-    displaySettings().setPersistence(60);
-    displaySettings().setUpdate(10);
-    displaySettings().setMarkerEnable(false);
-    displaySettings().setPersistenceEnable(true);
-    displaySettings().setWaterfallEnable(true);
+    writeDisplay(&DisplaySettings::PaletteIndex, 5);
+    writeDisplay(&DisplaySettings::Persistence, 60);
+    writeDisplay(&DisplaySettings::Update, 10);
+    writeDisplay(&DisplaySettings::MarkerEnable, false);
+    writeDisplay(&DisplaySettings::PersistenceEnable, true);
+    writeDisplay(&DisplaySettings::WaterfallEnable, true);
     setUnit("SCF", "433");
     setUnit("SSP", "4");
     readEverythingBack();
@@ -103,7 +103,7 @@ TEST_F(ReadBackTest, chart_takesGridAndDisplaySettings) {
     EXPECT_FALSE(chart().MarkerEn());
     EXPECT_TRUE(chart().Peak());
     EXPECT_EQ(chart().DisplayType(), DisplayTypeCode::TraceAndWaterfall);
-    displaySettings().setWaterfallEnable(false);
+    writeDisplay(&DisplaySettings::WaterfallEnable, false);
     doubleClickChart(megahertz(433));
     EXPECT_EQ(chart().DisplayType(), DisplayTypeCode::Trace);
 }

@@ -223,12 +223,12 @@ TEST_F(FrmDisplayStartTest, defaults_areThoseOfAFirstRun) {
     setPorts({}, 0);
     start();
     EXPECT_EQ(commSettings().Poll(), 1000);
-    EXPECT_EQ(displaySettings().Update(), 1);
-    EXPECT_EQ(displaySettings().Persistence(), 5);
-    EXPECT_EQ(displaySettings().PaletteIndex(), 3);
-    EXPECT_TRUE(displaySettings().MarkerEnable());
-    EXPECT_FALSE(displaySettings().PersistenceEnable());
-    EXPECT_FALSE(displaySettings().WaterfallEnable());
+    EXPECT_EQ(displaySettings().values().Update, 1);
+    EXPECT_EQ(displaySettings().values().Persistence, 5);
+    EXPECT_EQ(displaySettings().values().PaletteIndex, 3);
+    EXPECT_TRUE(displaySettings().values().MarkerEnable);
+    EXPECT_FALSE(displaySettings().values().PersistenceEnable);
+    EXPECT_FALSE(displaySettings().values().WaterfallEnable);
     EXPECT_EQ(chart().Palette(), 3);
     EXPECT_EQ(chart().Timespan(), 5);
     EXPECT_EQ(chart().Update(), 1);
@@ -329,7 +329,7 @@ TEST_F(FrmDisplayStartTest, secondStart_restoresWhatTheFirstRunEndedWith) {
     startUp();
     monitor().setfCentre(megahertz(433));
     raise(monitor(), MonitorChangeCode::Centre);
-    displaySettings().setPaletteIndex(1);
+    writeDisplay(&DisplaySettings::PaletteIndex, 1);
     m_form->close();
     resetUnit();
     startUp();

@@ -196,9 +196,9 @@ TEST_F(FrmDisplayTest, displayDialogDuringPlayback_startsNoPoll) {
 TEST_F(FrmDisplayTest, displayLinesOfAHistory_giveWayToTheDialogsSettings) {
     for (const bool on : {false, true}) {
         startUp();
-        displaySettings().setPersistenceEnable(on);
-        displaySettings().setWaterfallEnable(on);
-        displaySettings().setMarkerEnable(on);
+        writeDisplay(&DisplaySettings::PersistenceEnable, on);
+        writeDisplay(&DisplaySettings::WaterfallEnable, on);
+        writeDisplay(&DisplaySettings::MarkerEnable, on);
         writeFile("a.rec", QByteArray("VELDRONv1 History file\r\nStartSettings 14 Mar 2026\r\n"
                                       "PersistenceOn X\r\nWaterfallOn X\r\nMarkerOn X\r\n"
                                       "EndSettings \r\nData AAAA 10:00:00\r\n"

@@ -15,17 +15,20 @@ protected:
         chart.setPoll(1000);
         chart.setPlayback(true);
     }
+    void setTime(QTime time) {
+        chart.SetPlaybackTime(time.toString(QStringLiteral("HH:mm:ss")), time);
+    }
     // Scans of the levels 1 upward, one each second from 10:00:00 on.
     void play(int scans) {
         for (int i = 0; i < scans; ++i) {
-            chart.SetPlaybackTime(QTime(10, 0).addSecs(i).toString(QStringLiteral("HH:mm:ss")));
+            setTime(QTime(10, 0).addSecs(i));
             scan(static_cast<quint8>(i + 1));
         }
     }
     // Thirty scans of the levels 100 downward, one each second, the last at \a end.
     void playFalling(QTime end) {
         for (int i = 0; i < 30; ++i) {
-            chart.SetPlaybackTime(end.addSecs(i - 29).toString(QStringLiteral("HH:mm:ss")));
+            setTime(end.addSecs(i - 29));
             scan(static_cast<quint8>(100 - i));
         }
     }
@@ -39,18 +42,8 @@ protected:
 using ChartPlaybackTest = Playback;
 
 TEST_F(ChartPlaybackTest, time_isShownInTheChartsOwnStatusBar) {
-    chart.SetPlaybackTime(QStringLiteral("10:20:30"));
+    setTime(QTime(10, 20, 30));
     EXPECT_EQ(chart.statusText(), QStringLiteral("10:20:30"));
-}
-
-TEST_F(ChartPlaybackTest, textThatIsNoTime_isABadValue) {
-    try {
-        chart.SetPlaybackTime(QStringLiteral("soon"));
-        ADD_FAILURE() << "no error came";
-    } catch (const UntrappedError &error) {
-        EXPECT_EQ(error.kind(), UntrappedError::Kind::BadValue);
-        EXPECT_TRUE(error.message().contains(QStringLiteral("soon")));
-    }
 }
 
 TEST_F(ChartPlaybackTest, scans_makeOneRowEach) {
@@ -215,7 +208,7 @@ TEST_F(ChartPlaybackTest, leavingPlayback_emptiesTheWaterfall) {
 TEST_F(ChartPlaybackTest, pollUnderASecond_makesOneRowOfEachScan) {
     chart.setPoll(250);
     for (int i = 0; i < 8; ++i) {
-        chart.SetPlaybackTime(QTime(10, 0).addSecs(i / 4).toString(QStringLiteral("HH:mm:ss")));
+        setTime(QTime(10, 0).addSecs(i / 4));
         scan(static_cast<quint8>(i + 1));
     }
     for (int row = 0; row < 8; ++row) {

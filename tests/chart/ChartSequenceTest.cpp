@@ -108,8 +108,8 @@ protected:
     }
     void playTo(int time) {
         m_played = time;
-        const QTime text = QTime(0, 0).addSecs(m_played % 86400);
-        chart.SetPlaybackTime(text.toString(QStringLiteral("HH:mm:ss")));
+        const QTime moment = QTime(0, 0).addSecs(m_played % 86400);
+        chart.SetPlaybackTime(moment.toString(QStringLiteral("HH:mm:ss")), moment);
         plain.playTo(static_cast<float>(m_played % 86400));
     }
     void setPlayback() {

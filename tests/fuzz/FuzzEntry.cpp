@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tests/fuzz/FuzzEntry.h"
 
-#include "settings/SettingsFiles.h"
+#include "common/TextFile.h"
+#include "common/UntrappedError.h"
 #include "tests/support/HistoryFixture.h"
 
 #include <QBuffer>
@@ -29,8 +30,7 @@ HistoryFixture &freshFixture() {
     }();
     fixture.session = SessionState();
     fixture.clock.setTimeOfDay(36000.0);
-    bool found = false;
-    fixture.stream.LoadSettings(QStringLiteral("StartSettings"), found);
+    fixture.lines.LoadSettings(QStringLiteral("StartSettings"));
     if (fixture.state() != startState) {
         fixture.setUp();
     }
@@ -70,7 +70,7 @@ qint16 direction(int step) {
 void play(HistoryFixture &fixture) {
     fixture.playback.mnuFilePlayback();
     for (int step = 0; step < kSteps && !fixture.log.contains(QStringLiteral("StopPlay")); ++step) {
-        fixture.playback.Step(direction(step));
+        fixture.step(direction(step));
     }
 }
 
@@ -85,14 +85,13 @@ void loadSettingsBytes(const std::uint8_t *bytes, std::size_t size) {
     try {
         (void)reader.readLine();
         while (!reader.atEnd()) {
-            bool found = false;
-            loadLineOf(reader, fixture.stream, reader.readLine(), found);
+            fixture.lines.LoadSettings(reader.readLine());
         }
     } catch (const UntrappedError &) {
         // The way out that a bad line has.
     }
     LineList block;
-    fixture.stream.SaveSettings(block);
+    fixture.lines.SaveSettings(block);
 }
 
 void playHistoryBytes(const std::uint8_t *bytes, std::size_t size) {

@@ -43,12 +43,12 @@ TEST_F(PlaybackEngineTest, opening_showsTheFirstScanOnTheChart) {
     open(head() + scans(2));
     EXPECT_TRUE(chart().Playback());
     EXPECT_EQ(chart().statusText(), "10:00:00");
-    EXPECT_EQ(m_fixture.session.ScanData, (LevelScan{'a', 'b', 'c'}));
+    EXPECT_EQ(m_fixture.playback.Scan()->levels, (LevelScan{'a', 'b', 'c'}));
 }
 
 TEST_F(PlaybackEngineTest, opening_fillsThePanelsAndLeavesDialogsAndUnit) {
     m_fixture.connectUnit();
-    m_fixture.displaySettings.setPaletteIndex(4);
+    m_fixture.displaySettings.setValues({.PaletteIndex = 4});
     QStringList lines = head();
     lines.insert(2, "Palette 1");
     lines.insert(2, "PersistenceOn True");
@@ -58,8 +58,8 @@ TEST_F(PlaybackEngineTest, opening_fillsThePanelsAndLeavesDialogsAndUnit) {
     EXPECT_EQ(m_fixture.ctlFrequency1.RX(), 1);
     EXPECT_EQ(chart().Poll(), 250);
     EXPECT_EQ(m_fixture.commSettings.Poll(), 1000);
-    EXPECT_EQ(m_fixture.displaySettings.PaletteIndex(), 4);
-    EXPECT_FALSE(m_fixture.displaySettings.PersistenceEnable());
+    EXPECT_EQ(m_fixture.displaySettings.values().PaletteIndex, 4);
+    EXPECT_FALSE(m_fixture.displaySettings.values().PersistenceEnable);
     EXPECT_FALSE(chart().Peak()); // the dialog's settings win at the block's end
     EXPECT_TRUE(m_fixture.line.commands().filter("W").isEmpty());
 }
@@ -70,7 +70,7 @@ TEST_F(PlaybackEngineTest, anyFirstLine_isTaken) {
         QStringList lines = head();
         lines[0] = first;
         open(lines + scans(2));
-        EXPECT_EQ(m_fixture.session.ScanTime, "10:00:00") << first;
+        EXPECT_EQ(m_fixture.playback.Scan()->timeText, "10:00:00") << first;
         EXPECT_EQ(playback.HistoryPosition(), sizeOf(lines + scans(1))) << first;
         playback.Quit();
     }

@@ -70,7 +70,7 @@ TEST_F(PlaybackEngineStepTest, lastLineWithoutAnEnd_counts) {
     putBytes((head() + scans(2)).join("\r\n").toLatin1());
     open();
     step(1);
-    EXPECT_EQ(m_fixture.session.ScanTime, "10:00:01");
+    EXPECT_EQ(m_fixture.playback.Scan()->timeText, "10:00:01");
     EXPECT_EQ(m_fixture.playback.HistoryPosition(), m_size + 2);
 }
 
@@ -237,7 +237,7 @@ TEST(PlaybackEngineStep, everyLocale_playsWhatItRecorded) {
         fixture.recorder.writeScan({'b'});
         fixture.recorder.mnuFileRecord();
         fixture.playback.mnuFilePlayback();
-        fixture.playback.Step(1);
+        fixture.step(1);
         const QString mark = fixture.texts.decimalMark();
         EXPECT_EQ(fixture.place, fixture.texts.dateText(QDate(2005, 3, 21)) + ' ' +
                                      fixture.texts.timeText(QTime(13, 30, 1)) + " / 100" + mark +

@@ -138,7 +138,7 @@ TEST_F(PlaybackEngineStrandedTest, fileThatHasGrownMeanwhile_isReadOnOverTheLive
     appendLine(data("10:00:02", "xyz"));
     (void)takeLog();
     step(1);
-    EXPECT_EQ(m_fixture.session.ScanData, (LevelScan{'x', 'y', 'z'}));
+    EXPECT_EQ(m_fixture.playback.Scan()->levels, (LevelScan{'x', 'y', 'z'}));
     EXPECT_EQ(chart().statusText(), "10:00:02");
     EXPECT_FALSE(m_fixture.session.InPlayback);
     EXPECT_FALSE(chart().Playback());
@@ -201,7 +201,8 @@ TEST_F(PlaybackEngineStrandedTest, recordingOverTheStrandedFileItself_doesNoHarm
     m_fixture.playback.Quit();
     m_fixture.recorder.mnuFileRecord();
     open();
-    EXPECT_EQ(m_fixture.session.ScanTime, "10:00:00"); // one scan, the last line: stranded again
+    EXPECT_EQ(m_fixture.playback.Scan()->timeText,
+              "10:00:00"); // one scan, the last line: stranded again
     EXPECT_FALSE(m_fixture.session.InPlayback);
 }
 

@@ -351,7 +351,7 @@ TEST_F(RecorderTest, playbackOrRecordingBegunUnderTheDialog_leavesTheFileAlone) 
             m_fixture.session.*flag = true;
         };
         m_fixture.session = SessionState();
-        Recorder recorder({m_fixture.session, m_fixture.stream, m_fixture, dialogs, m_fixture.clock,
+        Recorder recorder({m_fixture.session, m_fixture.lines, m_fixture, dialogs, m_fixture.clock,
                            m_fixture.texts, QString()});
         recorder.mnuFileRecord();
         EXPECT_EQ(bytes(), "no file");

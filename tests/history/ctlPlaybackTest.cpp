@@ -75,7 +75,7 @@ protected:
         EXPECT_EQ(playColour(), QColor(Qt::red));
     }
 
-    ctlPlayback m_control;
+    ctlPlayback m_control{ErrorGuard([](const UntrappedError &) {})};
     QSignalSpy m_steps{&m_control, &ctlPlayback::Step};
     QSignalSpy m_quits{&m_control, &ctlPlayback::Quit};
 };
@@ -366,7 +366,7 @@ TEST_F(CtlPlaybackTest, hiddenDuringHeldStep_stopsRepeating) {
 
 TEST_F(CtlPlaybackTest, destroyedDuringHeldStep_raisesNothingMore) {
     QWidget window;
-    auto *const held = new ctlPlayback(&window);
+    auto *const held = new ctlPlayback(ErrorGuard([](const UntrappedError &) {}), &window);
     window.show();
     int raised = 0;
     QObject::connect(held, &ctlPlayback::Step, &window, [&] { ++raised; });

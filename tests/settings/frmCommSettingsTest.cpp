@@ -60,7 +60,7 @@ protected:
     frmVDR m_vdr{m_ports, m_clock, m_host};
     std::vector<UntrappedError> m_reported;
     frmCommSettings m_form{
-        m_vdr, ErrorGuard([this](const UntrappedError &error) { m_reported.push_back(error); })};
+        ErrorGuard([this](const UntrappedError &error) { m_reported.push_back(error); }), m_vdr};
     QSignalSpy m_events{&m_form, &frmCommSettings::Changed};
 };
 

@@ -29,11 +29,11 @@ protected:
         return texts;
     }
 
-    frmDelay m_form;
+    frmDelay m_form{ErrorGuard([](const UntrappedError &) {})};
 };
 
 TEST(FrmDelay, start_hasItsTexts) {
-    const frmDelay form;
+    const frmDelay form{ErrorGuard([](const UntrappedError &) {})};
     EXPECT_EQ(form.windowTitle(), "LoadSettings delay");
     EXPECT_EQ(form.findChild<QLineEdit *>("Text1")->text(), "500");
     EXPECT_EQ(form.findChild<QLabel *>("Label1")->text(), "Delay in ms (0 - 1000)");

@@ -38,12 +38,14 @@ protected:
             QTest::keyClick(list(name), Qt::Key_Up);
         }
     }
-    void writeDefaults() {
-        m_form.setUpdate(1);
-        m_form.setPersistence(5);
-        m_form.setPaletteIndex(3);
-        m_form.setMarkerEnable(true);
+    /// A write of one setting from code.
+    template <typename T>
+    void write(T DisplaySettings::*field, std::type_identity_t<T> value) {
+        DisplaySettings values = m_form.values();
+        values.*field = value;
+        m_form.setValues(values);
     }
+    void writeDefaults() { m_form.setValues(DisplaySettings::atStart()); }
     std::vector<int> events() {
         std::vector<int> bits;
         for (const QList<QVariant> &event : m_events) {
@@ -59,18 +61,18 @@ protected:
         return texts;
     }
 
-    frmDisplaySettings m_form;
+    frmDisplaySettings m_form{ErrorGuard([](const UntrappedError &) {})};
     QSignalSpy m_events{&m_form, &frmDisplaySettings::Changed};
 };
 
 TEST_F(FrmDisplaySettingsTest, creation_isEmptyAndUnchanged) {
     EXPECT_EQ(m_form.Change(), 0);
-    EXPECT_EQ(m_form.Update(), 0);
-    EXPECT_EQ(m_form.Persistence(), 0);
-    EXPECT_EQ(m_form.PaletteIndex(), 0);
-    EXPECT_FALSE(m_form.PersistenceEnable());
-    EXPECT_FALSE(m_form.WaterfallEnable());
-    EXPECT_FALSE(m_form.MarkerEnable());
+    EXPECT_EQ(m_form.values().Update, 0);
+    EXPECT_EQ(m_form.values().Persistence, 0);
+    EXPECT_EQ(m_form.values().PaletteIndex, 0);
+    EXPECT_FALSE(m_form.values().PersistenceEnable);
+    EXPECT_FALSE(m_form.values().WaterfallEnable);
+    EXPECT_FALSE(m_form.values().MarkerEnable);
     EXPECT_EQ(list("cboUpdate")->currentIndex(), -1);
 }
 
@@ -126,8 +128,8 @@ TEST_F(FrmDisplaySettingsTest, defaultsWritten_areShownAndNotNoted) {
 TEST_F(FrmDisplaySettingsTest, everyUpdateRow_canBeWrittenAndReadBack) {
     int row = 0;
     for (const qint32 seconds : {1, 2, 5, 10, 30, 60}) {
-        m_form.setUpdate(seconds);
-        EXPECT_EQ(m_form.Update(), seconds);
+        write(&DisplaySettings::Update, seconds);
+        EXPECT_EQ(m_form.values().Update, seconds);
         EXPECT_EQ(list("cboUpdate")->currentIndex(), row++);
     }
     EXPECT_EQ(m_form.Change(), 0);
@@ -136,8 +138,8 @@ TEST_F(FrmDisplaySettingsTest, everyUpdateRow_canBeWrittenAndReadBack) {
 TEST_F(FrmDisplaySettingsTest, everyPersistenceRow_canBeWrittenAndReadBack) {
     int row = 0;
     for (const qint32 seconds : {5, 10, 30, 60, 300, 600, 1800, 3600, -1}) {
-        m_form.setPersistence(seconds);
-        EXPECT_EQ(m_form.Persistence(), seconds);
+        write(&DisplaySettings::Persistence, seconds);
+        EXPECT_EQ(m_form.values().Persistence, seconds);
         EXPECT_EQ(list("cboPersistence")->currentIndex(), row++);
     }
     EXPECT_EQ(m_form.Change(), 0);
@@ -145,8 +147,8 @@ TEST_F(FrmDisplaySettingsTest, everyPersistenceRow_canBeWrittenAndReadBack) {
 
 TEST_F(FrmDisplaySettingsTest, everyPaletteRow_canBeWrittenAndReadBack) {
     for (qint16 row = 0; row < 6; ++row) {
-        m_form.setPaletteIndex(row);
-        EXPECT_EQ(m_form.PaletteIndex(), row);
+        write(&DisplaySettings::PaletteIndex, row);
+        EXPECT_EQ(m_form.values().PaletteIndex, row);
         EXPECT_EQ(list("cboPalette")->currentIndex(), row);
     }
     EXPECT_EQ(m_form.Change(), 0);
@@ -154,24 +156,24 @@ TEST_F(FrmDisplaySettingsTest, everyPaletteRow_canBeWrittenAndReadBack) {
 }
 
 TEST_F(FrmDisplaySettingsTest, persistenceWrittenAsSeven_selectsNothingAndKeepsItsValue) {
-    m_form.setPersistence(30);
-    m_form.setPersistence(7);
-    EXPECT_EQ(m_form.Persistence(), 30);
+    write(&DisplaySettings::Persistence, 30);
+    write(&DisplaySettings::Persistence, 7);
+    EXPECT_EQ(m_form.values().Persistence, 30);
     EXPECT_EQ(list("cboPersistence")->currentText(), "30s");
 }
 
 TEST_F(FrmDisplaySettingsTest, updateWrittenWithoutARow_changesNothing) {
-    m_form.setUpdate(10);
-    m_form.setUpdate(3);
-    EXPECT_EQ(m_form.Update(), 10);
+    write(&DisplaySettings::Update, 10);
+    write(&DisplaySettings::Update, 3);
+    EXPECT_EQ(m_form.values().Update, 10);
     EXPECT_EQ(list("cboUpdate")->currentText(), "10s");
 }
 
 TEST_F(FrmDisplaySettingsTest, paletteIndexOutsideTheList_changesNothing) {
-    m_form.setPaletteIndex(2);
-    m_form.setPaletteIndex(6);
-    m_form.setPaletteIndex(-1);
-    EXPECT_EQ(m_form.PaletteIndex(), 2);
+    write(&DisplaySettings::PaletteIndex, 2);
+    write(&DisplaySettings::PaletteIndex, 6);
+    write(&DisplaySettings::PaletteIndex, -1);
+    EXPECT_EQ(m_form.values().PaletteIndex, 2);
     EXPECT_EQ(list("cboPalette")->currentIndex(), 2);
 }
 
@@ -179,7 +181,7 @@ TEST_F(FrmDisplaySettingsTest, lifePicked_isMinusOne) {
     writeDefaults();
     pick("cboPersistence", 8);
     EXPECT_EQ(list("cboPersistence")->currentText(), "life");
-    EXPECT_EQ(m_form.Persistence(), -1);
+    EXPECT_EQ(m_form.values().Persistence, -1);
     EXPECT_EQ(m_form.Change(), 8);
 }
 
@@ -190,14 +192,15 @@ TEST_F(FrmDisplaySettingsTest, changeReadTwice_isZeroTheSecondTime) {
 }
 
 TEST_F(FrmDisplaySettingsTest, checkBoxesWritten_areShownAndNotNoted) {
-    m_form.setPersistenceEnable(true);
-    m_form.setWaterfallEnable(true);
-    m_form.setMarkerEnable(true);
+    write(&DisplaySettings::PersistenceEnable, true);
+    write(&DisplaySettings::WaterfallEnable, true);
+    write(&DisplaySettings::MarkerEnable, true);
     EXPECT_TRUE(box("chkPersistence")->isChecked() && box("chkWaterfall")->isChecked() &&
                 box("chkMarker")->isChecked());
-    EXPECT_TRUE(m_form.PersistenceEnable() && m_form.WaterfallEnable() && m_form.MarkerEnable());
-    m_form.setWaterfallEnable(false);
-    EXPECT_FALSE(m_form.WaterfallEnable());
+    EXPECT_TRUE(m_form.values().PersistenceEnable && m_form.values().WaterfallEnable &&
+                m_form.values().MarkerEnable);
+    write(&DisplaySettings::WaterfallEnable, false);
+    EXPECT_FALSE(m_form.values().WaterfallEnable);
     EXPECT_FALSE(box("chkWaterfall")->isChecked());
     EXPECT_EQ(m_form.Change(), 0);
     EXPECT_TRUE(events().empty());
@@ -205,26 +208,26 @@ TEST_F(FrmDisplaySettingsTest, checkBoxesWritten_areShownAndNotNoted) {
 
 TEST_F(FrmDisplaySettingsTest, checkBoxesTicked_setTheirFieldsAndBits) {
     tick("chkPersistence");
-    EXPECT_TRUE(m_form.PersistenceEnable());
+    EXPECT_TRUE(m_form.values().PersistenceEnable);
     tick("chkWaterfall");
-    EXPECT_TRUE(m_form.WaterfallEnable());
+    EXPECT_TRUE(m_form.values().WaterfallEnable);
     tick("chkMarker");
-    EXPECT_TRUE(m_form.MarkerEnable());
+    EXPECT_TRUE(m_form.values().MarkerEnable);
     EXPECT_EQ(events(), (std::vector{8, 4, 64}));
     EXPECT_EQ(m_form.Change(), 8 | 4 | 64);
     tick("chkWaterfall");
-    EXPECT_FALSE(m_form.WaterfallEnable());
+    EXPECT_FALSE(m_form.values().WaterfallEnable);
     EXPECT_EQ(m_form.Change(), 4);
 }
 
 TEST_F(FrmDisplaySettingsTest, listsPicked_setTheirFieldsAndBits) {
     writeDefaults();
     pick("cboUpdate", 1);
-    EXPECT_EQ(m_form.Update(), 2);
+    EXPECT_EQ(m_form.values().Update, 2);
     pick("cboPersistence", 1);
-    EXPECT_EQ(m_form.Persistence(), 10);
+    EXPECT_EQ(m_form.values().Persistence, 10);
     pick("cboPalette", 2);
-    EXPECT_EQ(m_form.PaletteIndex(), 2);
+    EXPECT_EQ(m_form.values().PaletteIndex, 2);
     EXPECT_EQ(events(), (std::vector{4, 8, 16}));
     EXPECT_EQ(m_form.Change(), 4 | 8 | 16);
 }
@@ -233,13 +236,13 @@ TEST_F(FrmDisplaySettingsTest, updateChangedAndChangedBack_stillSetsItsBit) {
     writeDefaults();
     pick("cboUpdate", 1);
     pick("cboUpdate", 0);
-    EXPECT_EQ(m_form.Update(), 1);
+    EXPECT_EQ(m_form.values().Update, 1);
     EXPECT_EQ(m_form.Change(), 4);
 }
 
 TEST_F(FrmDisplaySettingsTest, paletteSelected_redrawsThePreviewAlsoByCode) {
     auto *const preview = m_form.findChild<PalettePreview *>("Picture1");
-    m_form.setPaletteIndex(1);
+    write(&DisplaySettings::PaletteIndex, 1);
     EXPECT_EQ(preview->grab().toImage().pixelColor(0, 2), QColor(255, 255, 255));
     pick("cboPalette", 2);
     EXPECT_EQ(preview->grab().toImage().pixelColor(0, 2), QColor(0, 0, 0));
@@ -250,7 +253,7 @@ TEST_F(FrmDisplaySettingsTest, okButton_hidesAndKeepsFieldsAndMask) {
     tick("chkWaterfall");
     QTest::mouseClick(ok(), Qt::LeftButton);
     EXPECT_FALSE(m_form.isVisible());
-    EXPECT_TRUE(m_form.WaterfallEnable());
+    EXPECT_TRUE(m_form.values().WaterfallEnable);
     EXPECT_EQ(m_form.Change(), 4);
 }
 
@@ -258,7 +261,7 @@ TEST_F(FrmDisplaySettingsTest, closeBox_hidesAndKeepsFieldsAndMask) {
     tick("chkWaterfall");
     m_form.close();
     EXPECT_FALSE(m_form.isVisible());
-    EXPECT_TRUE(m_form.WaterfallEnable());
+    EXPECT_TRUE(m_form.values().WaterfallEnable);
     EXPECT_EQ(m_form.Change(), 4);
 }
 
@@ -278,10 +281,10 @@ TEST_F(FrmDisplaySettingsTest, okWithoutAChange_leavesTheMaskZero) {
 
 TEST_F(FrmDisplaySettingsTest, hiddenDialog_canBeWrittenAndRead) {
     m_form.hide();
-    m_form.setUpdate(30);
-    m_form.setPersistence(-1);
-    EXPECT_EQ(m_form.Update(), 30);
-    EXPECT_EQ(m_form.Persistence(), -1);
+    write(&DisplaySettings::Update, 30);
+    write(&DisplaySettings::Persistence, -1);
+    EXPECT_EQ(m_form.values().Update, 30);
+    EXPECT_EQ(m_form.values().Persistence, -1);
 }
 
 TEST_F(FrmDisplaySettingsTest, tabKey_walksTheControlsFromTopToBottom) {

@@ -68,7 +68,7 @@ protected:
     }
     void step(qint16 direction, int times = 1) {
         for (int i = 0; i < times; ++i) {
-            m_fixture.playback.Step(direction);
+            m_fixture.step(direction);
         }
     }
     [[nodiscard]] QStringList takeLog() { return std::exchange(m_fixture.log, {}); }

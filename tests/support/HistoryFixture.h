@@ -4,7 +4,10 @@
 #include "history/HistoryHost.h"
 #include "history/PlaybackEngine.h"
 #include "history/Recorder.h"
+#include "history/ctlPlayback.h"
 #include "tests/support/SettingsFixture.h"
+
+#include <QToolButton>
 
 namespace veldron {
 
@@ -52,7 +55,16 @@ public:
     void showClockAndActivity() override {
         SettingsFixture::note(QStringLiteral("clock and activity"));
     }
-    void stopTransport() override { SettingsFixture::note(QStringLiteral("StopPlay")); }
+    /// A step of a transport that plays; the log tells when that stops the transport.
+    void step(qint16 Direction) {
+        auto *const play = transport.findChild<QToolButton *>(QStringLiteral("cmdPlay"));
+        auto *const forward = transport.findChild<QToolButton *>(QStringLiteral("cmdStepForward"));
+        play->click();
+        playback.Step(Direction);
+        if (forward->isEnabled()) {
+            SettingsFixture::note(QStringLiteral("StopPlay"));
+        }
+    }
     /// The last step of the form's routine is here too: a running recording takes a block.
     void ReadBackSettings() override {
         SettingsFixture::ReadBackSettings();
@@ -66,10 +78,11 @@ public:
     QString status;
     QString place;
     CountingDisk disk;
-    Recorder recorder{{session, stream, *this, dialogs, clock, texts,
-                       QStringLiteral("the/program/folder"), disk}};
-    PlaybackEngine playback{
-        {holders, session, stream, *this, dialogs, texts, QStringLiteral("the/program/folder")}};
+    Recorder recorder{
+        {session, lines, *this, dialogs, clock, texts, QStringLiteral("the/program/folder"), disk}};
+    ctlPlayback transport{guard};
+    PlaybackEngine playback{{holders, session, lines, *this, *this, transport, dialogs, texts,
+                             QStringLiteral("the/program/folder")}};
 
 private:
     using SettingsFixture::note;

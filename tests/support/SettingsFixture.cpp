@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/SettingsFixture.h"
 
+#include "settings/ChartUpdate.h"
+
 namespace veldron {
 
 namespace {
@@ -30,9 +32,7 @@ SettingsFixture::SettingsFixture(const QLocale &locale) : texts(locale) {
 }
 
 void SettingsFixture::setUp() {
-    displaySettings.setPersistence(5);
-    displaySettings.setUpdate(10);
-    displaySettings.setPaletteIndex(0);
+    displaySettings.setValues({.Persistence = 5, .PaletteIndex = 0, .Update = 10});
     commSettings.setPoll(1000);
     ctlMonitorMode1.setMonitorMode(MonitorModeCode::Spectrum);
     ctlMonitorMode1.setfCentre(Hertz::fromWhole(145500000));
@@ -47,7 +47,9 @@ void SettingsFixture::setUp() {
     ctlDataMode1.setDataMode(mode);
     ctlDataMode1.setSamples(3);
     ctlChartSpectrum1.setPoll(1000);
-    UpdateChartSettings();
+    updateChart(holders);
+    scanDate.clear();
+    scan.reset();
     log.clear();
 }
 
@@ -59,22 +61,27 @@ void SettingsFixture::connectUnit() {
 }
 
 bool SettingsFixture::load(const QString &textLine) {
-    bool found = true;
-    stream.LoadSettings(textLine, found);
+    const LoadedLine loaded = lines.LoadSettings(textLine);
     noteWait();
-    return found;
+    if (loaded.date) {
+        scanDate = *loaded.date;
+    }
+    if (loaded.scan) {
+        scan = loaded.scan;
+    }
+    return loaded.scan.has_value();
 }
 
-void SettingsFixture::loadAll(const QStringList &lines) {
-    for (const QString &textLine : lines) {
+void SettingsFixture::loadAll(const QStringList &textLines) {
+    for (const QString &textLine : textLines) {
         load(textLine);
     }
 }
 
 QStringList SettingsFixture::saved() const {
-    LineList lines;
-    stream.SaveSettings(lines);
-    return lines.lines();
+    LineList sink;
+    lines.SaveSettings(sink);
+    return sink.lines();
 }
 
 QStringList SettingsFixture::changesOf(const QString &textLine) {
@@ -89,6 +96,11 @@ QStringList SettingsFixture::changesOf(const QString &textLine) {
     return changed;
 }
 
+void SettingsFixture::UpdateChartSettings() {
+    note(QStringLiteral("UpdateChartSettings"));
+    updateChart(holders);
+}
+
 void SettingsFixture::noteWait() {
     const double passed = clock.seconds() - m_lastEvent;
     m_lastEvent = clock.seconds();
@@ -100,23 +112,6 @@ void SettingsFixture::noteWait() {
 void SettingsFixture::note(const QString &entry) {
     noteWait();
     log.append(entry);
-}
-
-void SettingsFixture::UpdateChartSettings() {
-    note(QStringLiteral("UpdateChartSettings"));
-    ctlChartSpectrum &chart = ctlChartSpectrum1;
-    const bool channels = ctlMonitorMode1.MonitorMode() == MonitorModeCode::Channel;
-    chart.setDataResolution(ctlMonitorMode1.fStep());
-    chart.setScanStart(ctlMonitorMode1.fStart());
-    chart.setScanStop(ctlMonitorMode1.fEnd());
-    chart.setRXFreq(channels ? ctlFrequency1.Frequency() : ctlMonitorMode1.fCentre());
-    chart.setPalette(displaySettings.PaletteIndex());
-    chart.setTimespan(displaySettings.Persistence());
-    chart.setUpdate(displaySettings.Update());
-    chart.setMarkerEn(displaySettings.MarkerEnable());
-    chart.setPeak(displaySettings.PersistenceEnable());
-    chart.setDisplayType(displayTypeWith(displaySettings.WaterfallEnable()));
-    chart.DrawAxes();
 }
 
 QStringList SettingsFixture::chartState() const {
@@ -151,15 +146,15 @@ QStringList SettingsFixture::panelState() const {
 
 QStringList SettingsFixture::state() const {
     const QStringList dialogs = {
-        entry("dialog PersistenceEnable", displaySettings.PersistenceEnable()),
-        entry("dialog Persistence", displaySettings.Persistence()),
-        entry("dialog WaterfallEnable", displaySettings.WaterfallEnable()),
-        entry("dialog PaletteIndex", qint32{displaySettings.PaletteIndex()}),
-        entry("dialog Update", displaySettings.Update()),
-        entry("dialog MarkerEnable", displaySettings.MarkerEnable()),
+        entry("dialog PersistenceEnable", displaySettings.values().PersistenceEnable),
+        entry("dialog Persistence", displaySettings.values().Persistence),
+        entry("dialog WaterfallEnable", displaySettings.values().WaterfallEnable),
+        entry("dialog PaletteIndex", qint32{displaySettings.values().PaletteIndex}),
+        entry("dialog Update", displaySettings.values().Update),
+        entry("dialog MarkerEnable", displaySettings.values().MarkerEnable),
         entry("dialog Poll", commSettings.Poll())};
-    return QStringList{QStringLiteral("session ScanDate ") + session.ScanDate} + dialogs +
-           chartState() + panelState();
+    return QStringList{QStringLiteral("session ScanDate ") + scanDate} + dialogs + chartState() +
+           panelState();
 }
 
 } // namespace veldron

@@ -67,7 +67,7 @@ public:
     void setUp();
     /// Opens COM 1 and connects; the unit accepts every write. Nothing of it stands in the log.
     void connectUnit();
-    /// One line; the flag that comes back.
+    /// Loads one line; true for a scan line.
     bool load(const QString &line);
     void loadAll(const QStringList &lines);
     /// The block as it would be written now.
@@ -78,7 +78,6 @@ public:
     [[nodiscard]] QStringList changesOf(const QString &line);
 
     void ReadBackSettings() override { note(QStringLiteral("ReadBackSettings")); }
-    /// Copies what the form copies.
     void UpdateChartSettings() override;
     void setPollInterval(qint32 milliseconds) override {
         note(QStringLiteral("Interval %1").arg(milliseconds));
@@ -91,19 +90,23 @@ public:
     ScriptedSerialControl line{clock};
     RecordingLinkHost linkHost;
     frmVDR vdr{line, clock, linkHost};
-    ctlFrequency ctlFrequency1{ErrorGuard([](const UntrappedError &) {})};
-    ctlMonitorMode ctlMonitorMode1{ErrorGuard([](const UntrappedError &) {})};
-    ctlDataMode ctlDataMode1{ErrorGuard([](const UntrappedError &) {})};
+    ErrorGuard guard{[](const UntrappedError & /*error*/) {
+    }};
+    ctlFrequency ctlFrequency1{guard};
+    ctlMonitorMode ctlMonitorMode1{guard};
+    ctlDataMode ctlDataMode1{guard};
     ScreenCursor pointer;
-    ctlChartSpectrum ctlChartSpectrum1{ErrorGuard([](const UntrappedError &) {}), clock, texts,
-                                       pointer};
-    frmDisplaySettings displaySettings{nullptr};
-    frmCommSettings commSettings{vdr, ErrorGuard([](const UntrappedError &) {}), nullptr};
+    ctlChartSpectrum ctlChartSpectrum1{guard, clock, texts, pointer};
+    frmDisplaySettings displaySettings{guard};
+    frmCommSettings commSettings{guard, vdr};
     SessionState session;
     SettingHolders holders{vdr,          ctlFrequency1,     ctlMonitorMode1,
                            ctlDataMode1, ctlChartSpectrum1, displaySettings,
                            commSettings};
-    SettingsLines stream{holders, session, *this, clock, texts};
+    SettingsLines lines{holders, session, *this, clock, texts};
+    /// Date text of the last StartSettings line, and the scan of the last scan line.
+    QString scanDate;
+    std::optional<ScanLine> scan;
     /// Commands, "wait 1.0" between them, and what was asked of the form.
     QStringList log;
 

@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QFlags>
+
+#include "chart/ctlChartSpectrum.h"
+#include "format/SettingsKeys.h"
+
+#include <array>
+#include <variant>
+
+namespace veldron {
+
+/// What of the display settings a user has changed; the bits of the mask Change of
+/// frmDisplaySettings.
+enum class DisplayChange : qint32 {
+    Waterfall = 4,   ///< whether it is shown, and how fast it moves
+    Persistence = 8, ///< whether peaks are held, and how long
+    Palette = 16,
+    Marker = 64,
+};
+Q_DECLARE_FLAGS(DisplayChanges, DisplayChange)
+Q_DECLARE_OPERATORS_FOR_FLAGS(DisplayChanges)
+
+/// All settings of the picture, as one value. The dialog holds one, settings files store it, and
+/// the chart takes it over with applyTo().
+///
+/// A new setting is a member here, a row in kDisplaySettings, a key in format/SettingsKeys.h, a
+/// control in frmDisplaySettings.cpp, and whatever the chart does with it.
+struct DisplaySettings {
+    /// The trace holds its peaks.
+    bool PersistenceEnable = false;
+    /// Seconds that peaks last, from 5 to 3600, or -1 for ever.
+    qint32 Persistence = 0;
+    bool WaterfallEnable = false;
+    /// Position in the list of palettes, from 0 to 5.
+    qint16 PaletteIndex = 0;
+    /// Seconds a waterfall row: 1, 2, 5, 10, 30 or 60.
+    qint32 Update = 0;
+    bool MarkerEnable = false;
+
+    /// What a program that has just started shows.
+    [[nodiscard]] static constexpr DisplaySettings atStart() {
+        return {.Persistence = 5, .PaletteIndex = 3, .Update = 1, .MarkerEnable = true};
+    }
+
+    /// Writes the settings of \a changes into \a chart, in the order of kDisplaySettings. The chart
+    /// takes over what it is given, also a value that no list of the dialog has.
+    void applyTo(ctlChartSpectrum &chart, DisplayChanges changes = DisplayChanges(~0)) const;
+
+    friend bool operator==(const DisplaySettings &a, const DisplaySettings &b) = default;
+};
+
+/// One of the settings: where it is stored, and how the chart takes it over.
+struct DisplaySetting {
+    SettingsKey key;
+    DisplayChange change;
+    std::variant<bool DisplaySettings::*, qint16 DisplaySettings::*, qint32 DisplaySettings::*>
+        field;
+    void (*applyTo)(const DisplaySettings &settings, ctlChartSpectrum &chart);
+};
+
+/// All of them, in the order in which the chart is written: the colours come before the kind of
+/// display, which redraws at once.
+inline constexpr std::array kDisplaySettings{
+    DisplaySetting{SettingsKey::Palette, DisplayChange::Palette, &DisplaySettings::PaletteIndex,
+                   [](const DisplaySettings &from, ctlChartSpectrum &chart) {
+                       chart.setPalette(from.PaletteIndex);
+                   }},
+    DisplaySetting{SettingsKey::Persistence, DisplayChange::Persistence,
+                   &DisplaySettings::Persistence,
+                   [](const DisplaySettings &from, ctlChartSpectrum &chart) {
+                       chart.setTimespan(from.Persistence);
+                   }},
+    DisplaySetting{SettingsKey::Update, DisplayChange::Waterfall, &DisplaySettings::Update,
+                   [](const DisplaySettings &from, ctlChartSpectrum &chart) {
+                       chart.setUpdate(from.Update);
+                   }},
+    DisplaySetting{SettingsKey::MarkerOn, DisplayChange::Marker, &DisplaySettings::MarkerEnable,
+                   [](const DisplaySettings &from, ctlChartSpectrum &chart) {
+                       chart.setMarkerEn(from.MarkerEnable);
+                   }},
+    DisplaySetting{SettingsKey::PersistenceOn, DisplayChange::Persistence,
+                   &DisplaySettings::PersistenceEnable,
+                   [](const DisplaySettings &from, ctlChartSpectrum &chart) {
+                       chart.setPeak(from.PersistenceEnable);
+                   }},
+    DisplaySetting{SettingsKey::WaterfallOn, DisplayChange::Waterfall,
+                   &DisplaySettings::WaterfallEnable,
+                   [](const DisplaySettings &from, ctlChartSpectrum &chart) {
+                       chart.setDisplayType(displayTypeWith(from.WaterfallEnable));
+                   }},
+};
+
+} // namespace veldron

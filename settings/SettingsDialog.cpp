@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+#include "settings/SettingsDialog.h"
+
+#include <utility>
+
+namespace veldron {
+
+SettingsDialog::SettingsDialog(ErrorGuard guard, QWidget *parent)
+    : QDialog(parent), m_guard(std::move(guard)) {}
+
+void SettingsDialog::showEvent(QShowEvent *event) {
+    QDialog::showEvent(event);
+    // A hidden dialog remembers the control that had the focus last.
+    if (m_firstControl != nullptr) {
+        m_firstControl->setFocus();
+    }
+}
+
+} // namespace veldron

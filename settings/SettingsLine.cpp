@@ -1,0 +1,366 @@
+// SPDX-License-Identifier: MIT
+#include "settings/SettingsLine.h"
+
+#include "chart/ctlChartSpectrum.h"
+#include "format/FileErrors.h"
+#include "format/SettingsValue.h"
+#include "link/frmVDR.h"
+#include "panels/ctlDataMode.h"
+#include "panels/ctlFrequency.h"
+#include "panels/ctlMonitorMode.h"
+#include "settings/DisplaySettings.h"
+#include "settings/frmCommSettings.h"
+#include "settings/frmDisplaySettings.h"
+#include "utilities/Codes.h"
+#include "utilities/GeneralUtilities.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <type_traits>
+
+namespace veldron {
+
+namespace {
+
+using From = const LineSource &;
+using To = const LineTarget &;
+using Key = SettingsKey;
+using Pause = SettingsLine::Pause;
+
+/// The longest interval that a poll timer takes, in milliseconds.
+constexpr qint32 kLongestInterval = 65535;
+/// Receivers up to this code have no settings of their own.
+constexpr qint16 kLastPlainReceiver = 2;
+
+// ---- when a line is written
+
+bool always(From) {
+    return true;
+}
+bool notRecording(From from) {
+    return !from.session.Recording;
+}
+bool inChannelMode(From from) {
+    return MonitorModeCode{from.holders.ctlMonitorMode1.MonitorMode()} == MonitorModeCode::Channel;
+}
+bool outsideChannelMode(From from) {
+    return !inChannelMode(from);
+}
+bool withOwnReceiver(From from) {
+    return from.holders.ctlFrequency1.RX() > kLastPlainReceiver;
+}
+bool withSamples(From from) {
+    return hasSamples(DataModeCode{from.holders.ctlDataMode1.DataMode()});
+}
+
+// ---- values to texts and back, by their types
+
+template <typename T>
+QString textOfValue(T value) {
+    if constexpr (std::is_same_v<T, bool>) {
+        return SettingsValue::ofFlag(value);
+    } else {
+        return SettingsValue::ofWhole(static_cast<qint64>(value));
+    }
+}
+
+template <typename T>
+T valueOf(const QString &text) {
+    if constexpr (std::is_same_v<T, bool>) {
+        return SettingsValue::flag(text);
+    } else if constexpr (std::is_enum_v<T>) {
+        return static_cast<T>(SettingsValue::whole<std::underlying_type_t<T>>(text));
+    } else {
+        return SettingsValue::whole<T>(text);
+    }
+}
+
+/// Gives the text of the line, as a value of the setter's own type, to \a set of \a object.
+template <typename Object, typename T>
+void write(Object &object, void (Object::*set)(T), const QString &text) {
+    auto value = valueOf<std::remove_cvref_t<T>>(text);
+    (object.*set)(value);
+}
+
+QString textOfFrequency(From from, Hertz value) {
+    return SettingsValue::ofFrequency(value, from.texts.decimalMark());
+}
+
+Hertz frequencyOf(To to) {
+    return SettingsValue::frequency(to.value, to.texts.decimalMark());
+}
+
+// ---- the rows that follow one pattern
+
+/// The panel that a member function belongs to.
+ctlFrequency &panelOf(const SettingHolders &holders, const ctlFrequency * /*type*/) {
+    return holders.ctlFrequency1;
+}
+ctlMonitorMode &panelOf(const SettingHolders &holders, const ctlMonitorMode * /*type*/) {
+    return holders.ctlMonitorMode1;
+}
+ctlDataMode &panelOf(const SettingHolders &holders, const ctlDataMode * /*type*/) {
+    return holders.ctlDataMode1;
+}
+
+template <typename Panel, typename T>
+Panel ownerOf(T (Panel::*)() const);
+
+/// A number or a flag that unit and panel take as it is.
+template <auto Get, auto SetUnit, auto SetPanel>
+constexpr SettingsLine plain(Key key, bool (*isWritten)(From), Pause pause) {
+    using Panel = decltype(ownerOf(Get));
+    constexpr const Panel *kType = nullptr;
+    return {key,
+            isWritten,
+            [](From from) { return textOfValue((panelOf(from.holders, kType).*Get)()); },
+            pause,
+            [](To to) { write(to.holders.vdr, SetUnit, to.value); },
+            nullptr,
+            [](To to) {
+                write(panelOf(to.holders, kType), SetPanel, to.value);
+            }};
+}
+
+/// The number of the display setting of \a key in kDisplaySettings.
+constexpr std::size_t displaySettingOf(Key key) {
+    std::size_t number = 0;
+    while (kDisplaySettings.at(number).key != key) {
+        ++number;
+    }
+    return number;
+}
+
+DisplaySettings withField(const DisplaySetting &setting, DisplaySettings settings,
+                          const QString &text) {
+    std::visit(
+        [&](auto field) {
+            settings.*field = valueOf<std::remove_reference_t<decltype(settings.*field)>>(text);
+        },
+        setting.field);
+    return settings;
+}
+
+/// A display setting, for the dialog and the chart. In playback the chart takes over what is a
+/// flag, and keeps it up to the end of the block; numbers are left alone.
+template <Key key>
+constexpr SettingsLine display() {
+    constexpr const DisplaySetting &kSetting = kDisplaySettings.at(displaySettingOf(key));
+    constexpr bool kIsFlag = std::holds_alternative<bool DisplaySettings::*>(kSetting.field);
+    const auto toChart = [](To to) {
+        kSetting.applyTo(withField(kSetting, to.holders.displaySettings.values(), to.value),
+                         to.holders.ctlChartSpectrum1);
+    };
+    return {key,
+            notRecording,
+            [](From from) {
+                return std::visit(
+                    [&](auto field) {
+                        return textOfValue(from.holders.displaySettings.values().*field);
+                    },
+                    kSetting.field);
+            },
+            Pause::None,
+            nullptr,
+            [](To to) {
+                frmDisplaySettings &dialog = to.holders.displaySettings;
+                const DisplaySettings values = withField(kSetting, dialog.values(), to.value);
+                dialog.setValues(values);
+                if (!kIsFlag) {
+                    kSetting.applyTo(values, to.holders.ctlChartSpectrum1);
+                }
+            },
+            kIsFlag ? +toChart : nullptr};
+}
+
+// ---- the rows that have a way of their own
+
+/// Unlike the dialog's poll rate this is the timer's interval itself.
+void setPollInDialog(To to) {
+    const auto milliseconds = valueOf<qint32>(to.value);
+    to.holders.commSettings.setPoll(milliseconds);
+    if (milliseconds < 0 || milliseconds > kLongestInterval) {
+        throw FileErrors::notAPollRate(to.value);
+    }
+    to.host.setPollInterval(milliseconds);
+}
+
+void storeChannel(To to, Hertz ChannelStore::*field, Hertz value) {
+    if (to.channels.Count == std::numeric_limits<qint16>::max()) {
+        throw FileErrors::tooManyChannelLines();
+    }
+    to.channels.*field = value;
+    ++to.channels.Count;
+}
+
+constexpr qint16 kChannelLines = 3;
+
+void sendChannels(To to) {
+    const ChannelStore &channels = to.channels;
+    if (channels.Count == kChannelLines) {
+        to.holders.vdr.setVDRChData({channels.Start, channels.Step, channels.End});
+        GeneralUtilities::WaitSeconds(to.clock, kReceiverPause);
+        to.holders.vdr.setVDRMarkerFreq(to.holders.ctlChartSpectrum1.RXFreq());
+    }
+}
+
+void showChannels(To to) {
+    const ChannelStore &channels = to.channels;
+    if (channels.Count == kChannelLines) {
+        ctlMonitorMode &panel = to.holders.ctlMonitorMode1;
+        panel.setfStart(channels.Start);
+        panel.setfCentre(channels.Step); // in channel mode this field holds the channel step
+        panel.setfEnd(channels.End);
+        panel.setfSpan(channels.End - channels.Start);
+        panel.setfStep(channels.Step);
+    }
+}
+
+void endBlock(To to) {
+    showChannels(to);
+    if (to.holders.vdr.Connected() && !to.session.InPlayback) {
+        to.host.ReadBackSettings(); // what the unit has made of the values is what counts
+    } else {
+        to.host.UpdateChartSettings();
+    }
+}
+
+constexpr std::array kLines{
+    SettingsLine{.key = Key::StartSettings,
+                 .isWritten = always,
+                 .source = [](From from) { return from.texts.dateText(from.clock.now().date()); },
+                 .toPanel =
+                     [](To to) {
+                         to.channels = {};
+                     }},
+    display<Key::PersistenceOn>(),
+    display<Key::Persistence>(),
+    display<Key::WaterfallOn>(),
+    display<Key::Palette>(),
+    display<Key::Update>(),
+    display<Key::MarkerOn>(),
+    SettingsLine{.key = Key::Poll,
+                 .isWritten = always,
+                 .source = [](From from) { return textOfValue(from.holders.commSettings.Poll()); },
+                 .toDialog = setPollInDialog,
+                 .toPanel =
+                     [](To to) {
+                         write(to.holders.ctlChartSpectrum1, &ctlChartSpectrum::setPoll, to.value);
+                     }},
+    plain<&ctlMonitorMode::MonitorMode, &frmVDR::setVDRMonitorMode,
+          &ctlMonitorMode::setMonitorMode>(Key::MonitorMode, always, Pause::Receiver),
+    SettingsLine{
+        .key = Key::Span,
+        .isWritten = outsideChannelMode,
+        .source =
+            [](From from) { return textOfFrequency(from, from.holders.ctlMonitorMode1.fSpan()); },
+        .toUnit = [](To to) { write(to.holders.vdr, &frmVDR::setVDRSpan, to.value); },
+        .toPanel =
+            [](To to) {
+                to.holders.ctlMonitorMode1.setfSpan(SettingsValue::numberOfHertz(to.value));
+            }},
+    SettingsLine{
+        .key = Key::Centre,
+        .isWritten = outsideChannelMode,
+        .source =
+            [](From from) { return textOfFrequency(from, from.holders.ctlMonitorMode1.fCentre()); },
+        .pause = Pause::Receiver,
+        .toUnit = [](To to) { to.holders.vdr.setVDRCentre(frequencyOf(to)); },
+        .toPanel =
+            [](To to) {
+                to.holders.ctlMonitorMode1.setfCentre(frequencyOf(to));
+                to.holders.ctlFrequency1.setFrequency(frequencyOf(to));
+            }},
+    SettingsLine{
+        .key = Key::Start,
+        .isWritten = inChannelMode,
+        .source =
+            [](From from) { return textOfFrequency(from, from.holders.ctlMonitorMode1.fStart()); },
+        .toPanel =
+            [](To to) {
+                storeChannel(to, &ChannelStore::Start, frequencyOf(to));
+            }},
+    // The one channel line that takes the point for its decimal mark whatever the locale.
+    SettingsLine{
+        .key = Key::Step,
+        .isWritten = inChannelMode,
+        .source =
+            [](From from) { return textOfFrequency(from, from.holders.ctlMonitorMode1.fStep()); },
+        .toPanel =
+            [](To to) {
+                storeChannel(to, &ChannelStore::Step, SettingsValue::numberOfHertz(to.value));
+            }},
+    SettingsLine{
+        .key = Key::End,
+        .isWritten = inChannelMode,
+        .source =
+            [](From from) { return textOfFrequency(from, from.holders.ctlMonitorMode1.fEnd()); },
+        .toPanel =
+            [](To to) {
+                storeChannel(to, &ChannelStore::End, frequencyOf(to));
+            }},
+    // Goes to the unit at the end of the block, behind the channels that it lies in.
+    SettingsLine{
+        .key = Key::MarkerFrequency,
+        .isWritten = inChannelMode,
+        .source =
+            [](From from) {
+                return textOfFrequency(from, from.holders.ctlChartSpectrum1.RXFreq());
+            },
+        .toPanel =
+            [](To to) {
+                to.holders.ctlChartSpectrum1.setRXFreq(SettingsValue::numberOfHertz(to.value));
+                to.holders.ctlFrequency1.setFrequency(SettingsValue::numberOfHertz(to.value));
+            }},
+    SettingsLine{
+        .key = Key::Receiver,
+        .isWritten = always,
+        .source =
+            [](From from) {
+                return GeneralUtilities::ReceiverName(from.holders.ctlFrequency1.RX());
+            },
+        .toUnit = [](To to) { to.holders.vdr.setRXType(GeneralUtilities::ReceiverCode(to.value)); },
+        .toPanel =
+            [](To to) {
+                to.holders.ctlFrequency1.setRX(GeneralUtilities::ReceiverCode(to.value));
+            }},
+    SettingsLine{
+        .key = Key::RXMode,
+        .isWritten = withOwnReceiver,
+        .source =
+            [](From from) { return GeneralUtilities::ModeName(from.holders.ctlFrequency1.Mode()); },
+        .pause = Pause::Receiver,
+        .toUnit = [](To to) { to.holders.vdr.setRXMode(GeneralUtilities::ModeCode(to.value)); },
+        .toPanel =
+            [](To to) {
+                to.holders.ctlFrequency1.setMode(GeneralUtilities::ModeCode(to.value));
+            }},
+    plain<&ctlFrequency::Step, &frmVDR::setRXStep, &ctlFrequency::setStep>(
+        Key::RXStep, withOwnReceiver, Pause::Receiver),
+    plain<&ctlFrequency::Atten, &frmVDR::setRXAtten, &ctlFrequency::setAtten>(
+        Key::RXAtten, withOwnReceiver, Pause::Receiver),
+    plain<&ctlDataMode::RBW, &frmVDR::setVDRRBW, &ctlDataMode::setRBW>(Key::RBW, always,
+                                                                       Pause::None),
+    plain<&ctlDataMode::Amp, &frmVDR::setVDRAmp, &ctlDataMode::setAmp>(Key::Amp, always,
+                                                                       Pause::None),
+    plain<&ctlDataMode::DataMode, &frmVDR::setVDRDataMode, &ctlDataMode::setDataMode>(
+        Key::DataMode, always, Pause::None),
+    plain<&ctlDataMode::Samples, &frmVDR::setVDRSamples, &ctlDataMode::setSamples>(
+        Key::Samples, withSamples, Pause::None),
+    SettingsLine{.key = Key::EndSettings,
+                 .isWritten = always,
+                 .source = [](From /*from*/) { return QString(); },
+                 .toUnit = sendChannels,
+                 .toPanel = endBlock},
+};
+
+static_assert(kLines.size() == kSettingsKeys.size());
+
+} // namespace
+
+std::span<const SettingsLine> settingsLines() {
+    return kLines;
+}
+
+} // namespace veldron
