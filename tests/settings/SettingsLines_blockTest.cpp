@@ -212,13 +212,13 @@ TEST(SettingsLinesBlock, unitThatFallsSilent_losesTheLinkAndTheLoadGoesOn) {
     EXPECT_EQ(fixture.ctlDataMode1.Samples(), 4);
 }
 
-TEST(SettingsLinesBlock, waitThatStartsInTheLastSecondOfTheDay_doesNotEndAtMidnight) {
+TEST(SettingsLinesBlock, pauseThatMidnightHasCaught_endsAfterAMinute) {
     SettingsFixture fixture;
     fixture.clock.setTimeOfDay(86399.5);
-    fixture.clock.setStepPerReading(100.0);
+    fixture.clock.setStepPerReading(0.5);
     const QDateTime start = fixture.clock.now();
     fixture.load("MonitorMode 2");
-    EXPECT_GT(start.secsTo(fixture.clock.now()), 80000);
+    EXPECT_NEAR(static_cast<double>(start.secsTo(fixture.clock.now())), 60.0, 3.0);
 }
 
 TEST(SettingsLinesBlock, scanLine_fillsScanAndTime) {
