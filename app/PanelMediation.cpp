@@ -12,7 +12,7 @@
 #include "settings/ChartUpdate.h"
 #include "settings/SettingsLine.h"
 #include "settings/frmCommSettings.h"
-#include "utilities/GeneralUtilities.h"
+#include "utilities/TimesOfDay.h"
 
 namespace veldron {
 

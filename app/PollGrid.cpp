@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/PollGrid.h"
 
-#include "utilities/GeneralUtilities.h"
+#include "utilities/TimesOfDay.h"
 
 #include <cmath>
 

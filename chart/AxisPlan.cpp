@@ -4,7 +4,8 @@
 #include "chart/ChartColours.h"
 #include "common/Numbers.h"
 #include "common/UntrappedError.h"
-#include "utilities/GeneralUtilities.h"
+#include "utilities/NumberTexts.h"
+#include "utilities/TimesOfDay.h"
 
 #include <algorithm>
 #include <array>

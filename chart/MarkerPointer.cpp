@@ -2,7 +2,7 @@
 #include "chart/MarkerPointer.h"
 
 #include "common/Numbers.h"
-#include "utilities/GeneralUtilities.h"
+#include "utilities/NumberTexts.h"
 
 #include <algorithm>
 

@@ -3,7 +3,8 @@
 
 #include "common/Numbers.h"
 #include "common/UntrappedError.h"
-#include "utilities/GeneralUtilities.h"
+#include "utilities/Palette.h"
+#include "utilities/TimesOfDay.h"
 
 #include <algorithm>
 #include <cmath>

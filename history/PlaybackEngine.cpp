@@ -8,7 +8,7 @@
 #include "history/ctlPlayback.h"
 #include "link/frmVDR.h"
 #include "settings/frmCommSettings.h"
-#include "utilities/GeneralUtilities.h"
+#include "utilities/NumberTexts.h"
 
 namespace veldron {
 

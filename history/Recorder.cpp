@@ -4,7 +4,7 @@
 #include "common/UntrappedError.h"
 #include "format/FileKind.h"
 #include "format/ScanLine.h"
-#include "utilities/GeneralUtilities.h"
+#include "utilities/NumberTexts.h"
 
 #include <QFile>
 

@@ -2,7 +2,7 @@
 #include "panels/EditableList.h"
 
 #include "panels/Accessibility.h"
-#include "utilities/GeneralUtilities.h"
+#include "utilities/NumberTexts.h"
 
 #include <QKeyEvent>
 #include <QLineEdit>

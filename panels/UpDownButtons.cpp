@@ -3,7 +3,7 @@
 
 #include "common/Numbers.h"
 #include "panels/EntryBox.h"
-#include "utilities/GeneralUtilities.h"
+#include "utilities/NumberTexts.h"
 
 #include <QToolButton>
 #include <QVBoxLayout>

@@ -9,7 +9,7 @@
 #include "panels/UpDownButtons.h"
 #include "panels/UpdatingScope.h"
 #include "utilities/FrequencyEntry.h"
-#include "utilities/GeneralUtilities.h"
+#include "utilities/NumberTexts.h"
 
 #include <QHBoxLayout>
 #include <QPushButton>

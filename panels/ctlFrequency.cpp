@@ -8,7 +8,8 @@
 #include "panels/EntryBox.h"
 #include "panels/PanelGrid.h"
 #include "panels/UpdatingScope.h"
-#include "utilities/GeneralUtilities.h"
+#include "utilities/NumberTexts.h"
+#include "utilities/Receivers.h"
 
 #include <QCheckBox>
 #include <QLineEdit>
@@ -23,8 +24,6 @@ namespace {
 
 /// Steps that are typed stay below it.
 constexpr Hertz kStepLimit = Hertz::fromWhole(2'000'000'000);
-/// The first receiver whose mode and step can be set.
-constexpr qint16 kFirstTunable = 3;
 
 QString noReceiverText() {
     return QStringLiteral("None");
@@ -269,7 +268,7 @@ void ctlFrequency::FillReceiverControls() {
     }
     // The list picks its first row by itself; the next write of the mode has to.
     cboMode->setCurrentIndex(-1);
-    const bool tunable = m_RX >= kFirstTunable;
+    const bool tunable = GeneralUtilities::isTunable(m_RX);
     cboMode->setVisible(tunable);
     cboStep->setVisible(tunable);
     lblMode->setVisible(tunable);

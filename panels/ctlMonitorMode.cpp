@@ -8,7 +8,7 @@
 #include "panels/EntryBox.h"
 #include "panels/PanelGrid.h"
 #include "panels/UpdatingScope.h"
-#include "utilities/GeneralUtilities.h"
+#include "utilities/NumberTexts.h"
 
 #include <limits>
 

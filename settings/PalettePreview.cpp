@@ -3,7 +3,7 @@
 
 #include "common/Numbers.h"
 #include "utilities/Colour.h"
-#include "utilities/GeneralUtilities.h"
+#include "utilities/Palette.h"
 
 #include <QColor>
 #include <QPainter>

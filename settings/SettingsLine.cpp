@@ -12,7 +12,8 @@
 #include "settings/frmCommSettings.h"
 #include "settings/frmDisplaySettings.h"
 #include "utilities/Codes.h"
-#include "utilities/GeneralUtilities.h"
+#include "utilities/Receivers.h"
+#include "utilities/TimesOfDay.h"
 
 #include <algorithm>
 #include <array>
@@ -30,8 +31,6 @@ using Pause = SettingsLine::Pause;
 
 /// The longest interval that a poll timer takes, in milliseconds.
 constexpr qint32 kLongestInterval = 65535;
-/// Receivers up to this code have no settings of their own.
-constexpr qint16 kLastPlainReceiver = 2;
 
 // ---- when a line is written
 
@@ -48,7 +47,7 @@ bool outsideChannelMode(From from) {
     return !inChannelMode(from);
 }
 bool withOwnReceiver(From from) {
-    return from.holders.ctlFrequency1.RX() > kLastPlainReceiver;
+    return GeneralUtilities::isTunable(from.holders.ctlFrequency1.RX());
 }
 bool withSamples(From from) {
     return hasSamples(DataModeCode{from.holders.ctlDataMode1.DataMode()});

@@ -3,7 +3,7 @@
 
 #include "format/FileLine.h"
 #include "format/SettingsBlock.h"
-#include "utilities/GeneralUtilities.h"
+#include "utilities/TimesOfDay.h"
 
 namespace veldron {
 

@@ -4,7 +4,7 @@
 #include "common/Numbers.h"
 #include "link/frmVDR.h"
 #include "settings/DialogList.h"
-#include "utilities/GeneralUtilities.h"
+#include "utilities/NumberTexts.h"
 
 #include <QGridLayout>
 #include <QLabel>

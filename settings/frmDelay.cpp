@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "settings/frmDelay.h"
 
-#include "utilities/GeneralUtilities.h"
+#include "utilities/NumberTexts.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

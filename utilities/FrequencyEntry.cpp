@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "utilities/FrequencyEntry.h"
 
-#include "utilities/GeneralUtilities.h"
+#include "utilities/NumberTexts.h"
 
 #include <cmath>
 

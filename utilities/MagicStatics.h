@@ -2,7 +2,7 @@
 // The constant vocabularies of the attached receiver: its modes and its types.
 //
 // Data only. The codes are what the unit speaks and what the panels hold; settings files hold the
-// names. The operations on these tables are in GeneralUtilities.
+// names. The look-ups in these tables are in Receivers.h.
 #pragma once
 
 #include <QtGlobal>

@@ -3,7 +3,7 @@
 #include "tests/chart/ChartFixture.h"
 #include "tests/chart/PlainPicture.h"
 
-#include "utilities/GeneralUtilities.h"
+#include "utilities/Palette.h"
 
 #include <random>
 

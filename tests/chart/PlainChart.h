@@ -7,7 +7,7 @@
 #include "chart/ScanStore.h"
 #include "chart/WaterfallStore.h"
 #include "common/Clock.h"
-#include "utilities/GeneralUtilities.h"
+#include "utilities/Palette.h"
 
 #include <array>
 

@@ -4,7 +4,7 @@
 #include "common/DateTimeText.h"
 #include "common/Hertz.h"
 #include "common/TextFile.h"
-#include "utilities/GeneralUtilities.h"
+#include "utilities/NumberTexts.h"
 
 #include <QBuffer>
 

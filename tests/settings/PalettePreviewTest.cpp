@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "settings/PalettePreview.h"
 
-#include "utilities/GeneralUtilities.h"
+#include "utilities/Palette.h"
 
 #include <gtest/gtest.h>
 

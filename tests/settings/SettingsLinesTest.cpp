@@ -4,7 +4,7 @@
 
 #include "common/UntrappedError.h"
 #include "tests/support/SettingsFixture.h"
-#include "utilities/GeneralUtilities.h"
+#include "utilities/Receivers.h"
 
 #include <gtest/gtest.h>
 

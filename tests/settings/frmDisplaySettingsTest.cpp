@@ -2,7 +2,6 @@
 #include "settings/frmDisplaySettings.h"
 
 #include "settings/PalettePreview.h"
-#include "utilities/GeneralUtilities.h"
 
 #include <gtest/gtest.h>
 

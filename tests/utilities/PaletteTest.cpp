@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "utilities/GeneralUtilities.h"
+#include "utilities/Palette.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "utilities/GeneralUtilities.h"
-#include "tests/support/ManualClock.h"
+#include "utilities/NumberTexts.h"
 
 #include <gtest/gtest.h>
 
@@ -18,7 +17,7 @@ struct TextCase {
     const char *text;
 };
 
-TEST(GeneralUtilities, frequencyText_showsGroupsDownToOneHertz) {
+TEST(NumberTexts, frequencyText_showsGroupsDownToOneHertz) {
     const TextCase cases[] = {{145'500'000, "145.500.000"},
                               {999'999, "999.999"},
                               {1'000'000, "1.000.000"},
@@ -34,12 +33,12 @@ TEST(GeneralUtilities, frequencyText_showsGroupsDownToOneHertz) {
     }
 }
 
-TEST(GeneralUtilities, frequencyTextOfExactlyOneMegahertz_usesTheLongPicture) {
+TEST(NumberTexts, frequencyTextOfExactlyOneMegahertz_usesTheLongPicture) {
     EXPECT_EQ(FrequencyText(Hertz::fromWhole(1'000'000)), "1.000.000");
     EXPECT_EQ(FrequencyText(Hertz::fromUnits(9'999'999'999)), "1000.000");
 }
 
-TEST(GeneralUtilities, formatMHz_showsMegahertzDownToTenHertz) {
+TEST(NumberTexts, formatMHz_showsMegahertzDownToTenHertz) {
     const TextCase cases[] = {
         {145'500'000, "145.50000"}, {0, "0.00000"},           {10, "0.00001"},
         {160'000, "0.16000"},       {10'000'000, "10.00000"}, {3'500'000'000.0, "3500.00000"},
@@ -49,25 +48,25 @@ TEST(GeneralUtilities, formatMHz_showsMegahertzDownToTenHertz) {
     }
 }
 
-TEST(GeneralUtilities, formatMHzOfHalfATenHertz_roundsAwayFromZero) {
+TEST(NumberTexts, formatMHzOfHalfATenHertz_roundsAwayFromZero) {
     EXPECT_EQ(FormatMHz(Hertz::fromWhole(5)), "0.00001");
     EXPECT_EQ(FormatMHz(Hertz::fromUnits(49'999)), "0.00000");
     EXPECT_EQ(FormatMHz(Hertz::fromWhole(25)), "0.00003");
     EXPECT_EQ(FormatMHz(Hertz::fromWhole(-5)), "-0.00001");
 }
 
-TEST(GeneralUtilities, zeroHertz_isShownWithAllDecimals) {
+TEST(NumberTexts, zeroHertz_isShownWithAllDecimals) {
     EXPECT_EQ(FormatMHz(Hertz()), "0.00000");
     EXPECT_EQ(FormatKHz(Hertz()), "0.000");
 }
 
-TEST(GeneralUtilities, numbersThatRoundToZero_showNoMinus) {
+TEST(NumberTexts, numbersThatRoundToZero_showNoMinus) {
     EXPECT_EQ(FormatMHz(Hertz::fromWhole(-4)), "0.00000");
     EXPECT_EQ(FormatKHz(Hertz::fromDouble(-0.4)), "0.000");
     EXPECT_EQ(FrequencyText(Hertz::fromDouble(-0.4)), "0.000");
 }
 
-TEST(GeneralUtilities, formatKHz_showsKilohertzDownToOneHertz) {
+TEST(NumberTexts, formatKHz_showsKilohertzDownToOneHertz) {
     const TextCase cases[] = {{25'000, "25.000"},
                               {500, "0.500"},
                               {0, "0.000"},
@@ -80,14 +79,14 @@ TEST(GeneralUtilities, formatKHz_showsKilohertzDownToOneHertz) {
     }
 }
 
-TEST(GeneralUtilities, largestFrequency_isShownWhole) {
+TEST(NumberTexts, largestFrequency_isShownWhole) {
     EXPECT_EQ(FrequencyText(Hertz::fromUnits(std::numeric_limits<qint64>::min())),
               "-922337203.685.478");
     EXPECT_EQ(FrequencyText(Hertz::fromUnits(std::numeric_limits<qint64>::max())),
               "922337203.685.478");
 }
 
-TEST(GeneralUtilities, formatFileSize_changesPictureWithTheSize) {
+TEST(NumberTexts, formatFileSize_changesPictureWithTheSize) {
     struct Case {
         qint64 size;
         const char *text;
@@ -109,12 +108,12 @@ TEST(GeneralUtilities, formatFileSize_changesPictureWithTheSize) {
     }
 }
 
-TEST(GeneralUtilities, formatFileSizeOf1024000_usesTheSecondPicture) {
+TEST(NumberTexts, formatFileSizeOf1024000_usesTheSecondPicture) {
     EXPECT_EQ(FormatFileSize(1'024'000), "   1000k");
     EXPECT_EQ(FormatFileSize(-1'024'000), "-   1000.0k");
 }
 
-TEST(GeneralUtilities, digitsOnly_keepsDigitsInOrder) {
+TEST(NumberTexts, digitsOnly_keepsDigitsInOrder) {
     EXPECT_EQ(DigitsOnly("10.000.000"), "10000000");
     EXPECT_EQ(DigitsOnly(" -1a2,3 "), "123");
     EXPECT_EQ(DigitsOnly("None"), "");
@@ -124,7 +123,7 @@ TEST(GeneralUtilities, digitsOnly_keepsDigitsInOrder) {
         << "digits of other scripts";
 }
 
-TEST(GeneralUtilities, leadingNumber_readsWhatTheTextBeginsWith) {
+TEST(NumberTexts, leadingNumber_readsWhatTheTextBeginsWith) {
     struct Case {
         const char *text;
         double number;
@@ -154,100 +153,18 @@ TEST(GeneralUtilities, leadingNumber_readsWhatTheTextBeginsWith) {
     }
 }
 
-TEST(GeneralUtilities, leadingNumberOfEndlessDigits_isTheLargestNumber) {
+TEST(NumberTexts, leadingNumberOfEndlessDigits_isTheLargestNumber) {
     EXPECT_EQ(LeadingNumber(QString(400, '9')), std::numeric_limits<double>::max());
     EXPECT_EQ(LeadingNumber("-" + QString(400, '9')), std::numeric_limits<double>::lowest());
 }
 
-TEST(GeneralUtilities, machineWithAnotherLanguage_changesNothing) {
+TEST(NumberTexts, machineWithAnotherLanguage_changesNothing) {
     const QLocale before;
     QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
     EXPECT_EQ(FormatMHz(Hertz::fromWhole(1'145'500'000)), "1145.50000");
     EXPECT_EQ(FormatFileSize(12'800), "   12.5k");
     EXPECT_DOUBLE_EQ(LeadingNumber("1.5"), 1.5);
     QLocale::setDefault(before);
-}
-
-TEST(GeneralUtilities, waitSeconds_endsWhenTheTimeHasPassed) {
-    ManualClock clock(1000.0);
-    WaitSeconds(clock, 1.0F);
-    EXPECT_GE(static_cast<float>(clock.seconds()), 1001.0F);
-    EXPECT_LT(clock.seconds(), 1001.1);
-    EXPECT_FALSE(clock.rests().empty());
-}
-
-TEST(GeneralUtilities, waitSecondsOfNothing_returnsAtOnce) {
-    ManualClock clock(1000.0);
-    WaitSeconds(clock, 0.0F);
-    WaitSeconds(clock, -1.0F);
-    EXPECT_DOUBLE_EQ(clock.seconds(), 1000.0);
-}
-
-TEST(GeneralUtilities, waitSecondsAcrossMidnight_endsAfterAMinute) {
-    ManualClock clock(86399.5);
-    WaitSeconds(clock, 1.0F);
-    EXPECT_NEAR(clock.seconds(), 59.5, 0.02);
-}
-
-TEST(GeneralUtilities, waitSecondsWithAFrozenTimeOfDay_goesOnFor59SecondsAndEndsAt60) {
-    ManualClock clock(1000.0);
-    clock.freezeTimeOfDay();
-    const qint64 start = clock.steadyMilliseconds();
-    WaitSeconds(clock, 1.0F);
-    EXPECT_GE(clock.steadyMilliseconds() - start, 60000);
-    EXPECT_LE(clock.steadyMilliseconds() - start, 60010);
-}
-
-TEST(GeneralUtilities, waitOfMoreThanAMinute_endsAt60) {
-    ManualClock clock(1000.0);
-    WaitSeconds(clock, 100.0F);
-    EXPECT_NEAR(clock.seconds(), 1060.0, 0.02);
-}
-
-TEST(GeneralUtilities, momentsJustAcrossMidnight_areTwoSecondsApart) {
-    EXPECT_FLOAT_EQ(TimeDifference(86399, 1), 2);
-    EXPECT_FLOAT_EQ(TimeDifference(1, 86399), -2);
-}
-
-TEST(GeneralUtilities, timeDifference_foldsAcrossMidnight) {
-    struct Case {
-        float from;
-        float to;
-        float difference;
-    };
-    const Case cases[] = {{86399, 1, 2},      {1, 86399, -2},         {0, 43200, -43200},
-                          {43200, 0, -43200}, {0, 43199.5, 43199.5F}, {43200.5F, 0, 43199.5F},
-                          {100, 100, 0},      {10, 25.5F, 15.5F}};
-    for (const Case &example : cases) {
-        EXPECT_FLOAT_EQ(TimeDifference(example.from, example.to), example.difference)
-            << example.from << " " << example.to;
-    }
-}
-
-TEST(GeneralUtilities, timeText_showsHoursMinutesAndSeconds) {
-    struct Case {
-        float seconds;
-        const char *text;
-    };
-    const Case cases[] = {{3661, "01:01:01"},   {0, "00:00:00"},      {59.99F, "00:00:59"},
-                          {86399, "23:59:59"},  {86400, "24:00:00"},  {86401, "00:00:01"},
-                          {172800, "24:00:00"}, {-1, "23:59:59"},     {-86400, "00:00:00"},
-                          {-90000, "23:00:00"}, {200000, "07:33:20"}, {82799.99F, "22:59:59"}};
-    for (const Case &example : cases) {
-        EXPECT_EQ(TimeText(example.seconds, true), example.text) << example.seconds;
-        EXPECT_EQ(TimeText(example.seconds, false), QString(example.text).left(5));
-    }
-}
-
-TEST(GeneralUtilities, timeTextOf3661_isOneHourOneMinuteAndOneSecondIfShown) {
-    EXPECT_EQ(TimeText(3661, true), "01:01:01");
-    EXPECT_EQ(TimeText(3661, false), "01:01");
-}
-
-TEST(GeneralUtilities, timeTextOfAnEndlessTime_comesToAnEnd) {
-    EXPECT_EQ(TimeText(std::numeric_limits<float>::infinity(), true), "00:00:00");
-    EXPECT_EQ(TimeText(std::numeric_limits<float>::quiet_NaN(), false), "00:00");
-    EXPECT_EQ(TimeText(1e30F, true).size(), 8);
 }
 
 } // namespace

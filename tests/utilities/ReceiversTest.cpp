@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "utilities/Receivers.h"
 #include "utilities/MagicStatics.h"
-#include "utilities/GeneralUtilities.h"
 
 #include <gtest/gtest.h>
 
@@ -19,7 +19,7 @@ QString joined(const QVariantList &table) {
     return parts.join(QLatin1Char('|'));
 }
 
-TEST(MagicStatics, eachModeCode_hasItsNameAndBack) {
+TEST(Receivers, eachModeCode_hasItsNameAndBack) {
     const QStringList names = {"WFM",  "NFM", "SFM", "WAM", " AM", "NAM", "LSB",  "USB", " CW",
                                "AUTO", "AMW", " FM", "FMN", "AMN", "CWN", "WFM1", "WFM2"};
     ASSERT_EQ(names.size(), 17);
@@ -29,19 +29,19 @@ TEST(MagicStatics, eachModeCode_hasItsNameAndBack) {
     }
 }
 
-TEST(MagicStatics, modeCodeOutsideTheTable_isERR) {
+TEST(Receivers, modeCodeOutsideTheTable_isERR) {
     for (const int code : {-32768, -1, 0, 18, 32767}) {
         EXPECT_EQ(ModeName(static_cast<qint16>(code)), "ERR") << code;
     }
 }
 
-TEST(MagicStatics, modeNameWithoutItsBlankOrInLowerCase_isNoMode) {
+TEST(Receivers, modeNameWithoutItsBlankOrInLowerCase_isNoMode) {
     for (const char *name : {"AM", "am", " am", " AM ", "CW", "FM", "wfm", "", "ERR", "WFM3"}) {
         EXPECT_EQ(ModeCode(name), 0) << name;
     }
 }
 
-TEST(MagicStatics, eachReceiver_hasItsNameItsModesAndItsAttenuator) {
+TEST(Receivers, eachReceiver_hasItsNameItsModesAndItsAttenuator) {
     struct Case {
         const char *table;
         bool hasAttenuator;
@@ -68,30 +68,30 @@ TEST(MagicStatics, eachReceiver_hasItsNameItsModesAndItsAttenuator) {
     EXPECT_EQ(code, static_cast<qint16>(MagicStatics::kReceivers.size()));
 }
 
-TEST(MagicStatics, receiverTableOfNoReceiver_hasTheSingleElementERR) {
+TEST(Receivers, receiverTableOfNoReceiver_hasTheSingleElementERR) {
     for (const int code : {-1, 0, 12, 32767}) {
         EXPECT_EQ(joined(ReceiverTable(static_cast<qint16>(code))), "ERR") << code;
         EXPECT_EQ(ReceiverName(static_cast<qint16>(code)), "ERR") << code;
     }
 }
 
-TEST(MagicStatics, receiverTableOfOther10M_hasItsNameAndNoModes) {
+TEST(Receivers, receiverTableOfOther10M_hasItsNameAndNoModes) {
     EXPECT_EQ(ReceiverTable(1), QVariantList{QString("Other (10M)")});
 }
 
-TEST(MagicStatics, receiverTableTwice_givesListsOfTheirOwn) {
+TEST(Receivers, receiverTableTwice_givesListsOfTheirOwn) {
     QVariantList first = ReceiverTable(4);
     first.clear();
     EXPECT_EQ(ReceiverTable(4).size(), 7);
 }
 
-TEST(MagicStatics, receiverNameNotInTheTable_isNoReceiver) {
+TEST(Receivers, receiverNameNotInTheTable_isNoReceiver) {
     for (const char *name : {"", "None", "ERR", "vk1100", "VK1100 ", "Other"}) {
         EXPECT_EQ(ReceiverCode(name), 0) << name;
     }
 }
 
-TEST(MagicStatics, attenuatorOutsideAndInsideTheTable_isAsListed) {
+TEST(Receivers, attenuatorOutsideAndInsideTheTable_isAsListed) {
     for (const int code : {0, 1, 2, 9, 10, 12, -3}) {
         EXPECT_FALSE(HasAttenuator(static_cast<qint16>(code))) << code;
     }

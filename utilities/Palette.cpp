@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "utilities/GeneralUtilities.h"
+#include "utilities/Palette.h"
 
 #include "common/Numbers.h"
 
@@ -53,17 +53,18 @@ quint32 twoSegmentColour(int level) {
 } // namespace
 
 quint32 PaletteColour(quint8 Level, qint16 Scheme) {
-    switch (Scheme) {
-    case 0:
+    switch (static_cast<PaletteCode>(Scheme)) {
+    case PaletteCode::BlackToWhite:
         return greyColour(Level);
-    case 1:
+    case PaletteCode::WhiteToBlack:
         return greyColour(kHighestLevel - Level);
-    case 2:
+    case PaletteCode::HotMetal:
         return hotMetalColour(Level);
-    case 3:
+    case PaletteCode::Rainbow:
         return rainbowColour(Level);
-    case 4:
+    case PaletteCode::Spectrum5:
         return risingRainbowColour(Level);
+    case PaletteCode::Spectrum6:
     default:
         return twoSegmentColour(Level);
     }
