@@ -137,6 +137,11 @@ void frmDisplay::shutDown(EndReason reason) {
     }
     m_cursor.setShape(CursorShape::Default);
     m_life = reason == EndReason::Error ? LifeState::Failed : LifeState::Ended;
+    if (reason == EndReason::Wanted) {
+        // Not left to the toolkit, which ends the loop when the last window closes: a list or a
+        // menu that the user opens right after the close counts as a window.
+        QCoreApplication::exit(0);
+    }
 }
 
 void frmDisplay::stopTimers() {

@@ -93,6 +93,11 @@ protected:
     // ---- start and end
 
     void dropForm() {
+        if (m_form && m_form->hasEnded()) {
+            // The end of the program stops every event loop until the next one of the application.
+            QTimer::singleShot(0, qApp, [] { QCoreApplication::exit(); });
+            QApplication::exec();
+        }
         m_form.reset();
         // A window that goes asks the application to quit; the next form has no part in that.
         QCoreApplication::removePostedEvents(QCoreApplication::instance());

@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "tests/app/FormFixture.h"
 
+#include "tests/support/OpenFiles.h"
+
+#include <QMenu>
+
 namespace veldron {
 namespace {
 
@@ -33,6 +37,42 @@ TEST_F(FrmDisplayEndTest, closeBoxWithoutRecording_savesTheDefaultsAndClosesTheP
 TEST_F(FrmDisplayEndTest, exitEntry_endsTheProgramWithCode0) {
     startUp();
     EXPECT_EQ(runUntilEnd([this] { pick("mnuFileExit"); }), 0);
+    expectEnded();
+}
+
+TEST_F(FrmDisplayEndTest, listOrMenuOpenedRightAfterTheClose_doesNotKeepTheProgramAlive) {
+    const std::vector<std::function<void()>> acts{
+        [this] { monitor().findChild<QComboBox *>("cboMonitorMode")->showPopup(); },
+        [this] {
+            child<QMenu>("mnuFile").popup({10, 10});
+        },
+        [this] {
+            child<QMenu>("mnuSettings").popup({10, 10});
+        }};
+    for (const auto &act : acts) {
+        startUp();
+        EXPECT_EQ(runUntilEnd([&] {
+                      m_form->close();
+                      act();
+                  }),
+                  0);
+        expectEnded();
+    }
+}
+
+TEST_F(FrmDisplayEndTest, unload_closesTheRecordingThenSavesThenClosesThePort) {
+    startRecording();
+    QStringList seen;
+    m_clock.setDateHook([&] {
+        seen.append(QString(isHeldOpen(path("a.rec")) ? "recording open" : "recording closed") +
+                    (m_control.PortOpen() ? ", port open" : ", port closed"));
+    });
+    m_dialogs.answerOk(true);
+    m_form->close();
+    m_clock.setDateHook({});
+    ASSERT_FALSE(seen.isEmpty());
+    seen.removeDuplicates();
+    EXPECT_EQ(seen, QStringList{"recording closed, port open"});
     expectEnded();
 }
 
@@ -111,6 +151,27 @@ TEST_F(FrmDisplayEndTest, systemAsksForTheEndUnderADialog_endsWithoutApplyingIt)
     EXPECT_EQ(code, 0);
     EXPECT_EQ(chart().Palette(), 3);
     EXPECT_FALSE(isPolling());
+}
+
+TEST_F(FrmDisplayEndTest, systemAsksForTheEndUnderTheCommunicationsDialog_appliesNothing) {
+    startUp();
+    const int interval = pollTimer()->interval();
+    const qint16 chartPoll = chart().Poll();
+    QStringList after;
+    const int code = runUntilEnd([&] {
+        pickDialog("mnuSettingsComms", [this](QDialog &dialog) {
+            pickRow(dialog, "cboPoll", 0);
+            pickRow(dialog, "cboComPort", 1);
+            forgetSent();
+            m_form->endWithoutQuestion();
+        });
+        after = sent();
+    });
+    EXPECT_EQ(code, 0);
+    EXPECT_EQ(after, QStringList());
+    EXPECT_EQ(pollTimer()->interval(), interval);
+    EXPECT_FALSE(isPolling());
+    EXPECT_EQ(chart().Poll(), chartPoll);
 }
 
 TEST_F(FrmDisplayEndTest, systemAsksForTheEndUnderThePortsMessage_opensNoPortAgain) {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tests/app/FormFixture.h"
 
+#include "tests/support/OpenFiles.h"
+
 #include <QTest>
 #include <QToolButton>
 
@@ -99,6 +101,17 @@ TEST_F(FrmDisplayErrorTest, errorWhileRecording_keepsTheScansAndAsksNothing) {
     EXPECT_EQ(readFile("a.rec").count("\r\nData "), 2);
     EXPECT_TRUE(m_form->close());
     EXPECT_EQ(m_dialogs.log(), (QStringList{"save", "error"}));
+}
+
+TEST_F(FrmDisplayErrorTest, errorWhileRecording_closesTheFileBeforeTheUserIsTold) {
+    startUp();
+    m_dialogs.pickFile(path("a.rec"));
+    pick("mnuFileRecord");
+    ASSERT_TRUE(isHeldOpen(path("a.rec")));
+    bool open = true;
+    m_dialogs.setWhileUp([&] { open = isHeldOpen(path("a.rec")); });
+    reportOf([this] { m_form->endWithError(error()); });
+    EXPECT_FALSE(open);
 }
 
 TEST_F(FrmDisplayErrorTest, badValueInAMenuLoad_endsTheProgramAndNamesFileAndLine) {

@@ -3,6 +3,8 @@
 
 #include "common/Clock.h"
 
+#include <functional>
+#include <utility>
 #include <vector>
 
 namespace veldron {
@@ -22,6 +24,9 @@ public:
         return reading;
     }
     QDateTime now() override {
+        if (m_dateHook) {
+            m_dateHook();
+        }
         return QDateTime(m_date, QTime(0, 0).addMSecs(static_cast<int>(m_seconds * 1000.0)));
     }
     qint64 steadyMilliseconds() override { return static_cast<qint64>(m_steadySeconds * 1000.0); }
@@ -47,6 +52,8 @@ public:
     /// From now on only the steady reading moves: the time of day stands still.
     void freezeTimeOfDay() { m_frozen = true; }
     void setDate(QDate date) { m_date = date; }
+    /// Called at each reading of the date, such as the one that a settings block is headed with.
+    void setDateHook(std::function<void()> hook) { m_dateHook = std::move(hook); }
     /// Each reading of the time of day moves the clock by \a seconds afterwards.
     void setStepPerReading(double seconds) { m_stepPerReading = seconds; }
     [[nodiscard]] double seconds() const { return m_seconds; }
@@ -62,6 +69,7 @@ private:
     bool m_frozen = false;
     double m_stepPerReading = 0.0;
     int m_readings = 0;
+    std::function<void()> m_dateHook;
     std::vector<int> m_rests;
 };
 
