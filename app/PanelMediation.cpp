@@ -10,6 +10,7 @@
 #include "panels/ctlFrequency.h"
 #include "panels/ctlMonitorMode.h"
 #include "settings/ChartUpdate.h"
+#include "settings/SessionState.h"
 #include "settings/SettingsLine.h"
 #include "settings/frmCommSettings.h"
 #include "utilities/TimesOfDay.h"
@@ -26,6 +27,29 @@ void PanelMediation::showLinkStatus() {
 
 void PanelMediation::setPollInterval(qint32 milliseconds) {
     m_parts.pollTimer.setInterval(milliseconds);
+}
+
+/// A silent unit leaves failure values in the panels. As a scale they would wipe the history, so
+/// the chart keeps the scale that it has until all values of a new one have been read. What
+/// playback puts into the panels is no reading, and goes to the chart as it is.
+bool PanelMediation::isScaleKnown() const {
+    if (m_parts.session.InPlayback) {
+        return true;
+    }
+    const ctlMonitorMode &panel = m_instruments.ctlMonitorMode1;
+    if (!isChannelMode()) {
+        return panel.fSpan() != kFailedFrequency && panel.fCentre() != kFailedFrequency;
+    }
+    return panel.fStart() != kFailedFrequency && panel.fCentre() != kFailedFrequency &&
+           panel.fEnd() != kFailedFrequency &&
+           m_instruments.ctlFrequency1.Frequency() != kFailedFrequency;
+}
+
+/// Marks \a frequency on the chart, if that and the scale are known.
+void PanelMediation::markOnChart(Hertz frequency) {
+    if (frequency != kFailedFrequency && isScaleKnown()) {
+        m_instruments.ctlChartSpectrum1.setRXFreq(frequency);
+    }
 }
 
 // ---- receiver panel
@@ -66,7 +90,7 @@ void PanelMediation::changeFrequency() {
     ctlFrequency &panel = m_instruments.ctlFrequency1;
     m_instruments.vdr.setVDRMarkerFreq(panel.Frequency());
     panel.setFrequency(m_instruments.vdr.VDRMarkerFreq());
-    m_instruments.ctlChartSpectrum1.setRXFreq(panel.Frequency());
+    markOnChart(panel.Frequency());
 }
 
 /// The panel's centre moves its start and end along, so it is written before they are read.
@@ -76,14 +100,16 @@ void PanelMediation::changeCentreFromReceiver() {
     m_instruments.vdr.setVDRCentre(m_instruments.ctlFrequency1.Frequency());
     monitor.setfCentre(m_instruments.vdr.VDRCentre());
     showCentre(monitor.fCentre());
-    chart.setScanStart(monitor.fStart());
-    chart.setScanStop(monitor.fEnd());
+    if (isScaleKnown()) {
+        chart.setScanStart(monitor.fStart());
+        chart.setScanStop(monitor.fEnd());
+    }
     chart.DrawAxes();
 }
 
 void PanelMediation::showCentre(Hertz centre) {
     m_instruments.ctlFrequency1.setFrequency(centre);
-    m_instruments.ctlChartSpectrum1.setRXFreq(centre);
+    markOnChart(centre);
 }
 
 /// Another receiver has settings of its own, all of which the unit needs a moment to take over.
@@ -180,9 +206,11 @@ void PanelMediation::ctlMonitorMode1_Changed(MonitorChangeCode What) {
     const ctlMonitorMode &panel = m_instruments.ctlMonitorMode1;
     ctlChartSpectrum &chart = m_instruments.ctlChartSpectrum1;
     // Behind every read-back, and the axes last: only then are all four values those of one scale.
-    chart.setDataResolution(panel.fStep());
-    chart.setScanStart(panel.fStart());
-    chart.setScanStop(panel.fEnd());
+    if (isScaleKnown()) {
+        chart.setDataResolution(panel.fStep());
+        chart.setScanStart(panel.fStart());
+        chart.setScanStop(panel.fEnd());
+    }
     chart.DrawAxes();
 }
 
@@ -228,7 +256,7 @@ void PanelMediation::changeChannels() {
 void PanelMediation::readChannelsIn() {
     showChannels();
     m_instruments.ctlFrequency1.setFrequency(m_instruments.vdr.VDRMarkerFreq());
-    m_instruments.ctlChartSpectrum1.setRXFreq(m_instruments.vdr.VDRMarkerFreq());
+    markOnChart(m_instruments.vdr.VDRMarkerFreq());
 }
 
 /// Span and step come last: the panel shows them only, and derives no other value from them in
@@ -299,7 +327,10 @@ void PanelMediation::readBackFrequencies() {
 }
 
 void PanelMediation::UpdateChartSettings() {
-    updateChart(m_instruments);
+    if (isScaleKnown()) {
+        updateChartFrequencies(m_instruments);
+    }
+    updateChartDisplay(m_instruments);
 }
 
 } // namespace veldron

@@ -13,6 +13,7 @@ namespace veldron {
 class PollTimer;
 class Recorder;
 class StatusPanels;
+struct SessionState;
 enum class DataChangeCode : qint32;
 enum class MonitorChangeCode : qint32;
 enum class ReceiverChangeCode : qint32;
@@ -29,6 +30,7 @@ public:
         PollTimer &pollTimer;
         StatusPanels &statusBar;
         Recorder &recorder;
+        const SessionState &session;
         Clock &clock;
     };
     PanelMediation(const SettingHolders &instruments, const Parts &parts)
@@ -63,6 +65,8 @@ private:
     void readBackFrequencies();
     void showLinkStatus();
     [[nodiscard]] bool isChannelMode() const;
+    [[nodiscard]] bool isScaleKnown() const;
+    void markOnChart(Hertz frequency);
 
     SettingHolders m_instruments;
     Parts m_parts;

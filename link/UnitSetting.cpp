@@ -15,7 +15,6 @@ namespace {
 
 constexpr double kPerKilohertz = Wire::kHertzPerKilohertz;
 constexpr double kPerMegahertz = Wire::kHertzPerMegahertz;
-constexpr Hertz kFailedFrequency = Hertz::fromWhole(-1);
 
 // ---- codes and counts
 

@@ -47,6 +47,9 @@ struct UnitSetting {
     T cached{};
 };
 
+/// What a failed read of a frequency gives; as a span it is the same number of hertz.
+inline constexpr Hertz kFailedFrequency = Hertz::fromWhole(-1);
+
 /// Letters of the sample count in the data mode Average.
 inline constexpr SettingLetters kAverageSamples{"WSAV", "RSAV"};
 /// Letters of the sample count in the data mode Median.

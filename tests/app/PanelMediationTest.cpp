@@ -372,6 +372,15 @@ TEST_F(PanelMediationTest, monitorPanelAndChart_leaveTheStatusBarAlone) {
     EXPECT_FALSE(m_form->hasFailed());
 }
 
+TEST_F(PanelMediationTest, axes_areDrawnBehindTheNewScale) {
+    startUp();
+    monitor().setfCentre(megahertz(120));
+    raise(monitor(), MonitorChangeCode::Centre);
+    const QImage shown = chart().grab().toImage();
+    chart().DrawAxes();
+    EXPECT_EQ(chart().grab().toImage(), shown);
+}
+
 // ---- chart
 
 TEST_F(PanelMediationTest, doubleClickInSpectrumMode_retunesTheCentreAndReadsEverythingBack) {
