@@ -116,4 +116,17 @@ int ChartPicture::waterfallColours() const {
     return static_cast<int>(colours.size());
 }
 
+int ChartPicture::scanRows() const {
+    constexpr int kFewestColours = 8;
+    int rows = 0;
+    for (int y = m_plot.bottom() + kBottom + kFoot + 1; y < m_image.height() - kFoot; ++y) {
+        QSet<QRgb> colours;
+        for (int x = m_plot.left(); x <= m_plot.right(); ++x) {
+            colours.insert(m_image.pixel(x, y));
+        }
+        rows += colours.size() >= kFewestColours ? 1 : 0;
+    }
+    return rows;
+}
+
 } // namespace veldron

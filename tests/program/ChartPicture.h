@@ -31,6 +31,8 @@ public:
     [[nodiscard]] int heightAt(double share) const;
     /// Number of different colours in the waterfall, one row of pixels in four.
     [[nodiscard]] int waterfallColours() const;
+    /// Rows of pixels in the waterfall that show a scan: blank ones have one colour.
+    [[nodiscard]] int scanRows() const;
     /// Height that a raw level has, in pixels.
     [[nodiscard]] int heightOf(int level) const;
 

@@ -73,6 +73,9 @@ ProgramRun::ProgramRun() : m_folder(QDir::currentPath() + QStringLiteral("/progr
         if (m_isLocked) {
             ::prctl(PR_CAPBSET_DROP, CAP_DAC_OVERRIDE);
         }
+        if (m_ignoredSignal != 0) {
+            std::signal(m_ignoredSignal, SIG_IGN);
+        }
         if (m_fileLimit >= 0) {
             const rlimit limit{static_cast<rlim_t>(m_fileLimit), static_cast<rlim_t>(m_fileLimit)};
             ::setrlimit(RLIMIT_FSIZE, &limit);
@@ -123,6 +126,10 @@ bool ProgramRun::plugUnit(int port, const QStringList &options) {
 void ProgramRun::launch() {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("QT_LINUX_ACCESSIBILITY_ALWAYS_ON"), QStringLiteral("1"));
+    if (m_clockShift) {
+        environment.insert(QStringLiteral("LD_PRELOAD"), QStringLiteral(VELDRON_SHIFTED_CLOCK));
+        environment.insert(QStringLiteral("VELDRON_CLOCK_SHIFT"), QString::number(*m_clockShift));
+    }
     m_process.setProcessEnvironment(environment);
     m_process.setWorkingDirectory(m_folder.path());
     m_process.start(path(kProgram), QStringList());

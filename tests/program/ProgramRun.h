@@ -43,6 +43,10 @@ public:
     void limitFiles(qint64 bytes) { m_fileLimit = bytes; }
     /// Takes away the program's right to write into its own folder, for root too.
     void lockFolder();
+    /// The program's time of day runs \a seconds ahead of the machine's.
+    void shiftClock(int seconds) { m_clockShift = seconds; }
+    /// The program starts with the signal ignored, as under nohup.
+    void ignoreSignal(int number) { m_ignoredSignal = number; }
     void launch();
     /// Launches the program and waits until its window is there and can be read.
     [[nodiscard]] bool open();
@@ -100,6 +104,8 @@ private:
     ScreenReader m_reader;
     qint64 m_fileLimit = -1;
     bool m_isLocked = false;
+    std::optional<int> m_clockShift;
+    int m_ignoredSignal = 0;
 };
 
 } // namespace veldron
