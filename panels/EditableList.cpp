@@ -17,8 +17,7 @@ EditableList::EditableList(QWidget *parent) : DropDownList(parent) {
     setCompleter(nullptr);
     setAttribute(Qt::WA_InputMethodEnabled, false);
     lineEdit()->setAttribute(Qt::WA_InputMethodEnabled, false);
-    // Both would pick the row whose text equals what has been typed.
-    disconnect(lineEdit(), &QLineEdit::returnPressed, this, nullptr);
+    // It would pick the row whose text equals what has been typed.
     disconnect(lineEdit(), &QLineEdit::editingFinished, this, nullptr);
 }
 

@@ -17,6 +17,7 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <utility>
 
 namespace veldron {
 
@@ -34,7 +35,7 @@ QString noReceiverText() {
 ctlFrequency::ctlFrequency(ErrorGuard guard, QWidget *parent)
     : QFrame(parent), m_guard(std::move(guard)), m_fields(m_guard, *this) {
     Accessibility::describePanel(*this, QStringLiteral("Receiver panel"));
-    // In this order the Tab key visits them.
+    // The Tab key visits the controls in the order in which they are made.
     makeFocusHolder();
     PanelGrid grid(*this);
     makeReceiverRow(grid);
@@ -49,11 +50,12 @@ ctlFrequency::ctlFrequency(ErrorGuard guard, QWidget *parent)
 
 void ctlFrequency::makeFocusHolder() {
     Picture1 = new QWidget(this);
+    // Before the name: setting it makes the toolkit describe the widget, for good.
+    Accessibility::describeAsInvisible(*Picture1);
     Picture1->setObjectName(QStringLiteral("Picture1"));
     Picture1->setAccessibleName(QStringLiteral("Receiver panel"));
     // By SetFocus alone: nobody sees where the focus is.
     Picture1->setFocusPolicy(Qt::NoFocus);
-    Accessibility::describeAsInvisible(*Picture1);
     Picture1->setFixedSize(1, 1);
     lblFreq = new QLabel(QStringLiteral("0123.456.789"), Picture1);
     lblFreq->setObjectName(QStringLiteral("lblFreq"));
@@ -198,7 +200,11 @@ void ctlFrequency::setMode(qint16 value) {
         const UpdatingScope updating(m_Updating);
         // A receiver that was picked but not taken has a longer table than the list has rows.
         if (i <= cboMode->count()) {
-            cboMode->showRow(i - 1);
+            cboMode->setCurrentIndex(i - 1);
+        }
+        // Each write of the receiver clears the row, so a new row alone is no new mode.
+        if (value != m_Mode) {
+            Accessibility::announceValue(*cboMode, GeneralUtilities::ModeName(value));
         }
         m_Mode = value;
     }
@@ -298,13 +304,11 @@ void ctlFrequency::pickStep(int row) {
     const qint32 step = cboStep->rowHertz(row).roundedTo32();
     // The row takes the place of what has been typed.
     m_fields.cancel();
-    const bool isOther = step != m_Step;
-    m_Step = step;
+    const bool isNew = std::exchange(m_Step, step) != step;
     showStep();
-    if (!isOther) {
-        return;
+    if (isNew) {
+        raiseChange(ReceiverChangeCode::Step);
     }
-    raiseChange(ReceiverChangeCode::Step);
 }
 
 void ctlFrequency::pickMode() {

@@ -12,9 +12,9 @@ class QTimer;
 
 namespace veldron {
 
+class DropDownList;
 class EditableList;
 class EntryBox;
-class DropDownList;
 class PanelGrid;
 
 /// What the user has changed on the receiver panel. Each event names exactly one.

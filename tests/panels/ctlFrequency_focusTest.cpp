@@ -20,7 +20,7 @@ TEST_F(CtlFrequency, focusOnThePanel_goesToTheOnePixelPictureWhereKeysDoNothing)
     EXPECT_EQ(events, Events{});
 }
 
-TEST_F(CtlFrequency, tabKey_visitsThePictureFirstAndThenTheRows) {
+TEST_F(CtlFrequency, tabKeyFromThePicture_visitsTheRows) {
     panel->SetFocus();
     for (const char *name : {"cboRX", "txtFreq", "cboStep", "cboMode", "chkAtten"}) {
         key(Qt::Key_Tab);
