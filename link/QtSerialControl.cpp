@@ -187,11 +187,20 @@ SerialControl::Result QtSerialControl::openDevice() {
     if (device.isEmpty()) {
         return describe({OpenFailure::Kind::NotThere, device, {}, false, {}});
     }
-    m_port->setPortName(device);
+    // Before the port is opened: that already changes the line settings.
+    if (const std::optional<PortHolder> holder = m_lock.take(device)) {
+        return SerialError{SerialErrorCode::kPortInUse,
+                           device + text(" is in use by ") + holder->text()};
+    }
+    // The port makes a lock file of its own, named after the path, and replaces one that it takes
+    // for stale. The second slash gives it a name that no other program uses.
+    m_port->setPortName(QLatin1Char('/') + device);
     const bool opened = m_port->open(QIODevice::ReadWrite);
     m_broken = false;
     if (!opened) {
-        return describe(openFailure(device));
+        const OpenFailure failure = openFailure(device);
+        m_lock.release();
+        return describe(failure);
     }
     m_port->clear(QSerialPort::Input);
     return std::nullopt;
@@ -208,6 +217,7 @@ void QtSerialControl::closeDevice() {
         m_port->clear(QSerialPort::AllDirections);
         m_port->close();
     }
+    m_lock.release();
     m_broken = false;
 }
 

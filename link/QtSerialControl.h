@@ -2,6 +2,7 @@
 #pragma once
 
 #include "common/ErrorGuard.h"
+#include "link/PortLock.h"
 #include "link/PortMap.h"
 #include "link/SerialControl.h"
 
@@ -82,6 +83,7 @@ private:
     void noteArrival();
 
     PortMap m_ports;
+    PortLock m_lock;
     std::unique_ptr<QSerialPort> m_port;
     std::function<void()> m_commHandler;
     qint16 m_CommPort = 0;

@@ -9,6 +9,7 @@
 #include "link/UnitSetting.h"
 
 #include <QByteArray>
+#include <QHash>
 #include <QString>
 #include <QStringList>
 #include <QtGlobal>
@@ -50,6 +51,9 @@ public:
     void setCommPort(qint16 port);
     /// Path of the device behind COM \a port, empty when there is none.
     [[nodiscard]] QString deviceName(qint16 port) const { return m_control.deviceName(port); }
+    /// Why COM \a port could not be opened when it was last tried, where the user can do something
+    /// about it: which program holds it, or which right is missing. Empty otherwise.
+    [[nodiscard]] QString portProblem(qint16 port) const { return m_portProblems.value(port); }
     /// Position from 1 in the list of ports of the one that the unit was found on, 0 for none.
     [[nodiscard]] qint16 ComDefault() const { return m_ComDefault; }
     /// True during an exchange.
@@ -128,6 +132,7 @@ private:
 
     void probePort(qint16 port);
     [[nodiscard]] SerialControl::Result openPort(qint16 port);
+    void noteOpening(qint16 port, const SerialControl::Result &failure);
     void restorePort(qint16 port);
 
     [[nodiscard]] bool sendWrite(const QString &command, const QString &report);
@@ -153,6 +158,7 @@ private:
     QString m_LastReply;
     QString m_Version;
     QStringList m_PortList;
+    QHash<qint16, QString> m_portProblems;
     qint16 m_ComDefault = 0;
     bool m_portsListed = false;
     bool m_unloaded = false;

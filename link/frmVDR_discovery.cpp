@@ -5,6 +5,8 @@
 #include "link/PortMap.h"
 #include "link/Wire.h"
 
+#include <cstdio>
+
 namespace veldron {
 
 namespace {
@@ -42,6 +44,7 @@ void frmVDR::probePort(qint16 port) {
     // The port is opened even if it could not be chosen; of two failures the later one counts.
     const SerialControl::Result chosen = m_control.setCommPort(port);
     const SerialControl::Result opened = m_control.setPortOpen(true);
+    noteOpening(port, opened);
     const int error = opened ? opened->number : chosen ? chosen->number : 0;
     if (error == 0 || error == SerialErrorCode::kPortInUse) {
         m_PortList.append(QStringLiteral("COM ") + QString::number(port));
@@ -85,7 +88,20 @@ SerialControl::Result frmVDR::openPort(qint16 port) {
     if (SerialControl::Result failure = m_control.setCommPort(port)) {
         return failure;
     }
-    return m_control.setPortOpen(true);
+    SerialControl::Result failure = m_control.setPortOpen(true);
+    noteOpening(port, failure);
+    return failure;
+}
+
+/// The message about a port that is in use has a fixed text, and the search shows none at all, so
+/// that the reason goes to standard error too.
+void frmVDR::noteOpening(qint16 port, const SerialControl::Result &failure) {
+    m_portProblems.remove(port);
+    if (failure && (failure->number == SerialErrorCode::kPortInUse ||
+                    failure->number == SerialErrorCode::kPermissionDenied)) {
+        m_portProblems[port] = failure->description;
+        std::fprintf(stderr, "veldron: COM %d: %s\n", port, qPrintable(failure->description));
+    }
 }
 
 void frmVDR::restorePort(qint16 port) {

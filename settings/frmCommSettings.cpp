@@ -112,8 +112,18 @@ void frmCommSettings::fillComPorts(const QStringList &ports) {
 void frmCommSettings::addComPort(const QString &text) {
     const qint16 port = portOfText(text);
     cboComPort->addRow(text, port);
+    showPortTip(cboComPort->count() - 1);
+}
+
+/// The device behind the port of \a row, and why it could not be opened.
+void frmCommSettings::showPortTip(int row) {
+    const qint16 port = portOfText(cboComPort->itemText(row));
     if (port > 0) {
-        cboComPort->setItemData(cboComPort->count() - 1, m_vdr.deviceName(port), Qt::ToolTipRole);
+        const QString problem = m_vdr.portProblem(port);
+        cboComPort->setItemData(row,
+                                problem.isEmpty() ? m_vdr.deviceName(port)
+                                                  : m_vdr.deviceName(port) + '\n' + problem,
+                                Qt::ToolTipRole);
     }
 }
 
@@ -128,10 +138,12 @@ void frmCommSettings::selectComPort(int row) {
 
 void frmCommSettings::reactToComPort() {
     const qint16 port = portOfText(cboComPort->currentText());
-    m_vdr.setCommPort(cboComPort->currentIndex() == 0 ? qint16{0} : port);
+    const int row = cboComPort->currentIndex();
+    m_vdr.setCommPort(row == 0 ? qint16{0} : port);
     if (m_vdr.isUnloaded()) {
         return; // the program was ended under the message that the port can't be opened
     }
+    showPortTip(row);
     if (m_vdr.CommPort() == port) {
         m_vdr.Connect();
     } else {

@@ -63,6 +63,7 @@ private:
     void addList(QGridLayout *grid, int row, QLabel *label, DialogList *list);
     void wireControls();
     void addComPort(const QString &text);
+    void showPortTip(int row);
     void reactToComPort();
     void selectPortInForce();
     void reactToPoll();

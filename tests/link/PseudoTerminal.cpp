@@ -29,6 +29,12 @@ PseudoTerminal::~PseudoTerminal() {
     unplug();
 }
 
+termios PseudoTerminal::lineSettings() const {
+    termios settings{};
+    ::tcgetattr(m_programEnd, &settings);
+    return settings;
+}
+
 void PseudoTerminal::unplug() {
     if (m_unitEnd >= 0) {
         ::close(m_programEnd);

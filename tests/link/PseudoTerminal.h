@@ -4,6 +4,8 @@
 #include <QByteArray>
 #include <QString>
 
+#include <termios.h>
+
 namespace veldron {
 
 /// The unit's end of a pseudo-terminal. The other end is held open in raw mode, so that the program
@@ -17,6 +19,8 @@ public:
 
     /// Path of the program's end.
     [[nodiscard]] QString path() const { return m_path; }
+    /// The terminal's settings as they are now.
+    [[nodiscard]] termios lineSettings() const;
     /// Closes both ends, as when an adapter is unplugged.
     void unplug();
     void send(const QByteArray &bytes) const;

@@ -16,10 +16,14 @@
 
 #include <algorithm>
 #include <atomic>
+#include <chrono>
+#include <fcntl.h>
 #include <functional>
 #include <optional>
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <thread>
+#include <unistd.h>
 
 inline void PrintTo(const QString &text, std::ostream *out) {
     *out << '"' << text.toStdString() << '"';
@@ -138,6 +142,44 @@ TEST_F(QtSerialControlTest, pseudoTerminal_opensWithTheUnitsLineSettings) {
     EXPECT_EQ(control.CommPort(), 3);
 }
 
+/// Speed, stop bits and handshake of the terminal. A pseudo-terminal has 8 data bits and no parity
+/// whatever is asked for, so that those two only show that nothing asked for others in vain.
+QString lineText(const PseudoTerminal &terminal) {
+    const termios line = terminal.lineSettings();
+    const auto speedText = [](speed_t speed) {
+        return speed == B9600 ? "9600" : speed == B115200 ? "115200" : "other";
+    };
+    return QStringLiteral("%1/%2 %3 bits %4 %5 stop %6")
+        .arg(speedText(::cfgetispeed(&line)))
+        .arg(speedText(::cfgetospeed(&line)))
+        .arg((line.c_cflag & CSIZE) == CS8 ? 8 : 0)
+        .arg((line.c_cflag & PARENB) == 0 ? "no parity" : "parity")
+        .arg((line.c_cflag & CSTOPB) != 0 ? 2 : 1)
+        .arg((line.c_cflag & CRTSCTS) != 0 ? "RTS/CTS" : "no handshake");
+}
+const char *const kTextLine = "9600/9600 8 bits no parity 2 stop RTS/CTS";
+const char *const kImageLine = "115200/115200 8 bits no parity 1 stop RTS/CTS";
+
+TEST_F(QtSerialControlTest, terminal_hasTheSettingsAfterEachOpen) {
+    control.setHandshaking(2);
+    for (const char *settings :
+         {"9600,n,8,2", "115200,N,8,1", "9600,N,8,2", "115200,N,8,1", "9600,n,8,2"}) {
+        control.setSettings(settings);
+        ASSERT_FALSE(open().has_value());
+        EXPECT_EQ(lineText(*terminal), settings[0] == '9' ? kTextLine : kImageLine);
+        control.setPortOpen(false);
+    }
+}
+
+TEST_F(QtSerialControlTest, handshaking_isOnTheTerminal) {
+    for (const bool on : {true, false}) {
+        control.setHandshaking(on ? 2 : 0);
+        ASSERT_FALSE(open().has_value());
+        EXPECT_EQ((terminal->lineSettings().c_cflag & CRTSCTS) != 0, on);
+        control.setPortOpen(false);
+    }
+}
+
 TEST_F(QtSerialControlTest, bytes_goBothWaysUnchanged) {
     control.setHandshaking(2);
     ASSERT_FALSE(open().has_value());
@@ -204,6 +246,17 @@ TEST_F(QtSerialControlTest, closingWithUnreadOutput_doesNotHang) {
     EXPECT_LT(timer.elapsed(), 1000);
 }
 
+TEST_F(QtSerialControlTest, closing_dropsUnsentOutput) {
+    ASSERT_FALSE(open().has_value());
+    control.setOutput(QByteArray(60000, 'x'));
+    control.setPortOpen(false);
+    QByteArray received;
+    while (terminal->waitForBytes(50)) {
+        received += terminal->receive();
+    }
+    EXPECT_LT(received.size(), 30000);
+}
+
 TEST_F(QtSerialControlTest, closingAClosedPort_isNoFailure) {
     EXPECT_FALSE(control.setPortOpen(false).has_value());
 }
@@ -252,6 +305,81 @@ TEST_F(QtSerialControlTest, portHeldByAnother_is8005UntilItIsFree) {
     EXPECT_EQ(failure->number, 8005);
     other.setPortOpen(false);
     EXPECT_FALSE(open().has_value());
+}
+
+/// A lock file for the terminal in the system's folder for them.
+class QtSerialControlLockTest : public QtSerialControlTest {
+protected:
+    void SetUp() override {
+        QtSerialControlTest::SetUp();
+        m_path = "/run/lock/LCK..pts_" + terminal->path().section('/', -1);
+    }
+    void TearDown() override { QFile::remove(m_path); }
+    void writeLockFile(const QByteArray &bytes) const {
+        QFile file(m_path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+    }
+    [[nodiscard]] QByteArray lockFile() const {
+        QFile file(m_path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+private:
+    QString m_path;
+};
+
+TEST_F(QtSerialControlLockTest, lockFileOfALivingProcess_is8005AndTheDeviceIsNotTouched) {
+    for (const QByteArray &bytes : {QByteArray("         1\n"), QByteArray("\1\0\0\0", 4)}) {
+        writeLockFile(bytes);
+        const QString before = lineText(*terminal);
+        const SerialControl::Result failure = open();
+        ASSERT_TRUE(failure.has_value());
+        EXPECT_EQ(failure->number, 8005);
+        EXPECT_TRUE(failure->description.startsWith(terminal->path() + " is in use by "));
+        EXPECT_TRUE(failure->description.endsWith(" (process 1)"));
+        control.setOutput("RIVE\r\n");
+        EXPECT_FALSE(terminal->waitForBytes(20));
+        EXPECT_EQ(lineText(*terminal), before);
+        EXPECT_EQ(lockFile(), bytes);
+    }
+}
+
+TEST_F(QtSerialControlLockTest, lockFileOfADeadProcess_neitherBlocksNorIsReplaced) {
+    // No process has so high a number.
+    for (const QByteArray &bytes : {QByteArray("2000000000\n"), QByteArray("\0\0\0\x70", 4)}) {
+        writeLockFile(bytes);
+        EXPECT_FALSE(open().has_value());
+        EXPECT_EQ(lockFile(), bytes);
+        control.setPortOpen(false);
+        EXPECT_EQ(lockFile(), bytes);
+    }
+}
+
+TEST_F(QtSerialControlLockTest, openPort_hasALockFileForOthers) {
+    ASSERT_FALSE(open().has_value());
+    EXPECT_EQ(lockFile().trimmed().split('\n').first().toLongLong(), ::getpid());
+    control.setPortOpen(false);
+    EXPECT_EQ(lockFile(), "");
+}
+
+TEST_F(QtSerialControlTest, flockHeldElsewhere_is8005UntilItIsFree) {
+    const int other = ::open(terminal->path().toLocal8Bit().constData(), O_RDWR | O_NOCTTY);
+    ASSERT_EQ(::flock(other, LOCK_EX), 0);
+    const SerialControl::Result failure = open();
+    ASSERT_TRUE(failure.has_value());
+    EXPECT_EQ(failure->number, 8005);
+    ::close(other);
+    EXPECT_FALSE(open().has_value());
+}
+
+TEST_F(QtSerialControlTest, openPort_holdsAFlockUntilItIsClosed) {
+    ASSERT_FALSE(open().has_value());
+    const int other = ::open(terminal->path().toLocal8Bit().constData(), O_RDWR | O_NOCTTY);
+    EXPECT_NE(::flock(other, LOCK_EX | LOCK_NB), 0);
+    control.setPortOpen(false);
+    EXPECT_EQ(::flock(other, LOCK_EX | LOCK_NB), 0);
+    ::close(other);
 }
 
 TEST_F(QtSerialControlTest, openPort_neitherOpensTwiceNorChangesItsNumber) {
@@ -524,6 +652,57 @@ TEST_F(LinkOnATerminal, scan_comesWholeAndAtOnce) {
     // scans does not mind a busy machine.
     std::sort(microseconds.begin(), microseconds.end());
     EXPECT_LT(microseconds[kScans / 2], 4000);
+}
+
+TEST_F(LinkOnATerminal, terminal_hasTheUnitsSettingsAfterEachOpen) {
+    vdr.setCommPort(3);
+    EXPECT_EQ(lineText(*terminal), kTextLine);
+    vdr.setCommPort(3);
+    EXPECT_EQ(lineText(*terminal), kTextLine);
+    vdr.Connect();
+    std::thread observer;
+    QString during;
+    {
+        const AnsweringUnit unit(*terminal, unitReply);
+        observer = std::thread([&] {
+            for (int turn = 0; turn < 200 && during != kImageLine; ++turn) {
+                during = lineText(*terminal);
+                std::this_thread::sleep_for(std::chrono::milliseconds(5));
+            }
+        });
+        vdr.GetGraphic();
+        observer.join();
+    }
+    EXPECT_EQ(during, kImageLine);
+    EXPECT_EQ(lineText(*terminal), kTextLine);
+    unplug();
+    const PseudoTerminal next;
+    plug(next);
+    vdr.Connect();
+    EXPECT_EQ(lineText(next), kTextLine);
+}
+
+TEST_F(LinkOnATerminal, exchange_doesNotRunTheEventLoop) {
+    bool ran = false;
+    const auto queueEvent = [&] {
+        ran = false;
+        QMetaObject::invokeMethod(
+            QCoreApplication::instance(), [&ran] { ran = true; }, Qt::QueuedConnection);
+    };
+    vdr.setCommPort(3);
+    queueEvent();
+    vdr.Connect();
+    EXPECT_FALSE(ran);
+    const AnsweringUnit unit(*terminal, [](const QByteArray &line) {
+        return line == "RIFD" ? QByteArray("IFD \r\nsome") : unitReply(line);
+    });
+    vdr.Connect();
+    EXPECT_EQ(vdr.GetData().size(), 325U);
+    EXPECT_FALSE(ran);
+    vdr.GetGraphic();
+    EXPECT_FALSE(ran);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(ran);
 }
 
 TEST_F(LinkOnATerminal, silence_costsASecondAndHardlyAnyProcessorTime) {

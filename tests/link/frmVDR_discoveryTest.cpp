@@ -331,6 +331,31 @@ TEST_F(FrmVDRDiscovery, connectWithoutAPort_clearsConnectedAndLeavesTheStatus) {
     EXPECT_TRUE(control.commands().isEmpty());
 }
 
+TEST_F(FrmVDRDiscovery, portHeldByAnotherOrWithoutTheRight_isExplained) {
+    control.setPorts({1});
+    control.failOpen(4, SerialErrorCode::kPortInUse, "held by dialler");
+    control.failOpen(5, SerialErrorCode::kPermissionDenied, "join the group");
+    control.failOpen(6, SerialErrorCode::kDeviceFailed, "broken");
+    testing::internal::CaptureStderr();
+    vdr.GetCommPorts();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "veldron: COM 4: held by dialler\nveldron: COM 5: join the group\n");
+    EXPECT_EQ(vdr.portProblem(4), "held by dialler");
+    EXPECT_EQ(vdr.portProblem(5), "join the group");
+    for (const qint16 port : {qint16{1}, qint16{2}, qint16{6}, qint16{0}}) {
+        EXPECT_EQ(vdr.portProblem(port), "") << port;
+    }
+}
+
+TEST_F(FrmVDRDiscovery, portThatIsFreeAgain_hasNoProblem) {
+    control.failOpen(4, SerialErrorCode::kPortInUse, "held by dialler");
+    vdr.setCommPort(4);
+    EXPECT_EQ(vdr.portProblem(4), "held by dialler");
+    control.failOpen(4, 0);
+    vdr.setCommPort(4);
+    EXPECT_EQ(vdr.portProblem(4), "");
+}
+
 TEST_F(FrmVDRDiscovery, deviceName_isTheControls) {
     control.setDeviceName(3, "/dev/ttyUSB0");
     EXPECT_EQ(vdr.deviceName(3), "/dev/ttyUSB0");

@@ -138,6 +138,17 @@ TEST_F(FrmCommSettingsTest, portRow_showsItsDeviceInItsTip) {
     EXPECT_EQ(ports()->itemData(4, Qt::ToolTipRole).toString(), "/dev/fake12");
 }
 
+TEST_F(FrmCommSettingsTest, portThatDoesNotOpen_saysWhyInItsTip) {
+    m_form.selectComPort(2);
+    pickPort(3);
+    EXPECT_EQ(ports()->itemData(3, Qt::ToolTipRole).toString(), "/dev/fake4\nin use");
+    m_form.fillComPorts({"COM 4"});
+    EXPECT_EQ(ports()->itemData(1, Qt::ToolTipRole).toString(), "/dev/fake4\nin use");
+    m_ports.freePorts.insert(4);
+    m_form.selectComPort(1);
+    EXPECT_EQ(ports()->itemData(1, Qt::ToolTipRole).toString(), "/dev/fake4");
+}
+
 TEST_F(FrmCommSettingsTest, machineWithoutPorts_listsNoneOnly) {
     m_form.fillComPorts({});
     EXPECT_EQ(ports()->count(), 1);
