@@ -3,12 +3,25 @@
 
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QScopedValueRollback>
 
 namespace veldron {
 
-StepButton::StepButton(QWidget *parent) : QToolButton(parent) {}
+StepButton::StepButton(const ErrorGuard &guard, QWidget *parent) : QToolButton(parent) {
+    connectGuarded(guard, this, &QToolButton::pressed, this, &StepButton::pressedByItself);
+}
+
+/// The toolkit's signal comes for mouse and keys too, from inside their events; for a pointer that
+/// comes back onto the held button; and for a press that has no event, which is meant here.
+void StepButton::pressedByItself() {
+    if (!m_inEvent && !m_held) {
+        Q_EMIT wentDown();
+        Q_EMIT wentUp();
+    }
+}
 
 void StepButton::mousePressEvent(QMouseEvent *event) {
+    const QScopedValueRollback<bool> inEvent(m_inEvent, true);
     QToolButton::mousePressEvent(event);
     if (event->button() == Qt::LeftButton && !m_held) {
         m_held = true;
@@ -24,6 +37,7 @@ void StepButton::mouseReleaseEvent(QMouseEvent *event) {
 }
 
 void StepButton::keyPressEvent(QKeyEvent *event) {
+    const QScopedValueRollback<bool> inEvent(m_inEvent, true);
     const bool pressKey = event->key() == Qt::Key_Space || event->key() == Qt::Key_Select;
     if (pressKey && !event->isAutoRepeat() && !m_held) {
         Q_EMIT wentDown();

@@ -3,6 +3,8 @@
 
 #include <QToolButton>
 
+#include "common/ErrorGuard.h"
+
 namespace veldron {
 
 /// A button that tells of its way down and its way up as two events.
@@ -10,12 +12,13 @@ namespace veldron {
 /// The events are those of the mouse's own button, so that a pointer that leaves the held button
 /// and comes back presses nothing anew. Each wentDown is followed by exactly one wentUp, also when
 /// the held button is disabled or hidden and never sees the release. A key press is a way down and
-/// up at once: one press, one step, however long the key is held.
+/// up at once: one press, one step, however long the key is held. So is the press action of
+/// assistive technology, which comes without any event of mouse or keyboard.
 class StepButton : public QToolButton {
     Q_OBJECT
 
 public:
-    explicit StepButton(QWidget *parent = nullptr);
+    explicit StepButton(const ErrorGuard &guard, QWidget *parent = nullptr);
 
 Q_SIGNALS:
     void wentDown();
@@ -30,8 +33,10 @@ protected:
 
 private:
     void letGo();
+    void pressedByItself();
 
     bool m_held = false;
+    bool m_inEvent = false; ///< of the mouse or the keyboard
 };
 
 } // namespace veldron

@@ -53,8 +53,8 @@ void ctlPlayback::makeControls() {
     Timer1->setTimerType(Qt::PreciseTimer);
     cmdPlay = new QToolButton(this);
     cmdPause = new QToolButton(this);
-    cmdStepBack = new StepButton(this);
-    cmdStepForward = new StepButton(this);
+    cmdStepBack = new StepButton(m_guard, this);
+    cmdStepForward = new StepButton(m_guard, this);
     cmdClose = new QToolButton(this);
     setUpButton(cmdPlay, "cmdPlay", "Continuous playback", PlaybackShape::DoubleArrow);
     setUpButton(cmdPause, "cmdPause", "Pause", PlaybackShape::Bars);
