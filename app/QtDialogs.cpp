@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/QtDialogs.h"
 
+#include "common/FileReplacement.h"
+
 #include <QApplication>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -60,23 +62,10 @@ std::optional<QString> run(QFileDialog &dialog) {
 } // namespace
 
 QString refusalToWrite(const QString &path) {
-    const QFileInfo file(path);
-    if (file.isDir()) {
+    if (QFileInfo(path).isDir()) {
         return {}; // the dialog itself goes into the folder
     }
-    if (file.exists() && !file.isWritable()) {
-        return QStringLiteral("The file \"%1\" is read-only. Please choose another name.")
-            .arg(file.fileName());
-    }
-    const QFileInfo folder(file.path());
-    if (!folder.isDir()) {
-        return QStringLiteral("There is no folder \"%1\".").arg(folder.filePath());
-    }
-    if (!folder.isWritable()) {
-        return QStringLiteral("You may not write to the folder \"%1\". Please choose another one.")
-            .arg(folder.filePath());
-    }
-    return {};
+    return FileReplacement::of(path).refusal;
 }
 
 QWidget *QtDialogs::owner() const {

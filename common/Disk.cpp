@@ -1,38 +1,19 @@
 // SPDX-License-Identifier: MIT
 #include "common/Disk.h"
 
-#include <QFileDevice>
+#include <QFile>
 #include <QFileInfo>
 
-#ifdef Q_OS_WIN
-#include <io.h>
-#include <qt_windows.h>
-#else
 #include <cerrno>
 #include <fcntl.h>
 #include <system_error>
 #include <unistd.h>
-#endif
 
 namespace veldron {
 
 namespace {
 
-#ifdef Q_OS_WIN
-
-class SystemDisk final : public Disk {
-public:
-    QString force(QFileDevice &file) override {
-        const auto handle = reinterpret_cast<HANDLE>(_get_osfhandle(file.handle()));
-        return FlushFileBuffers(handle) != 0 ? QString() : qt_error_string();
-    }
-    /// The system forces the entry together with the file.
-    QString forceName(QFileDevice & /*file*/) override { return {}; }
-};
-
-#else
-
-/// What is left of the last call's error: a target that knows no forcing is as good as forced.
+/// The error of the last call. A target that knows no flushing counts as flushed.
 QString lastError() {
     if (errno == EINVAL || errno == ENOTSUP || errno == EROFS) {
         return {};
@@ -46,14 +27,11 @@ public:
         return ::fdatasync(file.handle()) == 0 ? QString() : lastError();
     }
 
-    QString forceName(QFileDevice &file) override {
-        // Behind a link it is the target's name that was made or replaced.
-        const QFileInfo named(file);
-        const QFileInfo target(named.isSymLink() ? named.symLinkTarget() : file.fileName());
-        const QByteArray folder = QFile::encodeName(target.absolutePath());
+    QString forceName(const QString &path) override {
+        const QByteArray folder = QFile::encodeName(QFileInfo(path).absolutePath());
         const int descriptor = ::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
         if (descriptor < 0) {
-            // A folder that may be written but not read: the system's own time must do.
+            // A folder that may be written but not read can't be opened for a flush.
             return {};
         }
         const QString why = ::fsync(descriptor) == 0 ? QString() : lastError();
@@ -61,8 +39,6 @@ public:
         return why;
     }
 };
-
-#endif
 
 } // namespace
 

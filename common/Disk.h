@@ -6,8 +6,8 @@
 
 namespace veldron {
 
-/// The way from the system's memory onto the disk, for what must outlast a power cut. Each call
-/// waits for the disk: some milliseconds, tens on one that turns.
+/// fsync: the way from the system's caches onto the disk, for what must outlast a power cut. Each
+/// call waits for the disk: some milliseconds, tens on one that turns.
 class Disk {
 public:
     Disk() = default;
@@ -15,11 +15,12 @@ public:
     Disk &operator=(const Disk &) = delete;
     virtual ~Disk() = default;
 
-    /// Puts the bytes and the length of \a file, which is open for writing, on the disk. Returns an
-    /// empty text, or what went wrong; a target that can't be forced (a pipe, say) is none.
+    /// Flushes the bytes and the length of \a file, which is open for writing. Returns an empty
+    /// text, or what went wrong; a target that can't be flushed (a pipe, say) is no error.
     [[nodiscard]] virtual QString force(QFileDevice &file) = 0;
-    /// The same for the entry of \a file in its folder.
-    [[nodiscard]] virtual QString forceName(QFileDevice &file) = 0;
+    /// Flushes the folder that the entry \a path stands in. \a path is no link: behind a link, the
+    /// entry that was made or renamed is that of the link's target.
+    [[nodiscard]] virtual QString forceName(const QString &path) = 0;
 };
 
 /// The real one.

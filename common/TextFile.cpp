@@ -3,6 +3,8 @@
 
 #include "common/UntrappedError.h"
 
+#include <QFileInfo>
+
 #include <utility>
 
 namespace veldron {
@@ -10,6 +12,10 @@ namespace veldron {
 namespace {
 
 constexpr qint64 kChunk = 32768;
+
+const QString kCantRead = QStringLiteral("Can't read the file");
+const QString kCantMake = QStringLiteral("Can't make the file");
+const QString kCantWriteTo = QStringLiteral("Can't write to the file");
 
 [[noreturn]] void fail(const QString &what, const QString &path, const QString &why) {
     throw UntrappedError(UntrappedError::Kind::File,
@@ -54,9 +60,16 @@ bool writeWhole(QFileDevice &file, const QByteArray &bytes) {
 } // namespace
 
 TextFileReader::TextFileReader(const QString &path) : m_path(path) {
+    const QFileInfo facts(path);
+    if (facts.isDir()) {
+        fail(kCantRead, path, QStringLiteral("it is a folder"));
+    }
+    if (facts.exists() && !facts.isFile()) {
+        fail(kCantRead, path, QStringLiteral("it is a pipe or a device and not a file"));
+    }
     auto file = std::make_unique<QFile>(path);
     if (!file->open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
-        fail(QStringLiteral("Can't read the file"), path, file->errorString());
+        fail(kCantRead, path, file->errorString());
     }
     m_source = std::move(file);
 }
@@ -75,7 +88,7 @@ bool TextFileReader::fill() {
     const qint64 count = m_source->read(m_buffer.data(), kChunk);
     m_buffer.resize(qMax<qint64>(count, 0));
     if (count < 0) {
-        fail(QStringLiteral("Can't read the file"), m_path, m_source->errorString());
+        fail(kCantRead, m_path, m_source->errorString());
     }
     return count > 0;
 }
@@ -93,7 +106,7 @@ void TextFileReader::takeLineEnd(char end) {
 
 QString TextFileReader::readLine() {
     if (atEnd()) {
-        fail(QStringLiteral("Can't read the file"), m_path,
+        fail(kCantRead, m_path,
              m_lineNumber == 0
                  ? QStringLiteral("the file is empty")
                  : QStringLiteral("there is no line after line %1").arg(m_lineNumber));
@@ -113,6 +126,7 @@ QString TextFileReader::readLine() {
             takeLineEnd(m_buffer.at(end));
         }
     }
+    m_lastLineEnded = ended;
     return QString::fromLatin1(line);
 }
 
@@ -128,37 +142,35 @@ void TextFileReader::close() {
 
 TextFileWriter::TextFileWriter(const QString &path, Disk &disk) : m_file(path), m_disk(disk) {
     if (!m_file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered)) {
-        fail(QStringLiteral("Can't make the file"), path, m_file.errorString());
+        fail(kCantMake, path, m_file.errorString());
     }
 }
 
 void TextFileWriter::writeLine(const QString &line) {
     if (!m_file.isOpen()) {
-        fail(QStringLiteral("Can't write to the file"), m_file.fileName(),
-             QStringLiteral("it is closed"));
+        fail(kCantWriteTo, m_file.fileName(), QStringLiteral("it is closed"));
     }
     const QByteArray bytes = lineBytes(line);
     const qint64 start = m_file.pos();
     if (!writeWhole(m_file, bytes)) {
         const QString why = m_file.errorString();
         m_file.resize(start);
-        fail(QStringLiteral("Can't write to the file"), m_file.fileName(), why);
+        fail(kCantWriteTo, m_file.fileName(), why);
     }
 }
 
 void TextFileWriter::sync() {
     if (!m_file.isOpen()) {
-        fail(QStringLiteral("Can't write to the file"), m_file.fileName(),
-             QStringLiteral("it is closed"));
+        fail(kCantWriteTo, m_file.fileName(), QStringLiteral("it is closed"));
     }
     QString why = m_disk.force(m_file);
     // A file without a name on the disk is lost with all its lines; once is enough.
     if (why.isEmpty() && !m_nameOnDisk) {
-        why = m_disk.forceName(m_file);
+        why = m_disk.forceName(endOfLinks(m_file.fileName()));
         m_nameOnDisk = why.isEmpty();
     }
     if (!why.isEmpty()) {
-        fail(QStringLiteral("Can't write to the file"), m_file.fileName(), why);
+        fail(kCantWriteTo, m_file.fileName(), why);
     }
 }
 
@@ -173,35 +185,74 @@ void TextFileWriter::close() {
 }
 
 ReplacingTextFileWriter::ReplacingTextFileWriter(const QString &path, Disk &disk)
-    : m_file(path), m_disk(disk) {
-    // Without a buffer of its own: what the system takes of it, or doesn't, is known at each line.
-    if (!m_file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
-        fail(QStringLiteral("Can't make the file"), path, m_file.errorString());
+    : m_replacement(FileReplacement::of(path)), m_file(m_replacement.target), m_disk(disk) {
+    if (m_replacement.way == FileReplacement::Way::Refused) {
+        fail(kCantMake, path, m_replacement.refusal);
     }
+    // Unbuffered: whether the system takes a line is known at once.
+    if (m_replacement.way == FileReplacement::Way::Rename &&
+        !m_file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
+        fail(kCantMake, path, m_file.errorString());
+    }
+}
+
+void ReplacingTextFileWriter::failToWrite(const QString &why) const {
+    fail(QStringLiteral("Can't write the file"), m_replacement.target, why);
 }
 
 void ReplacingTextFileWriter::giveUp(const QString &why) {
     // A half file must not be put in place by a commit that follows.
     m_file.cancelWriting();
-    fail(QStringLiteral("Can't write the file"), m_file.fileName(), why);
+    failToWrite(why);
 }
 
 void ReplacingTextFileWriter::writeLine(const QString &line) {
-    if (!writeWhole(m_file, lineBytes(line))) {
+    if (m_replacement.way == FileReplacement::Way::InPlace) {
+        m_bytes += lineBytes(line);
+    } else if (!writeWhole(m_file, lineBytes(line))) {
         giveUp(m_file.errorString());
     }
 }
 
 void ReplacingTextFileWriter::commit() {
+    if (m_replacement.way == FileReplacement::Way::InPlace) {
+        commitInPlace();
+    } else {
+        commitRename();
+    }
+}
+
+void ReplacingTextFileWriter::commitRename() {
     // The content before the name: a power cut in between leaves the old file, not an empty one.
     if (const QString why = m_disk.force(m_file); !why.isEmpty()) {
         giveUp(why);
     }
     if (!m_file.commit()) {
-        fail(QStringLiteral("Can't write the file"), m_file.fileName(), m_file.errorString());
+        failToWrite(m_file.errorString());
     }
-    if (const QString why = m_disk.forceName(m_file); !why.isEmpty()) {
-        fail(QStringLiteral("Can't write the file"), m_file.fileName(), why);
+    if (const QString why = m_disk.forceName(m_replacement.target); !why.isEmpty()) {
+        failToWrite(why);
+    }
+}
+
+void ReplacingTextFileWriter::commitInPlace() {
+    QFile file(m_replacement.target);
+    if (!file.open(QIODevice::ReadWrite | QIODevice::Unbuffered)) {
+        failToWrite(file.errorString());
+    }
+    const QByteArray old = file.readAll();
+    file.seek(0);
+    if (!writeWhole(file, m_bytes)) {
+        const QString why = file.errorString();
+        file.seek(0);
+        // What the old bytes fill is the file's already, so they fit.
+        (void)writeWhole(file, old);
+        file.resize(old.size());
+        failToWrite(why);
+    }
+    file.resize(m_bytes.size());
+    if (const QString why = m_disk.force(file); !why.isEmpty()) {
+        failToWrite(why);
     }
 }
 

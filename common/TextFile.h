@@ -4,6 +4,7 @@
 #pragma once
 
 #include "common/Disk.h"
+#include "common/FileReplacement.h"
 
 #include <QByteArray>
 #include <QFile>
@@ -34,7 +35,8 @@ public:
     /// Of a longer line only this many bytes are kept; its true length is still told.
     static constexpr qsizetype kLongestLine = 65536;
 
-    /// Opens \a path for reading.
+    /// Opens \a path for reading. A folder, a pipe and a device are refused: they may have no end,
+    /// and opening a pipe may wait for ever.
     explicit TextFileReader(const QString &path);
     /// Reads from \a source, which is open; for tests.
     explicit TextFileReader(std::unique_ptr<QIODevice> source);
@@ -46,6 +48,8 @@ public:
     [[nodiscard]] qint64 lastLineLength() const { return m_lastLineLength; }
     /// Number of the last line read, counted from 1.
     [[nodiscard]] qint64 lineNumber() const { return m_lineNumber; }
+    /// Whether the last line read had a line end. Without one the file may have been cut inside it.
+    [[nodiscard]] bool lastLineEnded() const { return m_lastLineEnded; }
     /// Size of the file in bytes at this moment.
     [[nodiscard]] qint64 size() const;
     [[nodiscard]] QString path() const { return m_path; }
@@ -62,14 +66,15 @@ private:
     qsizetype m_position = 0;
     qint64 m_lastLineLength = 0;
     qint64 m_lineNumber = 0;
+    bool m_lastLineEnded = false;
 };
 
 /// Appends lines to a new file, each with one unbuffered write, so that a program that is killed
 /// loses the line in hand at most. A line that can't be written whole is taken back. What must
-/// outlast a power cut is forced onto the disk by sync().
+/// outlast a power cut is flushed by sync().
 class TextFileWriter : public LineSink {
 public:
-    /// Makes \a path anew, replacing what stood there. \a disk does the forcing.
+    /// Makes \a path anew, truncating what stood there. \a disk does the flushing.
     explicit TextFileWriter(const QString &path, Disk &disk = systemDisk());
 
     void writeLine(const QString &line) override;
@@ -87,22 +92,30 @@ private:
     bool m_nameOnDisk = false;
 };
 
-/// Writes a file that replaces the old one only when it is whole and on the disk.
+/// Writes a file that replaces the old one only when it is whole: by a rename, or in place where
+/// the folder forbids one (see FileReplacement). Behind a link it is the link's target that is
+/// replaced; the link stays.
 class ReplacingTextFileWriter : public LineSink {
 public:
-    /// Begins a file beside \a path. \a disk does the forcing.
+    /// Begins the new file. \a disk does the flushing.
     explicit ReplacingTextFileWriter(const QString &path, Disk &disk = systemDisk());
 
-    /// A line that can't be written whole ends the matter: the old file stays, whatever follows.
+    /// After a line that can't be written whole the old file stays, whatever follows.
     void writeLine(const QString &line) override;
-    /// Puts the new file in the old one's place. Without it, or when it fails before the change of
-    /// the name, the old file stays as it was.
+    /// Puts the new file in the old one's place and flushes it. Without it, or when it fails before
+    /// the rename, the old file stays as it was. In place, the old bytes are written back when the
+    /// new ones don't fit.
     void commit();
 
 private:
     [[noreturn]] void giveUp(const QString &why);
+    [[noreturn]] void failToWrite(const QString &why) const;
+    void commitRename();
+    void commitInPlace();
 
-    QSaveFile m_file;
+    FileReplacement m_replacement;
+    QSaveFile m_file;   ///< the new file of a rename
+    QByteArray m_bytes; ///< the new content of a write in place
     Disk &m_disk;
 };
 

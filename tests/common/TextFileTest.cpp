@@ -3,6 +3,7 @@
 
 #include "common/UntrappedError.h"
 #include "tests/support/FullDisk.h"
+#include "tests/support/PlainUser.h"
 
 #include <QBuffer>
 #include <QDir>
@@ -11,6 +12,7 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace veldron {
@@ -23,11 +25,13 @@ public:
         calls += QStringLiteral("content");
         return contentError;
     }
-    QString forceName(QFileDevice & /*file*/) override {
+    QString forceName(const QString &path) override {
         calls += QStringLiteral("name");
+        names += path;
         return nameError;
     }
     QStringList calls;
+    QStringList names;
     QString contentError;
     QString nameError;
 };
@@ -292,6 +296,142 @@ TEST_F(TextFileTest, nameThatCanNotBeForced_isAFileErrorAfterTheChange) {
 
 TEST_F(TextFileTest, replacingWriterIntoAMissingFolder_isAFileError) {
     EXPECT_THROW(ReplacingTextFileWriter(path("no/such.set")), UntrappedError);
+}
+
+// ---- what is no file
+
+TEST_F(TextFileTest, folderPipeAndDevice_areRefusedForReading) {
+    ASSERT_EQ(::mkfifo(QFile::encodeName(path("pipe")).constData(), 0600), 0);
+    ASSERT_TRUE(QFile::link(path("pipe"), path("link")));
+    const struct {
+        QString path;
+        const char *why;
+    } cases[] = {{m_folder.path(), "it is a folder"},
+                 {path("pipe"), "it is a pipe or a device and not a file"},
+                 {path("link"), "it is a pipe or a device and not a file"},
+                 {"/dev/zero", "it is a pipe or a device and not a file"}};
+    for (const auto &item : cases) {
+        try {
+            const TextFileReader reader(item.path);
+            ADD_FAILURE() << item.path.toStdString();
+        } catch (const UntrappedError &error) {
+            EXPECT_EQ(error.kind(), UntrappedError::Kind::File);
+            EXPECT_EQ(error.message(), "Can't read the file \"" + item.path + "\": " + item.why);
+        }
+    }
+}
+
+TEST_F(TextFileTest, lineWithoutAnEnd_isTold) {
+    TextFileReader reader = reading("a\r\nb");
+    (void)reader.readLine();
+    EXPECT_TRUE(reader.lastLineEnded());
+    (void)reader.readLine();
+    EXPECT_FALSE(reader.lastLineEnded());
+}
+
+// ---- links, folders that may not be written, files of others
+
+/// A link in one folder to a link in a second one to a file in a third.
+class TextFileLinkTest : public TextFileTest {
+protected:
+    TextFileLinkTest() {
+        for (const char *name : {"first", "second", "third"}) {
+            QDir(m_folder.path()).mkdir(name);
+        }
+        QFile::link(path("third/target"), path("second/link"));
+        // A relative one: it starts from its own folder.
+        EXPECT_EQ(::symlink("../second/link", QFile::encodeName(path("first/link")).constData()),
+                  0);
+    }
+    void write(const QString &path, const char *content) const {
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content);
+    }
+    void expectReplaced(BreakingDisk &disk) {
+        ReplacingTextFileWriter writer(path("first/link"), disk);
+        writer.writeLine(QStringLiteral("new"));
+        writer.commit();
+        EXPECT_EQ(bytesOf(path("third/target")), "new\r\n");
+        EXPECT_TRUE(QFileInfo(path("first/link")).isSymLink());
+        EXPECT_TRUE(QFileInfo(path("second/link")).isSymLink());
+    }
+};
+
+TEST_F(TextFileLinkTest, renameBehindLinks_flushesTheFolderOfTheTarget) {
+    for (const bool exists : {false, true}) {
+        if (exists) {
+            write(path("third/target"), "old");
+        }
+        BreakingDisk disk;
+        expectReplaced(disk);
+        EXPECT_EQ(disk.names, QStringList{path("third/target")});
+    }
+}
+
+TEST_F(TextFileLinkTest, newFileBehindLinks_flushesTheFolderOfTheTarget) {
+    BreakingDisk disk;
+    TextFileWriter writer(path("first/link"), disk);
+    writer.writeLine(QStringLiteral("new"));
+    writer.sync();
+    EXPECT_EQ(disk.names, QStringList{path("third/target")});
+}
+
+TEST_F(TextFileLinkTest, linksInACircle_areRefused) {
+    QFile::link(path("round"), path("and"));
+    QFile::link(path("and"), path("round"));
+    EXPECT_THROW(ReplacingTextFileWriter(path("round")), UntrappedError);
+}
+
+TEST_F(TextFileLinkTest, folderThatForbidsARename_hasItsFileOverwritten) {
+    write(path("third/target"), "a longer old content");
+    QFile::setPermissions(path("third/target"), QFile::Permissions(0x6666));
+    QFile::setPermissions(path("third"), QFile::Permissions(0x5555));
+    QFile::setPermissions(m_folder.path(), QFile::Permissions(0x7777));
+    BreakingDisk disk;
+    {
+        const PlainUser user;
+        EXPECT_EQ(FileReplacement::of(path("first/link")).way, FileReplacement::Way::InPlace);
+        expectReplaced(disk);
+    }
+    QFile::setPermissions(path("third"), QFile::Permissions(0x7777));
+    EXPECT_EQ(disk.calls, QStringList{"content"});
+}
+
+TEST_F(TextFileLinkTest, stickyFolderWithAFileOfSomebodyElse_hasItOverwritten) {
+    if (::getuid() != 0) {
+        return; // nobody else's file can be made
+    }
+    write(path("third/target"), "old");
+    ASSERT_EQ(::chmod(QFile::encodeName(path("third/target")).constData(), 0666), 0);
+    ASSERT_EQ(::chmod(QFile::encodeName(path("third")).constData(), 01777), 0);
+    ASSERT_EQ(::chmod(QFile::encodeName(m_folder.path()).constData(), 0777), 0);
+    BreakingDisk disk;
+    const PlainUser user;
+    EXPECT_EQ(FileReplacement::of(path("first/link")).way, FileReplacement::Way::InPlace);
+    expectReplaced(disk);
+}
+
+TEST_F(TextFileLinkTest, fullDiskInPlace_bringsTheOldBytesBack) {
+    write(path("third/target"), "old");
+    QFile::setPermissions(path("third/target"), QFile::Permissions(0x6666));
+    QFile::setPermissions(path("third"), QFile::Permissions(0x5555));
+    QFile::setPermissions(m_folder.path(), QFile::Permissions(0x7777));
+    {
+        const PlainUser user;
+        ReplacingTextFileWriter writer(path("third/target"));
+        writer.writeLine(QString(200, QLatin1Char('x')));
+        const FullDisk disk(100);
+        EXPECT_THROW(writer.commit(), UntrappedError);
+    }
+    QFile::setPermissions(path("third"), QFile::Permissions(0x7777));
+    EXPECT_EQ(bytesOf(path("third/target")), "old");
+}
+
+TEST_F(TextFileLinkTest, pipeUnderTheName_isRefused) {
+    ASSERT_EQ(::mkfifo(QFile::encodeName(path("third/target")).constData(), 0600), 0);
+    EXPECT_EQ(FileReplacement::of(path("first/link")).way, FileReplacement::Way::Refused);
+    EXPECT_THROW(ReplacingTextFileWriter(path("first/link")), UntrappedError);
 }
 
 } // namespace

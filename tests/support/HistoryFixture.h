@@ -18,7 +18,7 @@ public:
         ++forced;
         return error;
     }
-    QString forceName(QFileDevice & /*file*/) override {
+    QString forceName(const QString & /*path*/) override {
         ++namesForced;
         return nameError;
     }
