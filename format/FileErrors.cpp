@@ -2,6 +2,7 @@
 #include "format/FileErrors.h"
 
 #include "common/ReportText.h"
+#include "format/FileLine.h"
 #include "format/ScanLine.h"
 
 namespace veldron::FileErrors {
@@ -24,6 +25,20 @@ UntrappedError at(const QString &path, qint64 line, const UntrappedError &error)
     return {
         error.kind(),
         QStringLiteral("Line %1 of the file \"%2\": %3.").arg(QString::number(line), path, what)};
+}
+
+UntrappedError inLastLine(const TextFileReader &reader, const QString &line,
+                          const UntrappedError &error) {
+    const bool cut = FileLine::of(line).key == ScanLine::kKey && !reader.lastLineEnded();
+    return at(reader.path(), reader.lineNumber(), cut ? cutScan() : error);
+}
+
+UntrappedError noScan() {
+    return {Kind::BadValue, QStringLiteral("there is no scan in the file")};
+}
+
+UntrappedError cutScan() {
+    return {Kind::OutOfRange, QStringLiteral("the file ends in the middle of a scan")};
 }
 
 UntrappedError numberOutOfRange(const QString &value) {

@@ -87,11 +87,11 @@ bool PlaybackEngine::readToNextScan() {
 }
 
 LoadedLine PlaybackEngine::loadLine() {
-    const QString line = nextLine();
+    m_line = nextLine();
     try {
-        return m_needs.lines.LoadSettings(line);
+        return m_needs.lines.LoadSettings(m_line);
     } catch (const UntrappedError &error) {
-        throw atLastLine(error);
+        throw FileErrors::inLastLine(*m_HistoryStream, m_line, error);
     }
 }
 
@@ -135,6 +135,9 @@ void PlaybackEngine::feedChart() {
 /// Date and time of the last scan read. Dates and times are taken as they were written, without a
 /// zone, so that no hour is ever missing or doubled.
 QDateTime PlaybackEngine::scanMoment() const {
+    if (!m_Scan) {
+        throw atLastLine(FileErrors::noScan());
+    }
     if (!m_ScanDate) {
         throw atLastLine(FileErrors::noDate());
     }
@@ -147,8 +150,9 @@ QDateTime PlaybackEngine::scanMoment() const {
 }
 
 QTime PlaybackEngine::scanTime() const {
-    if (!m_Scan || !m_Scan->time) {
-        throw atLastLine(FileErrors::notATimeOfScan(m_Scan ? m_Scan->timeText : QString()));
+    if (!m_Scan->time) {
+        throw FileErrors::inLastLine(*m_HistoryStream, m_line,
+                                     FileErrors::notATimeOfScan(m_Scan->timeText));
     }
     return *m_Scan->time;
 }

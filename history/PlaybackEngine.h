@@ -89,6 +89,7 @@ private:
     qint64 m_HistoryFileSize = 0;
     qint64 m_HistoryPosition = 0;
     qint32 m_RewindOffset = 0;
+    QString m_line; ///< the last line that was read
     std::optional<BlockDate> m_ScanDate;
     /// The last scan that was read.
     std::optional<ScanLine> m_Scan;

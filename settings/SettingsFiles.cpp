@@ -77,7 +77,7 @@ void SettingsFiles::load(const QString &path) {
         try {
             m_lines.LoadSettings(line);
         } catch (const UntrappedError &error) {
-            throw FileErrors::at(file.path(), file.lineNumber(), error);
+            throw FileErrors::inLastLine(file, line, error);
         }
     }
 }

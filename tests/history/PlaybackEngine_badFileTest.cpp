@@ -39,6 +39,32 @@ TEST_F(PlaybackEngineBadFileTest, emptyFile_isAFileError) {
     expectOpenError(Kind::File, "Can't read the file \"" + path() + "\": the file is empty");
 }
 
+TEST_F(PlaybackEngineBadFileTest, fileCutInsideItsLastLine_isToldToEndThere) {
+    const QByteArray whole = (head() + scans(2)).join("\r\n").toLatin1();
+    // The line is "Data abc 10:00:01": inside the scan, behind it, and inside the time.
+    for (const int cut : {10, 9, 8, 2}) {
+        putBytes(whole.chopped(cut));
+        open();
+        expectStepError(1, Kind::OutOfRange, atLine(11, "the file ends in the middle of a scan"));
+        m_fixture.playback.Quit();
+    }
+}
+
+TEST_F(PlaybackEngineBadFileTest, fileWhoseFirstScanIsCut_isToldToEndThere) {
+    putBytes(head().join("\r\n").toLatin1() + "\r\nData abc");
+    expectOpenError(Kind::OutOfRange, atLine(10, "the file ends in the middle of a scan"));
+}
+
+TEST_F(PlaybackEngineBadFileTest, folderAndDevice_areRefused) {
+    for (const QString &name : {m_folder.path(), QString("/dev/zero")}) {
+        m_fixture.dialogs.answer = name;
+        const auto error = errorOf([this] { m_fixture.playback.mnuFilePlayback(); });
+        ASSERT_TRUE(error.has_value());
+        EXPECT_EQ(error->kind(), Kind::File);
+        EXPECT_FALSE(m_fixture.session.InPlayback);
+    }
+}
+
 TEST_F(PlaybackEngineBadFileTest, fileWithoutAStartLine_hasNoDate) {
     put(QStringList{"header"} + scans(2));
     expectOpenError(Kind::BadValue, atLine(2, "there is no StartSettings line with a date"));

@@ -124,6 +124,17 @@ TEST_F(PlaybackEngineStepTest, newScan_bringsTheOffsetBackToNought) {
     EXPECT_EQ(m_fixture.playback.RewindOffset(), 0);
 }
 
+TEST_F(PlaybackEngineStepTest, stepForwardPastTheNewestScan_leavesAnOffsetThatTheNextScanClears) {
+    open(head() + scans(6));
+    step(1, 3);
+    step(-2);
+    step(3); // one more than there is: the chart stops at the newest scan, the count doesn't
+    EXPECT_EQ(m_fixture.playback.RewindOffset(), 1);
+    step(1);
+    EXPECT_EQ(m_fixture.playback.RewindOffset(), 0);
+    EXPECT_EQ(m_fixture.place, place("10:00:04", m_fixture.playback.HistoryPosition()));
+}
+
 TEST_F(PlaybackEngineStepTest, nextOpening_bringsTheOffsetBackToNought) {
     open(head() + scans(4));
     step(1, 2);

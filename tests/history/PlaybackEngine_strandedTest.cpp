@@ -130,7 +130,16 @@ TEST_F(PlaybackEngineStrandedTest, stepBackWithoutADate_isUntrapped) {
 TEST_F(PlaybackEngineStrandedTest, stepBackWithoutAScan_isUntrapped) {
     put(kNoScan);
     open();
-    expectStepError(-1, Kind::BadValue, atLine(4, "no time of day stands behind the scan"));
+    expectStepError(-1, Kind::BadValue, atLine(4, "there is no scan in the file"));
+}
+
+TEST_F(PlaybackEngineStrandedTest, scanOfAnEarlierFile_isNotUsedForOneWithoutAScan) {
+    open(head() + scans(2));
+    m_fixture.playback.Quit();
+    bringLiveRows();
+    put(kNoScan);
+    open();
+    expectStepError(-1, Kind::BadValue, atLine(4, "there is no scan in the file"));
 }
 
 TEST_F(PlaybackEngineStrandedTest, fileThatHasGrownMeanwhile_isReadOnOverTheLivePoll) {

@@ -159,6 +159,25 @@ TEST_F(SettingsFilesTest, emptyFileInAMenuLoad_isAFileError) {
     EXPECT_THROW(m_files.mnuFileLoadSettings(), UntrappedError);
 }
 
+TEST_F(SettingsFilesTest, cutRecordingInTheLoadDialog_isToldToEndInAScan) {
+    put("scans.rec", "VELDRONv1 History file\r\nRBW 2\r\nData ab");
+    answer("scans.rec");
+    try {
+        m_files.mnuFileLoadSettings();
+        FAIL();
+    } catch (const UntrappedError &error) {
+        EXPECT_EQ(error.message(), "Line 3 of the file \"" + path("scans.rec") +
+                                       "\": the file ends in the middle of a scan.");
+    }
+}
+
+TEST_F(SettingsFilesTest, folderAndDeviceInTheLoadDialog_areRefused) {
+    for (const QString &name : {m_folder.path(), QString("/dev/zero")}) {
+        m_dialogs.answer = name;
+        EXPECT_THROW(m_files.mnuFileLoadSettings(), UntrappedError) << name.toStdString();
+    }
+}
+
 TEST_F(SettingsFilesTest, fileErrorAfterADialog_isUntrapped) {
     answer("no/such.set");
     EXPECT_THROW(m_files.mnuFileSaveSettings(), UntrappedError);
@@ -196,6 +215,42 @@ TEST_F(SettingsFilesTest, defaultFile_isTheOneInTheProgramFolder) {
     EXPECT_EQ(m_files.defaultPath(), path("VELDRON.set"));
     m_files.SaveDefaultSettings();
     EXPECT_EQ(bytesOf("VELDRON.set"), kWholeFile);
+}
+
+TEST_F(SettingsFilesTest, lastConnectedFile_hasTheFormOfTheDefaultFileAndANameOfItsOwn) {
+    EXPECT_EQ(m_files.lastConnectedPath(), path("VELDRON-last-connected.set"));
+    put("VELDRON.set", "old");
+    m_files.saveLastConnected();
+    EXPECT_EQ(bytesOf("VELDRON-last-connected.set"), kWholeFile);
+    EXPECT_EQ(bytesOf("VELDRON.set"), "old");
+}
+
+TEST_F(SettingsFilesTest, defaultSaveAndLoad_leaveTheLastConnectedFileAlone) {
+    put("VELDRON-last-connected.set", "header\r\nRBW 4\r\n");
+    m_files.SaveDefaultSettings();
+    m_files.LoadDefaultSettings();
+    EXPECT_EQ(bytesOf("VELDRON-last-connected.set"), "header\r\nRBW 4\r\n");
+    EXPECT_EQ(m_fixture.ctlDataMode1.RBW(), 1);
+}
+
+TEST_F(SettingsFilesTest, lastConnectedFile_comesBackByLoadSettings) {
+    m_fixture.loadAll({"Palette 4", "RBW 3", "Centre 7000000"});
+    m_files.saveLastConnected();
+    SettingsFixture next;
+    answer("VELDRON-last-connected.set");
+    SettingsFiles(next.lines, m_dialogs, m_folder.path()).mnuFileLoadSettings();
+    EXPECT_EQ(next.saved(), m_fixture.saved());
+}
+
+TEST_F(SettingsFilesTest, lastConnectedFileThatCannotBeWritten_isSilentAndKeepsTheOldOne) {
+    SettingsFiles(m_fixture.lines, m_dialogs, path("missing")).saveLastConnected();
+    EXPECT_FALSE(QFile::exists(path("missing")));
+    put("VELDRON-last-connected.set", "old");
+    {
+        const FullDisk disk(100);
+        m_files.saveLastConnected();
+    }
+    EXPECT_EQ(bytesOf("VELDRON-last-connected.set"), "old");
 }
 
 TEST_F(SettingsFilesTest, defaultFile_comesBackAtTheNextStart) {

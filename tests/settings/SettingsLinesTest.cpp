@@ -114,6 +114,28 @@ TEST(SettingsLines, commaLocale_writesFrequenciesWithTheComma) {
     EXPECT_EQ(fixture.saved().first(), "StartSettings 21.03.2005");
 }
 
+TEST(SettingsLines, commaLocale_writesEveryFrequencyWithTheComma) {
+    SettingsFixture fixture(QLocale(QLocale::German, QLocale::Germany));
+    fixture.ctlMonitorMode1.setfSpan(Hertz::fromUnits(50000007500));
+    EXPECT_TRUE(fixture.saved().contains("Span 5000000,75"));
+    fixture.ctlMonitorMode1.setMonitorMode(MonitorModeCode::Channel);
+    fixture.ctlMonitorMode1.setfStart(Hertz::fromUnits(880000005000));
+    fixture.ctlMonitorMode1.setfEnd(Hertz::fromUnits(920000005000));
+    fixture.ctlChartSpectrum1.setRXFreq(Hertz::fromUnits(880125002500));
+    const QStringList lines = fixture.saved();
+    EXPECT_TRUE(lines.contains("Start 88000000,5")) << lines.join('|').toStdString();
+    EXPECT_TRUE(lines.contains("End 92000000,5")) << lines.join('|').toStdString();
+    EXPECT_TRUE(lines.contains("MarkerFrequency 88012500,25")) << lines.join('|').toStdString();
+}
+
+TEST(SettingsLines, receiverZero_isWrittenAsAnErrorWithoutLinesOfItsOwn) {
+    SettingsFixture fixture;
+    fixture.ctlFrequency1.setRX(0);
+    const QStringList lines = fixture.saved();
+    EXPECT_TRUE(lines.contains("Receiver ERR"));
+    EXPECT_TRUE(lines.filter("RX").isEmpty()) << lines.join('|').toStdString();
+}
+
 TEST(SettingsLines, table_hasEachKeyInItsOrder) {
     ASSERT_EQ(settingsLines().size(), kSettingsKeys.size());
     for (std::size_t i = 0; i < settingsLines().size(); ++i) {
@@ -333,6 +355,37 @@ TEST(SettingsLines, unknownName_sendsCodeNought) {
     fixture.connectUnit();
     fixture.loadAll({"Receiver vk1100", "RXMode AM"});
     EXPECT_EQ(fixture.log, (QStringList{"WURX0", "wait 1.0", "WUMD0"}));
+}
+
+TEST(SettingsLines, receiverName_isMatchedExactly) {
+    for (const char *name :
+         {"VK1100 ", " VK1100", "vk1100", "VK110", "VK11000", "VK3700", "VK3700(10m)", ""}) {
+        SettingsFixture fixture;
+        fixture.load(QStringLiteral("Receiver ") + name);
+        EXPECT_EQ(fixture.ctlFrequency1.RX(), 0) << '"' << name << '"';
+    }
+    SettingsFixture fixture;
+    fixture.load("Receiver VK1100");
+    EXPECT_EQ(fixture.ctlFrequency1.RX(), 3);
+}
+
+TEST(SettingsLines, decimalsOfCentreAndSpan_reachUnitAndPanelUnrounded) {
+    SettingsFixture fixture;
+    fixture.connectUnit();
+    fixture.load("Centre 145500012.5");
+    EXPECT_EQ(fixture.log.last(), "WSCF145.5000125");
+    EXPECT_EQ(fixture.ctlMonitorMode1.fCentre(), Hertz::fromUnits(1455000125000));
+    EXPECT_EQ(fixture.ctlFrequency1.Frequency(), Hertz::fromUnits(1455000125000));
+    fixture.load("Span 5000000.75"); // the unit takes whole hertz, the panel doesn't
+    EXPECT_EQ(fixture.log.last(), "WSSP5.000001");
+    EXPECT_EQ(fixture.ctlMonitorMode1.fSpan(), Hertz::fromUnits(50000007500));
+}
+
+TEST(SettingsLines, valueThatNoListHas_goesToTheChartAlone) {
+    SettingsFixture fixture;
+    EXPECT_EQ(fixture.changesOf("Update 7"), QStringList{"chart Update 7"});
+    EXPECT_EQ(fixture.changesOf("Persistence 7"), QStringList{"chart Timespan 7"});
+    EXPECT_EQ(fixture.changesOf("Palette 9"), QStringList{"chart Palette 9"});
 }
 
 TEST(SettingsLines, unknownReceiver_leavesThePanelWithoutOne) {

@@ -79,6 +79,23 @@ TEST(SettingsLinesBlock, channelBlockWithTheMarkerNear_stepsItThere) {
               (QStringList{"WUCS 88 12.5 92", "wait 1.0", "WUDS1", "WUMC", "ReadBackSettings"}));
 }
 
+TEST(SettingsLinesBlock, channelsAndMarker_goToTheUnitBeforeAnyPanelIsWritten) {
+    SettingsFixture fixture;
+    fixture.line.setUnitValue("ICD", "88");
+    fixture.connectUnit();
+    (void)fixture.vdr.VDRMarkerFreq();
+    fixture.loadAll(kChannelBlock.mid(0, kChannelBlock.size() - 1));
+    const QStringList before = fixture.state();
+    QStringList commands;
+    fixture.line.setCommandHook([&](const QString &command) {
+        commands += command;
+        EXPECT_EQ(fixture.state(), before) << command.toStdString();
+    });
+    fixture.load(kChannelBlock.last());
+    EXPECT_EQ(commands, (QStringList{"WUCS 88 12.5 92", "WUDS1", "WUMC"}));
+    EXPECT_EQ(fixture.ctlMonitorMode1.fStart(), Hertz::fromWhole(88000000));
+}
+
 TEST(SettingsLinesBlock, channelBlock_fillsThePanelAfterTheUnit) {
     SettingsFixture fixture;
     fixture.connectUnit();

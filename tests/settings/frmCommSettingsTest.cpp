@@ -281,5 +281,14 @@ TEST_F(FrmCommSettingsTest, tabKey_walksTheControlsFromTopToBottom) {
     EXPECT_EQ(walked, (QStringList{"cboComPort", "cboPoll", "OKButton"}));
 }
 
+TEST_F(FrmCommSettingsTest, reopenedDialog_hasTheFocusOnItsFirstControl) {
+    m_form.show();
+    EXPECT_EQ(m_form.focusWidget()->objectName(), "cboComPort");
+    m_form.findChild<QWidget *>("cboPoll")->setFocus();
+    m_form.accept();
+    m_form.show();
+    EXPECT_EQ(m_form.focusWidget()->objectName(), "cboComPort");
+}
+
 } // namespace
 } // namespace veldron

@@ -74,5 +74,14 @@ TEST_F(FrmDelayTest, closeBoxAndEscape_hideTheForm) {
     EXPECT_FALSE(m_form.isVisible());
 }
 
+TEST_F(FrmDelayTest, reopenedDialog_hasTheFocusOnItsFirstControl) {
+    m_form.show();
+    EXPECT_EQ(m_form.focusWidget()->objectName(), "Text1");
+    m_form.findChild<QWidget *>("cmdOK")->setFocus();
+    m_form.accept();
+    m_form.show();
+    EXPECT_EQ(m_form.focusWidget()->objectName(), "Text1");
+}
+
 } // namespace
 } // namespace veldron

@@ -299,5 +299,14 @@ TEST_F(FrmDisplaySettingsTest, tabKey_walksTheControlsFromTopToBottom) {
                                    "cboPalette", "chkMarker", "OKButton"}));
 }
 
+TEST_F(FrmDisplaySettingsTest, reopenedDialog_hasTheFocusOnItsFirstControl) {
+    m_form.show();
+    EXPECT_EQ(m_form.focusWidget()->objectName(), "chkPersistence");
+    m_form.findChild<QWidget *>("chkMarker")->setFocus();
+    m_form.accept();
+    m_form.show();
+    EXPECT_EQ(m_form.focusWidget()->objectName(), "chkPersistence");
+}
+
 } // namespace
 } // namespace veldron
