@@ -12,8 +12,8 @@ class QPushButton;
 
 namespace veldron {
 
-class EntryBox;
 class DropDownList;
+class EntryBox;
 class PanelGrid;
 class UpDownButtons;
 

@@ -121,17 +121,18 @@ void ctlFrequency::wireControls() {
 }
 
 void ctlFrequency::wireFields() {
-    using Unit = FrequencyEntry::Unit;
-    m_fields.add(*txtFreq, {[] { return Unit::M; }, [this](Hertz value) { m_Frequency = value; },
-                            [this] { ApplyFrequency(); },
-                            [this] {
-                                showFrequency();
-                            }});
-    m_fields.add(*cboStep, {[] { return Unit::K; }, [this](Hertz value) { storeStep(value); },
-                            [this] { ApplyStepText(); },
-                            [this] {
-                                showStep();
-                            }});
+    m_fields.add(*txtFreq, {
+                               .defaultUnit = [] { return FrequencyEntry::Unit::M; },
+                               .store = [this](Hertz value) { m_Frequency = value; },
+                               .apply = [this] { ApplyFrequency(); },
+                               .show = [this] { showFrequency(); },
+                           });
+    m_fields.add(*cboStep, {
+                               .defaultUnit = [] { return FrequencyEntry::Unit::K; },
+                               .store = [this](Hertz value) { storeStep(value); },
+                               .apply = [this] { ApplyStepText(); },
+                               .show = [this] { showStep(); },
+                           });
     // What was typed over the receiver picks none; it goes back when the list is left.
     PanelFields::Field receiver;
     receiver.leave = [this] {

@@ -117,35 +117,36 @@ void ctlMonitorMode::wireFields() {
     const auto byMode = [this] {
         return isChannelMode() ? Unit::K : Unit::M;
     };
-    m_fields.add(*txtStart,
-                 {mega, [this](Hertz value) { m_fStart = value; }, [this] { ApplyStart(); },
-                  [this] {
-                      showStart();
-                  }});
-    m_fields.add(*txtEnd, {mega, [this](Hertz value) { m_fEnd = value; }, [this] { ApplyEnd(); },
-                           [this] {
-                               showEnd();
-                           }});
-    m_fields.add(*txtCentre,
-                 {byMode, [this](Hertz value) { m_fCentre = value; }, [this] { ApplyCentre(); },
-                  [this] {
-                      showCentre();
-                  }});
-    // Too large a span or step is dropped; the old one is shown and raised all the same.
-    m_fields.add(*cboSpan,
-                 {mega, [this](Hertz value) { m_fSpan = value < kSpanLimit ? value : m_fSpan; },
-                  [this] { ApplySpan(); },
-                  [this] {
-                      showSpanText();
-                  }});
-    m_fields.add(*cboStep, {kilo,
-                            [this](Hertz value) {
-                                m_fStep = value < kStepLimit ? value.roundedTo32() : m_fStep;
-                            },
-                            [this] { ApplyStep(); },
-                            [this] {
-                                showStepText(fStep());
-                            }});
+    m_fields.add(*txtStart, {
+                                .defaultUnit = mega,
+                                .store = [this](Hertz value) { m_fStart = value; },
+                                .apply = [this] { ApplyStart(); },
+                                .show = [this] { showStart(); },
+                            });
+    m_fields.add(*txtEnd, {
+                              .defaultUnit = mega,
+                              .store = [this](Hertz value) { m_fEnd = value; },
+                              .apply = [this] { ApplyEnd(); },
+                              .show = [this] { showEnd(); },
+                          });
+    m_fields.add(*txtCentre, {
+                                 .defaultUnit = byMode,
+                                 .store = [this](Hertz value) { m_fCentre = value; },
+                                 .apply = [this] { ApplyCentre(); },
+                                 .show = [this] { showCentre(); },
+                             });
+    m_fields.add(*cboSpan, {
+                               .defaultUnit = mega,
+                               .store = [this](Hertz value) { storeSpan(value); },
+                               .apply = [this] { ApplySpan(); },
+                               .show = [this] { showSpanText(); },
+                           });
+    m_fields.add(*cboStep, {
+                               .defaultUnit = kilo,
+                               .store = [this](Hertz value) { storeStep(value); },
+                               .apply = [this] { ApplyStep(); },
+                               .show = [this] { showStepText(fStep()); },
+                           });
 }
 
 void ctlMonitorMode::setEnabled(bool value) {
@@ -307,6 +308,15 @@ void ctlMonitorMode::pickStep(int row) {
     m_fStep = cboStep->rowHertz(row).roundedTo32();
     m_fields.takePick();
     ApplyStep();
+}
+
+// Too large a span or step is dropped; the old one is shown and raised all the same.
+void ctlMonitorMode::storeSpan(Hertz value) {
+    m_fSpan = value < kSpanLimit ? value : m_fSpan;
+}
+
+void ctlMonitorMode::storeStep(Hertz value) {
+    m_fStep = value < kStepLimit ? value.roundedTo32() : m_fStep;
 }
 
 void ctlMonitorMode::showSpanText() {

@@ -11,9 +11,9 @@ class QLabel;
 
 namespace veldron {
 
+class DropDownList;
 class EditableList;
 class EntryBox;
-class DropDownList;
 class PanelGrid;
 
 /// What the user has changed on the monitor panel. Centre stands for the start and the end too,
@@ -85,6 +85,8 @@ private:
     void reactToMode();
     void pickSpan(int row);
     void pickStep(int row);
+    void storeSpan(Hertz value);
+    void storeStep(Hertz value);
     void showSpanText();
     void showStepText(Hertz value);
     void showStart();
