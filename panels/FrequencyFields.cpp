@@ -20,6 +20,7 @@ void FrequencyFields::add(QWidget &control, QLineEdit &box, const Field &field) 
         return takeKey(control, box, field, key);
     };
     parts.leave = [this, field] {
+        // The typed text goes from the screen, but Editing stays for the event.
         m_fields.close();
         field.apply();
     };
@@ -49,6 +50,7 @@ bool FrequencyFields::takeKey(const QWidget &control, QLineEdit &box, const Fiel
     if (result <= Hertz()) {
         return false;
     }
+    // The apply routine raises its event only out of an entry in progress, and ends it then.
     m_entry.setEditing(true);
     field.store(result);
     field.apply();
@@ -67,6 +69,7 @@ void FrequencyFields::cancel() {
 
 void FrequencyFields::raiseOutOfEntry(const std::function<void()> &raise) {
     if (m_entry.Editing()) {
+        // Whoever hears the event may move the focus and finds the entry still in progress.
         raise();
         m_entry.setEditing(false);
     }

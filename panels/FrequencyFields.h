@@ -22,7 +22,7 @@ public:
         std::function<FrequencyEntry::Unit()> defaultUnit;
         /// Stores the value of an entry.
         std::function<void(Hertz)> store;
-        /// Shows the stored value and, out of an entry, raises the event; throws what it must.
+        /// Shows the stored value and, out of an entry, raises the event.
         std::function<void()> apply;
         /// Shows the stored value alone.
         std::function<void()> show;

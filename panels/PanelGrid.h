@@ -8,9 +8,9 @@
 
 namespace veldron {
 
-/// The common face of the panels: a thin frame, two rows of cells, each cell a control under its
-/// label. Heights, margins and distances follow from the font alone, so that panels side by side
-/// stand on common base lines.
+/// The layout that the panels share: a thin frame, two rows of cells, each cell a control under its
+/// label. Heights, margins and distances follow from the font alone, so that the lines
+/// of panels side by side are level.
 class PanelGrid {
 public:
     /// Lays \a panel out; it owns what is added. The grid itself may go after the last cell.

@@ -17,6 +17,7 @@ class UpDownButtons : public QWidget {
     Q_OBJECT
 
 public:
+    /// The lowest number that a press leaves.
     static constexpr int kLower = 2;
     static constexpr int kIncrement = 1;
 
@@ -24,6 +25,7 @@ public:
     /// names.
     UpDownButtons(const ErrorGuard &guard, EntryBox &partner, const QString &name, QWidget *parent);
 
+    /// The highest number that a press leaves.
     [[nodiscard]] int upper() const { return m_upper; }
     void setUpper(int upper) { m_upper = upper; }
 

@@ -36,6 +36,7 @@ ctlDataMode::ctlDataMode(ErrorGuard guard, QWidget *parent)
     PanelGrid grid(*this);
     makeInputRow(grid);
     makeDataRow(grid);
+    // Nobody listens yet to the events that these raise.
     reactToRBW();
     reactToAmp();
     reactToDataMode();
@@ -121,6 +122,7 @@ void ctlDataMode::wireFields() {
         leaveSamples();
     };
     samples.disable = [this] {
+        // Closed first: the box shows the stored number again in silence, as after a write.
         m_fields.close();
         setSamples(m_Samples);
     };
@@ -226,6 +228,7 @@ void ctlDataMode::CheckSamples() {
 bool ctlDataMode::lookAtKey(char16_t key) {
     if ((key >= u'0' && key <= u'9') || key == FrequencyEntry::kBackspace) {
         if (!isEditing()) {
+            // Opened before the box is cleared, which is no change of the samples.
             m_fields.open(*txtSamples);
             txtSamples->clear();
         }
@@ -236,6 +239,8 @@ bool ctlDataMode::lookAtKey(char16_t key) {
 }
 
 void ctlDataMode::endEntry() {
+    // The entry is closed after the check, which may change the text: a change of the text outside
+    // an entry raises an event of its own.
     CheckSamples();
     m_Samples = samplesInText();
     m_fields.close();

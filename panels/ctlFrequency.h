@@ -39,6 +39,7 @@ public:
     void setEnabled(bool value);
     [[nodiscard]] bool Atten() const;
     void setAtten(bool value);
+    /// The enabled states of single controls, until the next write of Enabled.
     void setAttenEn(bool value);
     /// The receiver's frequency; 0 until it is first written.
     [[nodiscard]] Hertz Frequency() const { return m_Frequency; }

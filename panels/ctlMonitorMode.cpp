@@ -47,6 +47,7 @@ ctlMonitorMode::ctlMonitorMode(ErrorGuard guard, QWidget *parent)
     makeScanRow(grid);
     makeWindowRow(grid);
     reactToMode();
+    // All numbers are 0 here. The mode is none that somebody has changed to.
     {
         const UpdatingScope updating(m_Updating);
         ApplySpan();
@@ -211,6 +212,10 @@ void ctlMonitorMode::setfEnd(Hertz value) {
     ApplyEnd();
 }
 
+// The apply routines. Each shows the number that has changed, moves and shows those that depend on
+// it, and raises the event last, so that whoever hears it finds all numbers in agreement. Updating
+// is restored and not cleared: within a write from code the event stays away.
+
 void ctlMonitorMode::ApplySpan() {
     const bool wasUpdating = m_Updating;
     showSpanText();
@@ -226,6 +231,7 @@ void ctlMonitorMode::ApplySpan() {
 void ctlMonitorMode::ApplyStep() {
     const bool wasUpdating = m_Updating;
     showStepText(fStep());
+    // May throw, and does so before Updating is set.
     m_fSpan = spanOfStep(m_fStep);
     m_Updating = true;
     showSpanText();
@@ -285,6 +291,7 @@ void ctlMonitorMode::finishApply(bool wasUpdating, MonitorChangeCode what) {
 
 void ctlMonitorMode::reactToMode() {
     const auto mode = static_cast<MonitorModeCode>(cboMonitorMode->currentIndex() + 1);
+    // It stays until a span is written: a mode may be written again before that.
     m_isModeNew = m_isModeNew || mode != m_MonitorMode;
     m_MonitorMode = mode;
     const bool channel = isChannelMode();
@@ -300,6 +307,7 @@ void ctlMonitorMode::reactToMode() {
 
 void ctlMonitorMode::pickSpan(int row) {
     m_fSpan = cboSpan->rowHertz(row);
+    // The event comes also for the row that equals the span.
     m_fields.takePick();
     ApplySpan();
 }

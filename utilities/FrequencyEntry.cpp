@@ -46,7 +46,7 @@ void FrequencyEntry::appendDigit(char16_t digit) {
     constexpr qsizetype longEnoughToCut = 8;
     constexpr qsizetype kept = 10;
     m_EntryText.append(QChar(digit));
-    // The two numbers differ on purpose: nothing is lost before the eleventh character.
+    // On purpose two numbers: nothing is lost before the eleventh character.
     if (m_EntryText.size() >= longEnoughToCut) {
         m_EntryText = m_EntryText.right(kept);
     }

@@ -15,7 +15,7 @@ void WaitSeconds(Clock &clock, float Seconds);
 /// 43200, so that two moments just across midnight are a small difference apart.
 [[nodiscard]] float TimeDifference(float From, float To);
 /// A time of day as "01:01", or "01:01:01" with \a ShowSeconds; whole days are taken off or added.
-/// Exactly 86400 prints as hour 24. What is no number prints as 0.
+/// Exactly 86400 prints as hour 24. Infinity and NaN print as 0.
 [[nodiscard]] QString TimeText(float Seconds, bool ShowSeconds);
 
 } // namespace veldron::GeneralUtilities
