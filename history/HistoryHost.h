@@ -6,7 +6,8 @@
 
 namespace veldron {
 
-/// What recorder and playback ask of the form.
+/// What recorder and playback ask of the window: its menus, strips and status bar, and the poll
+/// timer.
 class HistoryHost {
 public:
     HistoryHost() = default;
@@ -14,24 +15,26 @@ public:
     HistoryHost &operator=(const HistoryHost &) = delete;
     virtual ~HistoryHost() = default;
 
-    /// Switches menus, panels and chart that a history holds off.
+    /// Enables or disables the menu entries, panels and chart that a recording and a playback can't
+    /// share with the user.
     virtual void SetControlsEnabled(bool enable) = 0;
     /// Caption of the menu entry that starts and stops a recording.
     virtual void setRecordCaption(const QString &caption) = 0;
     virtual void setRecordEnabled(bool enable) = 0;
-    /// Shows or hides the strip of the transport and lays the form out anew.
+    /// Shows or hides the strip of the transport and lays the window out again.
     virtual void showTransport(bool visible) = 0;
     virtual void setPollTimerEnabled(bool enable) = 0;
     /// The poll period of the running program, in milliseconds.
     [[nodiscard]] virtual qint16 PollPeriod() const = 0;
     /// Text of panel 1 of the status bar.
     virtual void showStatus(const QString &text) = 0;
-    /// Panels 2 and 3 are for texts from now on: neither the clock nor a picture is there.
+    /// Panels 2 and 3 show texts from now on, and neither the clock nor a picture.
     virtual void hideClockAndActivity() = 0;
-    /// Texts of panels 2 and 3: the time of the scan shown, and how far the file is read. While the
-    /// clock is there panel 2 goes on showing it, and panel 3 has its picture beside the text.
+    /// Texts of panels 2 and 3: the time of the scan shown, and how far the file is read. Before
+    /// hideClockAndActivity, panel 2 keeps showing the clock, and panel 3 its picture beside the
+    /// text.
     virtual void showPlaybackPlace(const QString &time, const QString &percent) = 0;
-    /// Panels 2 and 3 as they are without playback: the clock and the first activity picture.
+    /// Panels 2 and 3 show the clock and the first activity picture again.
     virtual void showClockAndActivity() = 0;
 };
 

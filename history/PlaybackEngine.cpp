@@ -18,7 +18,7 @@ void PlaybackEngine::mnuFilePlayback() {
     const auto path = m_needs.dialogs.openFile({QStringLiteral("History playback"),
                                                 QLatin1String(kHistoryFile.filter), m_needs.folder,
                                                 QLatin1String(kHistoryFile.suffix)});
-    // Polls go on while the dialog is up, so the state is looked at again behind it.
+    // The poll timer runs while the dialog is up, so the state may have changed.
     if (!path || m_needs.session.Recording || m_needs.session.InPlayback) {
         return;
     }
@@ -44,7 +44,7 @@ void PlaybackEngine::open(const QString &path) {
     m_HistoryPosition = 0;
     m_RewindOffset = 0;
     m_needs.session.InPlayback = true;
-    // What an earlier file has left must not stand in for what this one lacks.
+    // Nothing of an earlier file is used for this one.
     m_ScanDate.reset();
     m_Scan.reset();
     (void)nextLine(); // any text is taken for the header line
@@ -97,7 +97,7 @@ LoadedLine PlaybackEngine::loadLine() {
 
 void PlaybackEngine::Step(qint16 Direction) {
     ctlChartSpectrum &chart = m_needs.holders.ctlChartSpectrum1;
-    // A recording that was started over a stranded transport has the file's place.
+    // A recording may be started over a stranded file; the file is not stepped through meanwhile.
     if (!m_HistoryStream || m_needs.session.Recording) {
         m_needs.transport.StopPlay();
         return;
@@ -164,8 +164,8 @@ double PlaybackEngine::shareRead() const {
     return static_cast<double>(m_HistoryPosition) / static_cast<double>(m_HistoryFileSize);
 }
 
-/// The time of a scan that is shown again is worked out from the present poll rate, whatever rate
-/// it was recorded at.
+/// Behind the last scan read, the time is computed from the present poll rate, whatever rate the
+/// file was recorded at.
 void PlaybackEngine::showPlace() {
     const QDateTime t0 = scanMoment();
     const qint64 offset = qint64{m_RewindOffset} * m_needs.host.PollPeriod();
@@ -188,7 +188,7 @@ void PlaybackEngine::Quit() {
     ctlChartSpectrum &chart = m_needs.holders.ctlChartSpectrum1;
     HistoryHost &host = m_needs.host;
     host.setPollTimerEnabled(true);
-    // A recording that was started over a stranded transport goes on, and keeps its hold.
+    // A recording that was started over a stranded file goes on with the controls disabled.
     host.SetControlsEnabled(!m_needs.session.Recording);
     host.setRecordEnabled(true);
     m_needs.session.InPlayback = false;

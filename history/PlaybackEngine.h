@@ -44,21 +44,22 @@ public:
     };
     explicit PlaybackEngine(const Dependencies &needs);
 
-    /// Asks for a file and shows its first scan. A file that ends before a data line is followed by
-    /// any further line leaves the transport standing over the live poll until Quit.
+    /// Asks for a file and shows its first scan. A file without a scan, and one whose only scan is
+    /// its last line, is stranded: the transport stays visible over the live picture until Quit.
     void mnuFilePlayback();
-    /// \a Direction below 1 steps back, 1 or more forward. Over a stranded transport this moves the
-    /// live chart. Without an open file, and during a recording, it only pauses the transport.
+    /// \a Direction below 1 steps back, 1 or more forward. With a stranded file this moves within
+    /// the live chart. Without an open file, and during a recording, it only pauses the transport.
     void Step(qint16 Direction);
     /// Leaves playback: the panels return to the unit's settings.
     void Quit();
     /// Closes the file; harmless when none is open.
     void closeStream();
 
-    /// Bytes of the file used up so far, each line end counted as two.
+    /// Bytes of the file read so far, each line end counted as two.
     [[nodiscard]] qint64 HistoryPosition() const { return m_HistoryPosition; }
     [[nodiscard]] qint64 HistoryFileSize() const { return m_HistoryFileSize; }
-    /// How many scans the display stands behind the last one read: 0 or negative.
+    /// The place of the display relative to the last scan read, in scans: 0 or negative. A step
+    /// forward by more scans than the chart holds leaves it above 0 until the next scan is read.
     [[nodiscard]] qint32 RewindOffset() const { return m_RewindOffset; }
     /// The last scan that was read; nothing where the file has had none so far.
     [[nodiscard]] const std::optional<ScanLine> &Scan() const { return m_Scan; }
@@ -93,7 +94,7 @@ private:
     std::optional<BlockDate> m_ScanDate;
     /// The last scan that was read.
     std::optional<ScanLine> m_Scan;
-    /// Before the first playback, the day from which dates are counted.
+    /// Date and time of the first scan shown. A stranded file keeps that of the playback before it.
     QDateTime m_PlaybackStart{QDate(1899, 12, 30), QTime(0, 0), QTimeZone::utc()};
 };
 

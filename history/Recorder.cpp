@@ -24,7 +24,7 @@ void Recorder::start() {
     const auto path = m_needs.dialogs.saveFile({QStringLiteral("Record to file"),
                                                 QLatin1String(kHistoryFile.filter), m_needs.folder,
                                                 QLatin1String(kHistoryFile.suffix)});
-    // Polls go on while the dialog is up, so the state is looked at again behind it.
+    // The poll timer runs while the dialog is up, so the state may have changed.
     if (!path || m_needs.session.Recording || m_needs.session.InPlayback) {
         return;
     }
@@ -80,8 +80,8 @@ void Recorder::writeScan(const LevelScan &scan) {
                             GeneralUtilities::FormatFileSize(m_HistoryFileSize));
 }
 
-/// The size is that of the file that stands under the name, so that a file that was taken away
-/// from under the recorder is noticed.
+/// Asks for the size by the name, not by the handle: so a file that was removed or moved meanwhile
+/// is noticed.
 void Recorder::learnSize() {
     QFile file(m_HistoryFileName);
     if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {

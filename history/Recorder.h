@@ -15,13 +15,12 @@
 
 namespace veldron {
 
-/// Writes history files (.rec): a header line, a settings block in full form, then one data line a
-/// scan, with further blocks in short form wherever the unit's settings changed.
+/// Writes history files (.rec): the first line, a settings block in full form, then one line a scan,
+/// with further blocks in short form wherever the unit's settings changed. format/ScanLine.h
+/// describes the line of a scan.
 ///
-/// A data line is "Data ", one Latin-1 character a level, a blank and the time. Nothing is escaped:
-/// a level of 10, 13 or 32 breaks its own line for the reader. Each line is one write, and each
-/// scan and each block is forced onto the disk before anything else happens, so that neither a
-/// killed program nor a power cut loses more than what is being written.
+/// Each line is one write, and each scan and each block is flushed to the disk before the function
+/// returns, so that neither a killed program nor a power cut loses more than what is being written.
 class Recorder {
 public:
     /// \a folder is where the dialog starts. All references outlive the recorder.
@@ -40,9 +39,9 @@ public:
     /// Starts a recording, or stops the running one. A failure to make the file or to write its
     /// head is an UntrappedError.
     void mnuFileRecord();
-    /// One data line, and the file's name and size on panel 1. Any failure stops the recording.
+    /// Writes a scan, and the file's name and size into panel 1. A failure stops the recording.
     void writeScan(const LevelScan &scan);
-    /// A settings block, while recording. A failure stops the recording.
+    /// Writes a settings block, while recording. A failure stops the recording.
     void writeSettings();
     /// Closes the file and leaves Recording as it is; harmless when nothing is open.
     void closeStream();

@@ -11,8 +11,8 @@ StepButton::StepButton(const ErrorGuard &guard, QWidget *parent) : QToolButton(p
     connectGuarded(guard, this, &QToolButton::pressed, this, &StepButton::pressedByItself);
 }
 
-/// The toolkit's signal comes for mouse and keys too, from inside their events; for a pointer that
-/// comes back onto the held button; and for a press that has no event, which is meant here.
+/// The toolkit emits pressed inside the events of mouse and keyboard, for a pointer that returns to
+/// the held button, and for a press action without an event. Only the last is handled here.
 void StepButton::pressedByItself() {
     if (!m_inEvent && !m_held) {
         Q_EMIT wentDown();

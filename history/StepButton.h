@@ -7,13 +7,13 @@
 
 namespace veldron {
 
-/// A button that tells of its way down and its way up as two events.
+/// A button that signals its press and its release, each once.
 ///
-/// The events are those of the mouse's own button, so that a pointer that leaves the held button
-/// and comes back presses nothing anew. Each wentDown is followed by exactly one wentUp, also when
-/// the held button is disabled or hidden and never sees the release. A key press is a way down and
-/// up at once: one press, one step, however long the key is held. So is the press action of
-/// assistive technology, which comes without any event of mouse or keyboard.
+/// Unlike the toolkit's pressed, wentDown doesn't come again when the pointer leaves the held button
+/// and returns. Each wentDown is followed by exactly one wentUp, also when the held button is
+/// disabled or hidden and gets no release event. A key press gives both at once, and auto-repeat
+/// gives nothing. So does the press action of assistive technology, which comes without an event of
+/// mouse or keyboard.
 class StepButton : public QToolButton {
     Q_OBJECT
 

@@ -28,7 +28,7 @@ enum class PlaybackShape;
 /// and then after half of the last interval each time, down to 15 ms. One control serves the whole
 /// run of the program: the slider keeps its place from one playback to the next.
 ///
-/// A Step is handled to its end inside the signal, so a slow one only delays the next.
+/// The slot of Step runs to its end inside the signal, so a slow one only delays the next.
 class ctlPlayback : public QWidget {
     Q_OBJECT
 

@@ -20,11 +20,11 @@ constexpr int kSteps = 12;
 /// One fixture for all runs, since making one costs more than a run; each run begins with the same
 /// values.
 HistoryFixture &freshFixture() {
-    // Never taken down: the application that its windows need is gone before statics are.
+    // Never destroyed: statics outlive the application that its windows need.
     static HistoryFixture &fixture = *new HistoryFixture;
     static const QStringList startState = [] {
         fixture.ctlChartSpectrum1.resize(120, 80);
-        // Every look at the clock is a second and a half later, so that no wait takes long.
+        // Each reading of the clock advances it by a second and a half, so that waits are short.
         fixture.clock.setStepPerReading(1.5);
         return fixture.state();
     }();
@@ -88,7 +88,7 @@ void loadSettingsBytes(const std::uint8_t *bytes, std::size_t size) {
             fixture.lines.LoadSettings(reader.readLine());
         }
     } catch (const UntrappedError &) {
-        // The way out that a bad line has.
+        // What a bad line gives.
     }
     LineList block;
     fixture.lines.SaveSettings(block);
@@ -101,7 +101,7 @@ void playHistoryBytes(const std::uint8_t *bytes, std::size_t size) {
     try {
         play(fixture);
     } catch (const UntrappedError &) {
-        // The way out that a bad line has.
+        // What a bad line gives.
     }
     fixture.playback.Quit();
 }

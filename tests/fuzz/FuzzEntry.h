@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What the fuzzers and the replay of their corpus have in common: bytes of a file in, and nothing
-// out but the errors that end a load in life too. Needs a QApplication.
+// What the fuzzers and the replay of their corpus have in common: each function reads the bytes of
+// a file and catches the errors that a bad file gives. Needs a QApplication.
 #pragma once
 
 #include <cstddef>

@@ -113,7 +113,7 @@ TEST_F(PlaybackEngineStepTest, asManyStepsForwardAsBack_readNothing) {
     EXPECT_EQ(m_fixture.place, place("10:00:04", m_fixture.playback.HistoryPosition()));
 }
 
-TEST_F(PlaybackEngineStepTest, newScan_bringsTheOffsetBackToNought) {
+TEST_F(PlaybackEngineStepTest, newScan_resetsTheOffset) {
     open(head() + scans(6));
     step(1, 3);
     step(-2); // a count: two scans at once
@@ -135,7 +135,7 @@ TEST_F(PlaybackEngineStepTest, stepForwardPastTheNewestScan_leavesAnOffsetThatTh
     EXPECT_EQ(m_fixture.place, place("10:00:04", m_fixture.playback.HistoryPosition()));
 }
 
-TEST_F(PlaybackEngineStepTest, nextOpening_bringsTheOffsetBackToNought) {
+TEST_F(PlaybackEngineStepTest, nextOpening_resetsTheOffset) {
     open(head() + scans(4));
     step(1, 2);
     step(-1);
@@ -145,7 +145,7 @@ TEST_F(PlaybackEngineStepTest, nextOpening_bringsTheOffsetBackToNought) {
     EXPECT_EQ(m_fixture.playback.RewindOffset(), 0);
 }
 
-TEST_F(PlaybackEngineStepTest, stepOfNought_showsThePlaceAgain) {
+TEST_F(PlaybackEngineStepTest, stepOfZero_showsThePlaceAgain) {
     open(head() + scans(3));
     step(1);
     (void)takeLog();

@@ -333,7 +333,7 @@ TEST(SettingsLines, numberWithTextBehindIt_isItsLeadingNumber) {
     EXPECT_EQ(fixture.ctlDataMode1.Amp(), -10);
 }
 
-TEST(SettingsLines, noNumberAtAll_isNought) {
+TEST(SettingsLines, noNumberAtAll_isZero) {
     SettingsFixture fixture;
     fixture.loadAll({"Palette 3", "Palette none", "RBW x"});
     EXPECT_EQ(fixture.displaySettings.values().PaletteIndex, 0);
@@ -350,7 +350,7 @@ TEST(SettingsLines, flag_isTrueForTheExactWordOnly) {
     }
 }
 
-TEST(SettingsLines, unknownName_sendsCodeNought) {
+TEST(SettingsLines, unknownName_sendsCodeZero) {
     SettingsFixture fixture;
     fixture.connectUnit();
     fixture.loadAll({"Receiver vk1100", "RXMode AM"});

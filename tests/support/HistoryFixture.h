@@ -11,7 +11,7 @@
 
 namespace veldron {
 
-/// A disk that counts what is forced onto it, waits for nothing and fails on demand.
+/// A disk that counts its flushes, doesn't wait and fails on demand.
 class CountingDisk : public Disk {
 public:
     QString force(QFileDevice & /*file*/) override {
@@ -28,7 +28,7 @@ public:
     QString nameError;
 };
 
-/// A fixture with recorder and playback engine, and the form's part of them noted in the log.
+/// Adds recorder and playback engine, and notes in the log what they ask of the window.
 class HistoryFixture : public SettingsFixture, public HistoryHost {
 public:
     using SettingsFixture::SettingsFixture;
@@ -55,7 +55,7 @@ public:
     void showClockAndActivity() override {
         SettingsFixture::note(QStringLiteral("clock and activity"));
     }
-    /// A step of a transport that plays; the log tells when that stops the transport.
+    /// A step while the transport plays; the log notes if the step has stopped it.
     void step(qint16 Direction) {
         auto *const play = transport.findChild<QToolButton *>(QStringLiteral("cmdPlay"));
         auto *const forward = transport.findChild<QToolButton *>(QStringLiteral("cmdStepForward"));
@@ -65,7 +65,7 @@ public:
             SettingsFixture::note(QStringLiteral("StopPlay"));
         }
     }
-    /// The last step of the form's routine is here too: a running recording takes a block.
+    /// As in the program, reading back ends with a block in a running recording.
     void ReadBackSettings() override {
         SettingsFixture::ReadBackSettings();
         if (session.Recording) {
