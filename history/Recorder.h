@@ -15,8 +15,8 @@
 
 namespace veldron {
 
-/// Writes history files (.rec): the first line, a settings block in full form, then one line a scan,
-/// with further blocks in short form wherever the unit's settings changed. format/ScanLine.h
+/// Writes history files (.rec): the first line, a settings block in full form, then one line a
+/// scan, with further blocks in short form wherever the unit's settings changed. format/ScanLine.h
 /// describes the line of a scan.
 ///
 /// Each line is one write, and each scan and each block is flushed to the disk before the function

@@ -55,9 +55,9 @@ public:
     }
 };
 
-/// The real panels, chart, dialogs and link on a scripted serial line, with the settings lines above
-/// them and without a window. The log has what is asked of the host, in one list with the commands
-/// on the line and the waits between them.
+/// The real panels, chart, dialogs and link on a scripted serial line, with the settings lines
+/// above them and without a window. The log has what is asked of the host, in one list with the
+/// commands on the line and the waits between them.
 class SettingsFixture : public SettingsHost {
 public:
     explicit SettingsFixture(const QLocale &locale = QLocale(QLocale::English,
