@@ -126,6 +126,7 @@ private:
     void onComm();
     void park();
     [[nodiscard]] float elapsedSince(float start);
+    void dropStaleBytes();
     [[nodiscard]] QByteArray exchangeLine(const QString &command);
     bool classifyReply(const QString &command, const QString &reply);
     bool classifyRead(const QString &command, const QString &reply);

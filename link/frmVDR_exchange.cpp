@@ -11,6 +11,9 @@ namespace {
 
 /// How long the thread sleeps in the kernel before the time of day is read again.
 constexpr int kParkMilliseconds = 5;
+/// Two bytes follow each other within 1.2 ms at 9600 baud.
+constexpr int kStaleQuietMilliseconds = 2;
+constexpr qint64 kStaleLimitMilliseconds = 50;
 
 QString withoutLineEnd(const QString &reply) {
     return reply.chopped(QLatin1String(Wire::kLineEnd).size());
@@ -42,9 +45,8 @@ bool frmVDR::SendCommand(const QString &command) {
 }
 
 QByteArray frmVDR::exchangeLine(const QString &command) {
-    // Before InputLen changes: stale bytes are thrown away all at once, so that none can be taken
-    // for the reply.
-    static_cast<void>(m_control.Input());
+    // Before InputLen changes, so that the stale bytes come in large blocks.
+    dropStaleBytes();
     // Byte by byte, so that what follows the line stays in the control for the downloads.
     m_control.setInputLen(1);
     // Before the write: the time that it takes counts too.
@@ -62,6 +64,16 @@ QByteArray frmVDR::exchangeLine(const QString &command) {
     }
     m_control.setInputLen(0);
     return reply;
+}
+
+/// Takes what is left of an earlier reply, so that none of it can be taken for the next one: until
+/// nothing has come for a moment, because the line may still be delivering it.
+void frmVDR::dropStaleBytes() {
+    const qint64 start = m_clock.steadyMilliseconds();
+    do {
+        static_cast<void>(m_control.Input());
+    } while (m_control.waitForInput(kStaleQuietMilliseconds) && m_control.InBufferCount() > 0 &&
+             m_clock.steadyMilliseconds() - start < kStaleLimitMilliseconds);
 }
 
 float frmVDR::elapsedSince(float start) {

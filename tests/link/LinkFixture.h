@@ -34,6 +34,9 @@ public:
     using frmVDR::settings;
 };
 
+/// Seconds that an exchange waits for stale bytes before it sends its command.
+inline constexpr double kStaleQuiet = 0.002;
+
 /// A link over a scripted line, at 10:00, with no port open.
 class LinkFixture : public testing::Test {
 protected:

@@ -224,6 +224,34 @@ TEST_F(FrmVDRExchange, bytesWaitingBeforeTheCommand_areThrownAway) {
     EXPECT_EQ(vdr.LastReply(), "3");
 }
 
+TEST_F(FrmVDRExchange, bytesThatGoOnComing_areThrownAwayUntilAPauseOfTwoMilliseconds) {
+    // The rest of a scan that ended early, at the line's pace.
+    ReplyScript rest{{"UMD9 \r\n", 0.0}};
+    for (int byte = 0; byte < 20; ++byte) {
+        rest.push_back({"x", 11.0 / 9600.0});
+    }
+    rest.push_back({"UMD8 \r\n", 11.0 / 9600.0});
+    exchange("RUMD", "?\r\n");
+    control.queueReply("RUOM", rest);
+    vdr.SendCommand("RUOM");
+    EXPECT_TRUE(exchange("RUMD", "UMD3 \r\n"));
+    EXPECT_EQ(vdr.LastReply(), "3");
+}
+
+TEST_F(FrmVDRExchange, bytesWithoutAnEnd_areThrownAwayForFiftyMilliseconds) {
+    ReplyScript endless{{"UMD9 \r\n", 0.0}};
+    for (int byte = 0; byte < 1000; ++byte) {
+        endless.push_back({"x", 0.001});
+    }
+    control.queueReply("RUOM", endless);
+    vdr.SendCommand("RUOM");
+    const double start = clock.seconds();
+    double sent = 0.0;
+    control.setCommandHook([&](const QString &) { sent = clock.seconds(); });
+    vdr.SendCommand("RUMD");
+    EXPECT_NEAR(sent - start, 0.050, 0.0025);
+}
+
 TEST_F(FrmVDRExchange, bytesBehindTheLine_stayUnreadUntilTheNextCommand) {
     EXPECT_TRUE(exchange("RUMD", "UMD3 \r\nIVE wrong \r\n"));
     EXPECT_EQ(vdr.LastReply(), "3");
