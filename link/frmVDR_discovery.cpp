@@ -97,8 +97,10 @@ SerialControl::Result frmVDR::openPort(qint16 port) {
 /// that the reason goes to standard error too.
 void frmVDR::noteOpening(qint16 port, const SerialControl::Result &failure) {
     m_portProblems.remove(port);
-    if (failure && (failure->number == SerialErrorCode::kPortInUse ||
-                    failure->number == SerialErrorCode::kPermissionDenied)) {
+    const bool explained = failure && !failure->description.isEmpty() &&
+                           (failure->number == SerialErrorCode::kPortInUse ||
+                            failure->number == SerialErrorCode::kPermissionDenied);
+    if (explained) {
         m_portProblems[port] = failure->description;
         std::fprintf(stderr, "veldron: COM %d: %s\n", port, qPrintable(failure->description));
     }
