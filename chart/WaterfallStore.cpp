@@ -2,13 +2,11 @@
 #include "chart/WaterfallStore.h"
 
 #include "common/Numbers.h"
-#include "common/UntrappedError.h"
 #include "utilities/Palette.h"
 #include "utilities/TimesOfDay.h"
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <utility>
 
 namespace veldron {
@@ -136,11 +134,7 @@ void WaterfallStore::bridgeGap(float time, float difference, float interval) {
     const double missing =
         std::floor(static_cast<double>(difference) / static_cast<double>(interval) - 0.5);
     m_nextRowTime = rowEndAfter(time, interval);
-    if (missing > std::numeric_limits<qint16>::max()) {
-        throw UntrappedError(UntrappedError::Kind::Overflow,
-                             QStringLiteral("A gap in time is too long for the waterfall."));
-    }
-    const auto rows = std::min(static_cast<qint32>(missing), kHeight);
+    const auto rows = static_cast<qint32>(std::min(missing, static_cast<double>(kHeight)));
     m_history.Scroll(0, static_cast<qint16>(rows));
     noteShift(rows);
     m_rowCount = std::min(m_rowCount + rows, kHeight);

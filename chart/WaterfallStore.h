@@ -17,8 +17,7 @@ namespace veldron {
 ///
 /// Times are seconds since midnight, single precision. Row k ended at nextRowTime() less k row
 /// intervals; row 0 is still open and holds, live, the highest level of each bin so far. Column x
-/// is bin x, by flat addressing: bin 320 of a full scan is the first byte of row 1. Throws
-/// UntrappedError(Overflow) for a gap of more than 32,767 rows, which live rows never meet.
+/// is bin x, by flat addressing: bin 320 of a full scan is the first byte of row 1.
 class WaterfallStore {
 public:
     static constexpr qint32 kWidth = 320;

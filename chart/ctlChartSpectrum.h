@@ -34,8 +34,8 @@ class ScreenCursor;
 ///
 /// Frequencies are hertz, levels whole dB or raw bytes (dB = raw + dBOffset), times seconds since
 /// midnight, pixels those of the control. Values out of their range are dropped without a word;
-/// a dBSpan of 0, a colour scale above 128 dB and a gap of more than 32,767 rows are
-/// UntrappedErrors. A picture is drawn first and appears at Refresh.
+/// a dBSpan of 0 and a colour scale above 128 dB are UntrappedErrors. What is drawn appears at
+/// Refresh.
 ///
 /// The control is thin: state lives in the value classes that it owns, and an event is a call of
 /// one of them and a redraw.
