@@ -23,7 +23,8 @@ bool isInRange(Hertz frequency) {
 }
 
 bool isExact(Hertz value) {
-    return std::abs(value.units()) <= kExactUnits;
+    // Both ways round, because the lowest number of 64 bits has no magnitude.
+    return value.units() >= -kExactUnits && value.units() <= kExactUnits;
 }
 
 } // namespace

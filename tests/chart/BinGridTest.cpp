@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 namespace veldron {
 namespace {
 
@@ -130,6 +132,16 @@ TEST(BinGrid, absurdFrequencies_stayFarOutsideThePlot) {
     const BinGrid full;
     EXPECT_LT(full.columnOf(Hertz::fromUnits(-9000000000000000000), plotOf(640)), -10000);
     EXPECT_GT(full.columnOf(Hertz::fromUnits(9000000000000000000), plotOf(640)), 10000);
+}
+
+TEST(BinGrid, lowestFrequencyThereIs_staysFarOutsideThePlot) {
+    const Hertz lowest = Hertz::fromUnits(std::numeric_limits<qint64>::min());
+    BinGrid grid;
+    EXPECT_LT(grid.columnOf(lowest, plotOf(640)), -10000);
+    EXPECT_EQ(grid.binOf(lowest), std::numeric_limits<qint32>::min());
+    EXPECT_FALSE(grid.setScanStart(lowest));
+    EXPECT_FALSE(grid.setScanStop(lowest));
+    EXPECT_FALSE(grid.setDataResolution(lowest));
 }
 
 TEST(BinGrid, frequencyUnderAColumn_isThatOfItsCellsBin) {
