@@ -8,6 +8,8 @@
 #include <QPainter>
 #include <QtMath>
 
+#include <cmath>
+
 namespace veldron {
 
 namespace {
@@ -85,12 +87,22 @@ void PictureBox::Refresh(const PictureChange &change) {
         scrollWindow(change.scrolled, change.rows);
     }
     for (const QRect &area : change.painted) {
-        update(area);
+        repaintSoon(area);
     }
 }
 
+bool PictureBox::isWhole() const {
+    return m_surface.scale() == std::floor(m_surface.scale());
+}
+
+// Where a pixel isn't a whole number of device pixels, the toolkit rounds place and size of an area
+// apart from each other, and may leave out its last column or row of device pixels.
+void PictureBox::repaintSoon(const QRect &area) {
+    update(isWhole() ? area : area.adjusted(-1, -1, 1, 1));
+}
+
 void PictureBox::scrollWindow(const QRect &area, int /*rows*/) {
-    update(area);
+    repaintSoon(area);
 }
 
 QImage PictureBox::image() const {

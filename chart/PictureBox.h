@@ -70,6 +70,8 @@ protected:
     void focusOutEvent(QFocusEvent *event) override;
 
 private:
+    [[nodiscard]] bool isWhole() const;
+    void repaintSoon(const QRect &area);
     void scrollWindow(const QRect &area, int rows);
 
     PixelSurface m_surface;

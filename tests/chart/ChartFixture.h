@@ -30,7 +30,7 @@ protected:
     ChartTest() {
         timer().stop();
         size(695, 400);
-        chart.show();
+        window.show();
         QApplication::processEvents();
     }
 
@@ -38,6 +38,7 @@ protected:
 
     void size(int width, int height) {
         chart.resize(width, height);
+        window.resize(chart.x() + width, chart.y() + height);
         QApplication::processEvents();
     }
     template <typename Object>
@@ -85,7 +86,8 @@ protected:
     ErrorGuard guard{[this](const UntrappedError &error) {
         reported.push_back(error.kind());
     }};
-    ctlChartSpectrum chart{guard, clock, texts, cursor};
+    QWidget window;
+    ctlChartSpectrum chart{guard, clock, texts, cursor, &window};
 };
 
 constexpr Hertz hz(qint64 hertz) {

@@ -1,19 +1,24 @@
 // SPDX-License-Identifier: MIT
 // A chart that comes onto a screen of another density.
-#include "tests/chart/TwoScreens.h"
+#include "tests/chart/Screens.h"
 
 namespace veldron {
 namespace {
 
-class Screens : public TwoScreensTest {
+class Screens : public ScreensTest {
 protected:
     void begin(DisplayTypeCode displayType) {
         chart.setDisplayType(displayType);
         liveRows(20);
         scan(72);
     }
+    void show(const LevelScan &levels) {
+        chart.SetData(levels);
+        chart.Refresh();
+        QApplication::processEvents();
+    }
     // What is shown, and that it is no more and no less than a whole redraw.
-    void expectWhole(int density, const char *name) {
+    void expectWhole(double density, const char *name) {
         const QImage found = picture().image().copy();
         EXPECT_EQ(found.size(), chart.size() * density) << name;
         EXPECT_EQ(shown(39, 100), ChartColours::kAxis) << name;
@@ -79,6 +84,30 @@ TEST_F(ChartScreensTest, axesBeforeTheFirstPaintOnADenserScreen_ageNoPeaks) {
     EXPECT_EQ(shown(100, 70), ChartColours::kPeak);
     chart.Refresh();
     EXPECT_EQ(shown(100, 70), ChartColours::kBackground);
+}
+
+TEST_F(ChartScreensTest, signalsThatComeAndGo_leaveNoLineOnTheScreen) {
+    for (const double each : {1.0, 1.25, 1.5, 1.75, 2.0}) {
+        goTo(each);
+        for (const QPoint offset : {QPoint(0, 0), QPoint(7, 11), QPoint(1, 3)}) {
+            chart.move(offset);
+            size(695, 400);
+            LevelScan levels(321, 60);
+            show(levels);
+            const QImage before = onScreen();
+            int lines = 0;
+            // Each comes with all of the trace, and goes alone.
+            for (std::size_t bin = 0; bin < 320; bin += 7) {
+                show(LevelScan(321, 95));
+                levels[bin] = 90;
+                show(levels);
+                levels[bin] = 60;
+                show(levels);
+                lines += onScreen() == before ? 0 : 1;
+            }
+            EXPECT_EQ(lines, 0) << each << " at " << offset.x() << ", " << offset.y();
+        }
+    }
 }
 
 } // namespace

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
-// Long random sequences of all that changes the picture. After each step it is compared, byte for
-// byte, with that of a chart that paints everything anew, point by point.
+// Long random sequences of all that changes the picture, on screens of each density. After each
+// step the picture in memory is compared, byte for byte, with that of a chart that paints
+// everything anew, point by point; and what the screen shows with what it shows when all of it is
+// repainted.
 #include "tests/chart/PlainChart.h"
-#include "tests/chart/TwoScreens.h"
+#include "tests/chart/Screens.h"
 
 #include "common/Numbers.h"
 
@@ -25,11 +27,15 @@ struct Grid {
     qint64 stop;
 };
 
-class Sequence : public TwoScreensTest {
+class Sequence : public ScreensTest, public testing::WithParamInterface<double> {
 protected:
     Sequence() {
+        chart.move(7, 11); // not whole device pixels where the density isn't whole
+        plain.density = GetParam();
+        goTo(GetParam());
         clock.setTimeOfDay(86000.0); // midnight is on the way
         resize({300, 220});
+        redrawWhereExposed();
         setDisplayType(DisplayTypeCode::TraceAndWaterfall);
         setUpdate(1);
     }
@@ -54,8 +60,20 @@ protected:
         }
         return levels;
     }
-    void takeScan() {
-        const LevelScan levels = anyScan();
+    void takeScan() { take(anyScan()); }
+    // A signal that comes with all of the trace and goes alone: a narrow area is painted over a
+    // part of a wide one.
+    void changeOneBin() {
+        LevelScan levels(static_cast<std::size_t>(plain.grid().binCount()), 60);
+        quint8 &one = levels[random() % levels.size()];
+        take(LevelScan(levels.size(), 95));
+        one = 90;
+        take(levels);
+        QApplication::processEvents();
+        one = 60;
+        take(levels);
+    }
+    void take(const LevelScan &levels) {
         chart.SetData(levels);
         plain.take(levels);
         if (below(10) != 0) {
@@ -212,12 +230,16 @@ protected:
         plain.lookFrom(static_cast<qint32>(
             Numbers::divideHalfEven(qint64{to} * plain.rows().rowCount(), whole)));
     }
+    // Back and forth between the screen of this test and any other.
+    [[nodiscard]] double anotherDensity() {
+        return density() == GetParam() ? oneOf({1.0, 1.25, 1.5, 1.75, 2.0}) : GetParam();
+    }
     void changeScreen() {
-        plain.density = 3 - density();
+        plain.density = anotherDensity();
         goTo(plain.density);
     }
     void changeScreenUnseen() {
-        plain.density = 3 - density();
+        plain.density = anotherDensity();
         goUnseenTo(plain.density);
         if (below(2) == 0) {
             refresh();
@@ -232,19 +254,20 @@ protected:
         int weight;
         void (Sequence::*take)();
     };
-    const std::array<Step, 20> steps{{{"scan", 40, &Sequence::takeScan},
+    const std::array<Step, 21> steps{{{"scan", 40, &Sequence::takeScan},
+                                      {"one bin", 20, &Sequence::changeOneBin},
                                       {"refresh", 3, &Sequence::refresh},
                                       {"axes", 6, &Sequence::drawAxes},
                                       {"time", 30, &Sequence::passTime},
-                                      {"jump of the clock", 1, &Sequence::jump},
+                                      {"jump of the clock", 3, &Sequence::jump},
                                       {"many rows", 8, &Sequence::runOn},
                                       {"palette", 4, &Sequence::changePalette},
-                                      {"split", 4, &Sequence::changeSplit},
+                                      {"split", 6, &Sequence::changeSplit},
                                       {"update", 2, &Sequence::changeUpdate},
                                       {"rewind", 6, &Sequence::rewind},
                                       {"display type", 3, &Sequence::changeDisplayType},
-                                      {"grid", 3, &Sequence::changeGrid},
-                                      {"size", 3, &Sequence::changeSize},
+                                      {"grid", 9, &Sequence::changeGrid},
+                                      {"size", 5, &Sequence::changeSize},
                                       {"scroll bar", 8, &Sequence::scroll},
                                       {"thumb", 4, &Sequence::dragThumb},
                                       {"peak", 4, &Sequence::changePeak},
@@ -261,14 +284,25 @@ protected:
         for (int i = 0; i < count; ++i) {
             const Step &step = *bag[static_cast<std::size_t>(below(static_cast<int>(bag.size())))];
             (this->*step.take)();
-            for (; m_exposures < exposed.count(); ++m_exposures) {
-                plain.redraw();
-            }
+            redrawWhereExposed();
             ASSERT_EQ(plain.shown().differences(picture().surface()), 0)
                 << "step " << i << ", " << step.name;
+            ASSERT_TRUE(showsWhatARepaintShows()) << "step " << i << ", " << step.name;
             ++met[step.name];
             noteWhatIsSeen();
         }
+    }
+    void redrawWhereExposed() {
+        for (; m_exposures < exposed.count(); ++m_exposures) {
+            plain.redraw();
+        }
+    }
+    bool showsWhatARepaintShows() {
+        QApplication::processEvents();
+        const QImage found = onScreen();
+        window.repaint();
+        const QImage expected = onScreen();
+        return found == expected && found.size() == (QSizeF(window.size()) * density()).toSize();
     }
     void noteWhatIsSeen() {
         const bool drawn = plain.layout().isDrawable();
@@ -280,7 +314,7 @@ protected:
         met["scrolled back"] += fall && plain.rows().firstRow() > 0 ? 1 : 0;
         met["peaks"] += drawn && plain.peak() ? 1 : 0;
         met["in playback"] += fall && chart.Playback() ? 1 : 0;
-        met["dense"] += drawn && density() == 2 ? 1 : 0;
+        met["on this screen"] += drawn && density() == GetParam() ? 1 : 0;
     }
 
     std::mt19937 random{20};
@@ -296,8 +330,8 @@ private:
 
 using ChartSequenceTest = Sequence;
 
-TEST_F(ChartSequenceTest, eachOfManySteps_leavesThePictureThatAPlainRedrawMakes) {
-    run(600);
+TEST_P(ChartSequenceTest, eachOfManySteps_leavesThePictureThatAPlainRedrawMakes) {
+    ASSERT_NO_FATAL_FAILURE(run(600));
     for (const Step &step : steps) {
         EXPECT_GT(met[step.name], 0) << step.name;
     }
@@ -305,6 +339,8 @@ TEST_F(ChartSequenceTest, eachOfManySteps_leavesThePictureThatAPlainRedrawMakes)
         EXPECT_GT(count, 0) << name;
     }
 }
+
+INSTANTIATE_TEST_SUITE_P(Densities, ChartSequenceTest, testing::Values(1.0, 1.25, 1.5, 1.75, 2.0));
 
 } // namespace
 } // namespace veldron

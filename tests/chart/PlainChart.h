@@ -26,7 +26,7 @@ public:
 
     int width = 0;
     int height = 0;
-    int density = 1;
+    double density = 1.0;
     DisplayTypeCode displayType = DisplayTypeCode::Trace;
     qint32 timespan = 0;
     float split = 0.5F;

@@ -17,7 +17,7 @@
 namespace veldron {
 
 /// The expected picture of a chart: one colour a pixel, painted point by point and always anew. Of
-/// the product's painting it uses the printing of labels alone; \a density is whole.
+/// the product's painting it uses the printing of labels alone.
 class PlainPicture {
 public:
     /// What a trace is painted from.
@@ -30,13 +30,12 @@ public:
     using FallColour = std::function<quint32(int column, int row)>;
 
     PlainPicture() = default;
-    PlainPicture(int width, int height, int density = 1)
+    PlainPicture(int width, int height, double density = 1.0)
         : m_width(width), m_height(height), m_density(density),
-          m_points(static_cast<std::size_t>(width * density) *
-                       static_cast<std::size_t>(height * density),
+          m_points(static_cast<std::size_t>(edge(width)) * static_cast<std::size_t>(edge(height)),
                    toRgb(0)) {}
 
-    [[nodiscard]] bool fits(int width, int height, int density) const {
+    [[nodiscard]] bool fits(int width, int height, double density) const {
         return width == m_width && height == m_height && density == m_density;
     }
     void clear() { std::fill(m_points.begin(), m_points.end(), toRgb(0)); }
@@ -45,8 +44,8 @@ public:
         if (x < 0 || x >= m_width || y < 0 || y >= m_height) {
             return;
         }
-        for (int row = y * m_density; row < (y + 1) * m_density; ++row) {
-            std::fill_n(deviceLine(row) + x * m_density, m_density, toRgb(colour));
+        for (int row = edge(y); row < edge(y + 1); ++row) {
+            std::fill_n(deviceLine(row) + edge(x), edge(x + 1) - edge(x), toRgb(colour));
         }
     }
     void line(QPoint from, QPoint to, quint32 colour) {
@@ -61,12 +60,12 @@ public:
             line(planned.from, planned.to, planned.colour);
         }
         PixelSurface surface(m_width, m_height, m_density);
-        for (int row = 0; row < m_height * m_density; ++row) {
-            std::copy_n(deviceLine(row), m_width * m_density, surface.deviceLine(row));
+        for (int row = 0; row < edge(m_height); ++row) {
+            std::copy_n(deviceLine(row), edge(m_width), surface.deviceLine(row));
         }
         box.Print(surface, plan.texts);
-        for (int row = 0; row < m_height * m_density; ++row) {
-            std::copy_n(surface.deviceLine(row), m_width * m_density, deviceLine(row));
+        for (int row = 0; row < edge(m_height); ++row) {
+            std::copy_n(surface.deviceLine(row), edge(m_width), deviceLine(row));
         }
     }
     void spread(const ChartLayout &l, const Trace &trace) {
@@ -120,8 +119,7 @@ public:
 
     /// Device pixels in which \a surface differs; -1 when it isn't even of the same size.
     [[nodiscard]] int differences(const PixelSurface &surface) const {
-        if (surface.deviceWidth() != m_width * m_density ||
-            surface.deviceHeight() != m_height * m_density) {
+        if (surface.deviceWidth() != edge(m_width) || surface.deviceHeight() != edge(m_height)) {
             return -1;
         }
         int wrong = 0;
@@ -139,10 +137,14 @@ public:
 
 private:
     [[nodiscard]] quint32 *deviceLine(int row) {
-        return m_points.data() + qsizetype{row} * m_width * m_density;
+        return m_points.data() + qsizetype{row} * edge(m_width);
     }
     [[nodiscard]] const quint32 *deviceLine(int row) const {
-        return m_points.data() + qsizetype{row} * m_width * m_density;
+        return m_points.data() + qsizetype{row} * edge(m_width);
+    }
+    // First device pixel of pixel \a i: halves go up.
+    [[nodiscard]] int edge(int i) const {
+        return static_cast<int>(std::floor(i * m_density + 0.5));
     }
     static int rowOf(int level, const ChartLayout &l, const LevelScale &scale) {
         const int rise = (level + scale.offset - scale.start) * (l.plotTop - l.plotBottom);
@@ -156,7 +158,7 @@ private:
 
     int m_width = 0;
     int m_height = 0;
-    int m_density = 1;
+    double m_density = 1.0;
     std::vector<quint32> m_points;
 };
 

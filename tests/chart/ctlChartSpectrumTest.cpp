@@ -328,11 +328,11 @@ TEST_F(ChartTest, resized_drawsAtTheNewSize) {
 }
 
 TEST_F(ChartTest, resizedToNoHeight_keepsThePicturesHeightAndTakesTheWidth) {
-    QWidget window;
-    ctlChartSpectrum inner(guard, clock, texts, cursor, &window);
+    QWidget other;
+    ctlChartSpectrum inner(guard, clock, texts, cursor, &other);
     inner.resize(500, 300);
-    window.resize(800, 600);
-    window.show();
+    other.resize(800, 600);
+    other.show();
     QApplication::processEvents();
     const auto *inside = inner.findChild<PictureBox *>(QStringLiteral("Picture1"));
     ASSERT_EQ(inside->size(), QSize(500, 300));
