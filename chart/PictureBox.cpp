@@ -101,8 +101,20 @@ void PictureBox::repaintSoon(const QRect &area) {
     update(isWhole() ? area : area.adjusted(-1, -1, 1, 1));
 }
 
-void PictureBox::scrollWindow(const QRect &area, int /*rows*/) {
-    repaintSoon(area);
+void PictureBox::scrollWindow(const QRect &area, int rows) {
+    if (!isWhole()) {
+        repaintSoon(area);
+        return;
+    }
+    scroll(0, rows, area);
+    // Pixels of the lines over the picture moved with it, which shows where a line ends within.
+    for (const QWidget *line : findChildren<QWidget *>(Qt::FindDirectChildrenOnly)) {
+        const QRect place = line->geometry();
+        const bool crosses = place.top() <= area.top() && place.bottom() >= area.bottom();
+        if (line->isVisible() && !crosses && place.intersects(area)) {
+            update(place | place.translated(0, rows));
+        }
+    }
 }
 
 QImage PictureBox::image() const {
