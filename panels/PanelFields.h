@@ -58,8 +58,8 @@ protected:
 
 private:
     struct Entry {
-        QWidget *control;
-        QLineEdit *box;
+        QWidget *control = nullptr;
+        QLineEdit *box = nullptr;
         Field field;
     };
 
