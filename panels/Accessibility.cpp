@@ -52,6 +52,10 @@ void installFactory() {
 } // namespace
 
 void setName(QWidget &control, const QString &name) {
+    // The toolkit announces a name that is set again as if it were another.
+    if (control.accessibleName() == name) {
+        return;
+    }
     control.setAccessibleName(name);
     const auto *list = qobject_cast<QComboBox *>(&control);
     if (list != nullptr && list->lineEdit() != nullptr) {
