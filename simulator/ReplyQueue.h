@@ -39,7 +39,6 @@ public:
     [[nodiscard]] QByteArray takeDue(double now);
     /// When the next byte is released; nothing when no byte waits.
     [[nodiscard]] std::optional<double> nextDue() const;
-    [[nodiscard]] bool isEmpty() const { return m_runs.empty(); }
     /// Drops what waits; the line is free at once.
     void clear();
 

@@ -35,7 +35,6 @@ public:
     /// Lets levels be any byte: there is no lowest level, and one sample in sixteen is random.
     /// Otherwise no level is below kLowestLevel, so that none is a blank, CR or LF.
     void setAnyByte(bool on) { m_anyByte = on; }
-    [[nodiscard]] bool anyByte() const { return m_anyByte; }
 
     /// One scan at \a seconds. Another \a turn gives other noise at the same moment.
     [[nodiscard]] LevelScan scan(const ScanPlan &plan, const ScanWay &way, double seconds,

@@ -51,7 +51,6 @@ public:
     /// refused.
     bool setByHand(const QByteArray &write) { return answer(write).startsWith(' '); }
 
-    [[nodiscard]] const Scene &scene() const { return m_scene; }
     void setAnyByte(bool on) { m_scene.setAnyByte(on); }
 
 private:

@@ -25,7 +25,6 @@ public:
     /// Removes both: a program that has the terminal open gets errors from then on.
     void unplug();
     [[nodiscard]] bool isPlugged() const { return m_near >= 0; }
-    [[nodiscard]] const QString &linkPath() const { return m_linkPath; }
     [[nodiscard]] const QString &error() const { return m_error; }
 
     /// To wait on: readable when the program has written. -1 while unplugged.

@@ -19,7 +19,7 @@ TEST(ReplyQueue, eachByte_leavesAtElevenBitsOf9600Baud) {
         EXPECT_EQ(queue.takeDue(10.0 + i * kByte + kMoment), "x");
     }
     EXPECT_FALSE(queue.nextDue());
-    EXPECT_TRUE(queue.isEmpty());
+    EXPECT_FALSE(queue.nextDue().has_value());
 }
 
 TEST(ReplyQueue, dueMomentItself_letsTheByteGo) {
