@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "link/LinkHost.h"
 #include "link/SerialControl.h"
 
 #include <QStringList>
@@ -64,15 +63,6 @@ private:
     qint16 m_port = 0;
     bool m_open = false;
     QByteArray m_waiting;
-};
-
-/// Keeps the messages that a user would have seen.
-class FakeLinkHost : public LinkHost {
-public:
-    QStringList messages;
-
-    void setHourglass(bool) override {}
-    void showMessage(const QString &, const QString &text) override { messages.append(text); }
 };
 
 } // namespace veldron

@@ -4,6 +4,7 @@
 #include "link/frmVDR.h"
 #include "tests/settings/FakePorts.h"
 #include "tests/support/ManualClock.h"
+#include "tests/support/RecordingLinkHost.h"
 
 #include <gtest/gtest.h>
 
@@ -56,7 +57,7 @@ protected:
 
     FakePorts m_ports;
     ManualClock m_clock{36000.0};
-    FakeLinkHost m_host;
+    RecordingLinkHost m_host;
     frmVDR m_vdr{m_ports, m_clock, m_host};
     std::vector<UntrappedError> m_reported;
     frmCommSettings m_form{
@@ -214,7 +215,8 @@ TEST_F(FrmCommSettingsTest, busyPortPicked_jumpsBackToThePortInForceAndConnectsI
     m_form.Change();
     m_events.clear();
     pickPort(3);
-    EXPECT_EQ(m_host.messages, QStringList{"COM  4 is in use by another application"});
+    ASSERT_EQ(m_host.messages().size(), 1U);
+    EXPECT_EQ(m_host.messages().front().text, "COM  4 is in use by another application");
     EXPECT_EQ(ports()->currentText(), "COM 3");
     EXPECT_EQ(m_ports.log,
               (QStringList{"close 3", "refused 4", "open 3", "close 3", "open 3", "write RIVE"}));
@@ -231,13 +233,13 @@ TEST_F(FrmCommSettingsTest, busyPortPickedWithoutEarlierPort_reportsOverflowAfte
     ASSERT_EQ(m_reported.size(), 1U);
     EXPECT_EQ(m_reported.front().kind(), UntrappedError::Kind::Overflow);
     EXPECT_FALSE(m_reported.front().message().isEmpty());
-    EXPECT_EQ(m_host.messages.size(), 1);
+    EXPECT_EQ(m_host.messages().size(), 1U);
     EXPECT_EQ(m_form.Change(), 0);
 }
 
 TEST_F(FrmCommSettingsTest, busyPortSelectedByCodeWithoutEarlierPort_throwsOverflow) {
     EXPECT_EQ(thrownBySelecting(3), UntrappedError::Kind::Overflow);
-    EXPECT_EQ(m_host.messages.size(), 1);
+    EXPECT_EQ(m_host.messages().size(), 1U);
     EXPECT_TRUE(m_reported.empty());
 }
 
