@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
 #include <utility>
 
 namespace veldron {
@@ -100,13 +101,17 @@ private:
         timeTicks(spacing.shortTicks, [this](int y) {
             line({m_layout.plotLeft - 5, y}, {m_layout.plotLeft - 1, y}, kAxis);
         });
-        timeTicks(spacing.labelledTicks, [this](int y) {
+        // A label that would touch the one above is left out; its tick stays.
+        int lowest = std::numeric_limits<int>::min();
+        timeTicks(spacing.labelledTicks, [this, &lowest](int y) {
             line({m_layout.plotLeft - 6, y}, {m_layout.plotLeft - 1, y}, kAxis);
             const float seconds =
                 m_in.nextRowTime -
                 m_in.rowInterval * static_cast<float>(y + m_in.firstRow - m_layout.fallTop);
-            text({ChartMargins::kLeft - 40, y - kHalfLine},
-                 GeneralUtilities::TimeText(seconds, false));
+            if (const int top = y - kHalfLine; top > lowest) {
+                text({ChartMargins::kLeft - 40, top}, GeneralUtilities::TimeText(seconds, false));
+                lowest = top + m_in.textHeight;
+            }
         });
     }
 
@@ -118,8 +123,8 @@ private:
             return false;
         }
         const Hertz step = AxisPlan::frequencyStep(stop - start, count);
-        // The first label near the right edge keeps clear of the last row of the ticks above, an
-        // old accident that places depend on.
+        // Before the first label, the end of the last one is the row of the last tick above: a
+        // row is no column, but a single label at the right edge stands where that puts it.
         int lastEnd = m_row;
         for (Hertz f = AxisPlan::firstFrequency(start, step); f <= stop; f += step) {
             lastEnd = frequencyTick(f, lastEnd);

@@ -42,6 +42,7 @@ struct AxisInput {
     float nextRowTime = 0.0F; ///< end of row 0
     qint32 firstRow = 0;      ///< row at the top of the waterfall
     std::function<int(const QString &)> textWidth;
+    int textHeight = 13; ///< pixels
 };
 
 /// Frames, ticks and labels of the chart, in the order in which they are drawn: lines first.

@@ -185,7 +185,25 @@ TEST_F(AxisPlanTest, rowIntervalOfManyMinutes_stepsOnePixelAtLeast) {
     update = 1;
     interval = 1000.0F;
     nextRow = 0.0F;
-    EXPECT_EQ(textsAt(plan(DisplayTypeCode::TraceAndWaterfall), 0).size(), 190U);
+    EXPECT_EQ(rowsOfTicks(plan(DisplayTypeCode::TraceAndWaterfall), 34).size(), 190U);
+}
+
+TEST_F(AxisPlanTest, timeLabels_leaveOutThoseThatWouldTouchTheOneBefore) {
+    update = 1; // a labelled tick each minute
+    nextRow = 0.0F;
+    for (const float seconds : {1.0F, 4.0F, 5.0F, 10.0F, 1000.0F}) {
+        interval = seconds;
+        const AxisPlan axes = plan(DisplayTypeCode::TraceAndWaterfall);
+        const auto labels = textsAt(axes, 0);
+        ASSERT_GT(labels.size(), 1U);
+        for (std::size_t i = 1; i < labels.size(); ++i) {
+            EXPECT_GT(labels[i].at.y() - labels[i - 1].at.y(), 13) << seconds;
+        }
+        EXPECT_GE(rowsOfTicks(axes, 34).size(), labels.size()) << seconds;
+    }
+    interval = 4.0F; // 15 rows apart: all of them have room
+    EXPECT_EQ(textsAt(plan(DisplayTypeCode::TraceAndWaterfall), 0).size(),
+              rowsOfTicks(plan(DisplayTypeCode::TraceAndWaterfall), 34).size());
 }
 
 struct CountCase {
