@@ -4,6 +4,7 @@
 #include "utilities/Colour.h"
 
 #include <QFontMetrics>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QtMath>
@@ -30,7 +31,7 @@ PictureBox::PictureBox(QWidget *parent) : QWidget(parent) {
     setAttribute(Qt::WA_OpaquePaintEvent);
     setMouseTracking(true);
     setCursor(Qt::CrossCursor);
-    setFocusPolicy(Qt::ClickFocus);
+    setFocusPolicy(Qt::StrongFocus); // its keys look back in the waterfall
     setFont(labelFont());
 }
 
@@ -75,11 +76,15 @@ void PictureBox::Print(PixelSurface &surface, const std::vector<PlannedText> &te
 
 QRect PictureBox::textArea(const PlannedText &text) const {
     // A pixel more on each side, for what the smoothing of the edges adds.
-    return {text.at.x() - 1, text.at.y() - 1, textWidth(text.text) + 3, fontMetrics().height() + 2};
+    return {text.at.x() - 1, text.at.y() - 1, textWidth(text.text) + 3, textHeight() + 2};
 }
 
 int PictureBox::textWidth(const QString &text) const {
     return fontMetrics().horizontalAdvance(text);
+}
+
+int PictureBox::textHeight() const {
+    return fontMetrics().height();
 }
 
 void PictureBox::Refresh(const PictureChange &change) {
@@ -164,6 +169,18 @@ void PictureBox::mouseDoubleClickEvent(QMouseEvent *event) {
 void PictureBox::leaveEvent(QEvent *event) {
     QWidget::leaveEvent(event);
     Q_EMIT pointerLeft();
+}
+
+void PictureBox::keyPressEvent(QKeyEvent *event) {
+    switch (event->key()) {
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+    case Qt::Key_Home:
+        Q_EMIT scrollKeyPressed(static_cast<Qt::Key>(event->key()));
+        break;
+    default:
+        QWidget::keyPressEvent(event);
+    }
 }
 
 void PictureBox::focusOutEvent(QFocusEvent *event) {

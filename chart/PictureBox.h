@@ -40,6 +40,7 @@ public:
     /// The pixels that a printed text may touch.
     [[nodiscard]] QRect textArea(const PlannedText &text) const;
     [[nodiscard]] int textWidth(const QString &text) const;
+    [[nodiscard]] int textHeight() const;
     /// Brings what changed on the surface to the window.
     void Refresh(const PictureChange &change);
 
@@ -58,6 +59,8 @@ Q_SIGNALS:
     void doubleClicked();
     void pointerLeft();
     void focusLost();
+    /// Page Up, Page Down or Home; other keys go to the parent.
+    void scrollKeyPressed(Qt::Key key);
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -68,6 +71,7 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void leaveEvent(QEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     [[nodiscard]] bool isWhole() const;

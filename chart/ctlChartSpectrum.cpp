@@ -31,6 +31,7 @@ ctlChartSpectrum::ctlChartSpectrum(ErrorGuard guard, Clock &clock, const DateTim
                      Picture1->Print(surface, labels);
                  }}) {
 
+    setAccessibleName(QStringLiteral("Chart"));
     makeControls();
     wireControls();
     RecalculateBins();
@@ -47,6 +48,7 @@ void ctlChartSpectrum::makeControls() {
     makePicture();
     VScroll1 = new QScrollBar(Qt::Vertical, this);
     VScroll1->setObjectName(QStringLiteral("VScroll1"));
+    VScroll1->setAccessibleName(QStringLiteral("Rows of the waterfall"));
     VScroll1->hide();
     Timer1 = new QTimer(this);
     Timer1->setObjectName(QStringLiteral("Timer1"));
@@ -62,11 +64,18 @@ void ctlChartSpectrum::makePicture() {
     Picture1 = new PictureBox(this);
     Picture1->setObjectName(QStringLiteral("Picture1"));
     Picture1->setAccessibleName(QStringLiteral("Spectrum and waterfall"));
+    Picture1->setAccessibleDescription(
+        QStringLiteral("Page Up, Page Down and Home look back in the waterfall. The split between "
+                       "spectrum and waterfall is dragged with the mouse."));
     Line1 = new OverlayLine(QStringLiteral("Line1"), Picture1);
     Line2 = new OverlayLine(QStringLiteral("Line2"), Picture1);
     Line3 = new OverlayLine(QStringLiteral("Line3"), Picture1);
+    Line1->setAccessibleName(QStringLiteral("Marker"));
+    Line2->setAccessibleName(QStringLiteral("Receive frequency"));
+    Line3->setAccessibleName(QStringLiteral("Playback position"));
     lblMarker = new QLabel(Picture1);
     lblMarker->setObjectName(QStringLiteral("lblMarker"));
+    lblMarker->setAccessibleName(QStringLiteral("Marker's frequency and level"));
     lblMarker->setAttribute(Qt::WA_TransparentForMouseEvents);
     lblMarker->setTextFormat(Qt::PlainText);
     lblMarker->setFont(PictureBox::labelFont());
@@ -92,6 +101,7 @@ void ctlChartSpectrum::wireControls() {
     wire(Picture1, &PictureBox::doubleClicked, &ctlChartSpectrum::onDoubleClick);
     wire(Picture1, &PictureBox::pointerLeft, &ctlChartSpectrum::onPointerLeft);
     wire(Picture1, &PictureBox::focusLost, &ctlChartSpectrum::onFocusLost);
+    wire(Picture1, &PictureBox::scrollKeyPressed, &ctlChartSpectrum::onScrollKey);
 }
 
 int ctlChartSpectrum::ScaleWidth() const {

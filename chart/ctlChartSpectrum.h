@@ -163,6 +163,7 @@ private:
     void rowClosed(bool scrollBarIsDue);
     void ConfigureScrollBar();
     void onScrollBarMoved(int value);
+    void onScrollKey(Qt::Key key);
 
     // Picture.
     [[nodiscard]] AxisInput axisInput(const ChartLayout &layout) const;

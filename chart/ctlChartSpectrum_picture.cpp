@@ -22,9 +22,8 @@ AxisInput ctlChartSpectrum::axisInput(const ChartLayout &layout) const {
             m_waterfall.rowInterval(),
             m_waterfall.nextRowTime(),
             m_waterfall.firstRow(),
-            [this](const QString &text) {
-                return Picture1->textWidth(text);
-            }};
+            [this](const QString &text) { return Picture1->textWidth(text); },
+            Picture1->textHeight()};
 }
 
 void ctlChartSpectrum::DrawAxes() {

@@ -98,6 +98,19 @@ void ctlChartSpectrum::onScrollBarMoved(int value) {
     redraw();
 }
 
+// Row 0 is at the top: a page up goes to newer rows.
+void ctlChartSpectrum::onScrollKey(Qt::Key key) {
+    if (VScroll1->isHidden()) {
+        return;
+    }
+    if (key == Qt::Key_Home) {
+        VScroll1->triggerAction(QAbstractSlider::SliderToMinimum);
+    } else {
+        VScroll1->triggerAction(key == Qt::Key_PageUp ? QAbstractSlider::SliderPageStepSub
+                                                      : QAbstractSlider::SliderPageStepAdd);
+    }
+}
+
 void ctlChartSpectrum::SetPlaybackTime(const QString &text, QTime time) {
     StatusBar1->showMessage(text);
     const auto seconds = static_cast<float>(time.msecsSinceStartOfDay() / 1000.0);

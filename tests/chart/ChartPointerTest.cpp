@@ -196,5 +196,42 @@ TEST_F(ChartPointerTest, tipOverThePlot_tellsThePointersHeightOnTheScale) {
     EXPECT_EQ(picture().toolTip(), QString());
 }
 
+TEST_F(ChartPointerTest, markerDragged_takesItsReadOutAlong) {
+    press({361, 50});
+    drag({461, 50});
+    EXPECT_NEAR(readOut().x(), 461 - readOut().width() / 2.0, 0.6);
+    release({461, 50});
+}
+
+TEST_F(ChartPointerTest, tipRenewedByAClosedRow_bringsTheOrdinaryCursorBack) {
+    liveRows(5);
+    hover({360, 207});
+    cursor.setShape(CursorShape::NorthSouth);
+    seconds(1);
+    EXPECT_EQ(cursor.shape(), CursorShape::Default);
+}
+
+TEST_F(ChartPointerTest, pageKeysAndHome_lookBackAndForthInTheWaterfall) {
+    liveRows(600);
+    QTest::keyClick(&picture(), Qt::Key_PageDown);
+    EXPECT_EQ(scrollBar().value(), 190);
+    EXPECT_EQ(shown(60, 205), (600U - 189U - 400U) * 0x010101U);
+    QTest::keyClick(&picture(), Qt::Key_PageDown);
+    EXPECT_EQ(scrollBar().value(), 380);
+    QTest::keyClick(&picture(), Qt::Key_PageUp);
+    EXPECT_EQ(scrollBar().value(), 190);
+    QTest::keyClick(&picture(), Qt::Key_Home);
+    EXPECT_EQ(scrollBar().value(), 0);
+    EXPECT_NE(picture().focusPolicy() & Qt::TabFocus, 0);
+}
+
+TEST_F(ChartPointerTest, pageKeysWithoutAScrollBar_doNothing) {
+    liveRows(5);
+    const QImage before = picture().image().copy();
+    QTest::keyClick(&picture(), Qt::Key_PageDown);
+    QTest::keyClick(&picture(), Qt::Key_Home);
+    EXPECT_EQ(picture().image(), before);
+}
+
 } // namespace
 } // namespace veldron
