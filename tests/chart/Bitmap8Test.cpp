@@ -403,5 +403,21 @@ TEST(Bitmap8, paletteReadOfAGreenOf128_overflows) {
     EXPECT_EQ(bitmap.Palette(3), 0x00007FFFU);
 }
 
+TEST(Bitmap8, resizedByExactlyAnEighth_takesOneStepAndZeroesTheRest) {
+    Numbered bitmap(4, 64);
+    bitmap.Resize(0.125F);
+    for (qint32 y = 0; y < 64; ++y) {
+        EXPECT_EQ(bitmap.data(1, y), y < 8 ? 8 * y + 1 : 0) << y;
+    }
+}
+
+TEST(Bitmap8, renderOfRowsThatEndAtTheFoot_drawsThem) {
+    const Numbered bitmap(4, 6);
+    PixelSurface surface(4, 2);
+    bitmap.Render(&surface, {0, 0, 4, 2}, {0, 4, 4, 2});
+    EXPECT_EQ(surface.pixel(0, 0), 0x00050505U);
+    EXPECT_EQ(surface.pixel(3, 1), 0x00060606U);
+}
+
 } // namespace
 } // namespace veldron

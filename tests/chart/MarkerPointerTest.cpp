@@ -209,5 +209,23 @@ TEST_F(MarkerPointerTest, focusLost_endsTheLiveTip) {
     EXPECT_FALSE(marker.tipLive);
 }
 
+TEST_F(MarkerPointerTest, fivePixelsLeftOfTheMarker_isPlainPlot) {
+    marker.enabled = true;
+    EXPECT_EQ(move({195, 50}).shape, CursorShape::Default);
+    EXPECT_NE(move({195, 50}).tip, QString());
+}
+
+TEST_F(MarkerPointerTest, firstAndLastPixelRowOfTheWaterfall_haveTheTipOfTheirPlace) {
+    EXPECT_EQ(move({360, 205}).tip, QStringLiteral("5.000.000, -116 dB")); // 16 - 132
+    EXPECT_EQ(marker.tipRow, 0);
+    EXPECT_TRUE(move({360, 395}).tip.has_value());
+    EXPECT_EQ(marker.tipRow, 190);
+    EXPECT_TRUE(marker.tipLive);
+    EXPECT_EQ(move({360, 396}).tip, QString());
+    EXPECT_FALSE(marker.tipLive);
+    move({360, 204});
+    EXPECT_FALSE(marker.tipLive);
+}
+
 } // namespace
 } // namespace veldron

@@ -435,5 +435,31 @@ TEST_F(WaterfallStoreTest, lowestLevels_areTheSchemesOwnGround) {
     EXPECT_EQ(store->history().Palette(0), 0x00990026U); // a dark violet, not black
 }
 
+TEST_F(WaterfallStoreTest, pauseOfExactlyTenRows_isCaughtUpRowByRow) {
+    begin(kNoon, 1);
+    EXPECT_EQ(advance(kNoon + 1.0F + 10.0F), 11);
+    EXPECT_EQ(store->rowCount(), 11);
+}
+
+TEST_F(WaterfallStoreTest, updateThatDividesNoRowsEvenly_roundsRowsAndView) {
+    const float now = fill(7, kNoon);
+    store->lookFrom(5);
+    store->setUpdate(4, now);
+    EXPECT_EQ(store->rowCount(), 18); // 17.5
+    EXPECT_EQ(store->firstRow(), 12); // 12.5, to even
+    store->setUpdate(10, now);
+    EXPECT_EQ(store->rowCount(), 7); // 7.2
+    EXPECT_EQ(store->firstRow(), 5); // 4.8
+}
+
+TEST_F(WaterfallStoreTest, scanInPlayback_hasTheTimeOfPlayback) {
+    scan(50, kNoon);
+    EXPECT_EQ(store->lastDataTime(), 43200);
+    store->setPlayback(true);
+    store->setPlaybackTime(777.0F);
+    scan(50, kNoon + 5.0F);
+    EXPECT_EQ(store->lastDataTime(), 777);
+}
+
 } // namespace
 } // namespace veldron

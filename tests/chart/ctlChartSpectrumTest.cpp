@@ -374,5 +374,67 @@ TEST_F(ChartTest, scaleChangedWhileHidden_isSeenWhenShownAgain) {
     EXPECT_NE(picture().image().copy(0, 0, 39, 400), labels);
 }
 
+TEST_F(ChartTest, scanThatIsDropped_stillAgesThePeaksAtRefresh) {
+    chart.setPeak(true);
+    chart.setTimespan(2);
+    scan(92);
+    scan(52);
+    clock.advance(3.0);
+    scan(60, 324); // too long
+    EXPECT_EQ(shown(100, 70), ChartColours::kBackground);
+    EXPECT_EQ(shown(100, 310), ChartColours::kPeak);
+}
+
+TEST_F(ChartTest, receiveLine_isGrey) {
+    chart.setRXFreq(hz(5000000));
+    chart.Refresh();
+    EXPECT_EQ(picture().grab().toImage().pixel(360, 100), 0xFF7F7F7FU);
+}
+
+TEST_F(ChartTest, peakWrittenTrueAgain_keepsThePeaks) {
+    chart.setPeak(true);
+    scan(92);
+    chart.setPeak(true);
+    scan(52);
+    EXPECT_EQ(shown(100, 70), ChartColours::kPeak);
+}
+
+TEST_F(ChartTest, dataResolutionWrittenWithTheSameValue_startsTheScanAnew) {
+    chart.setPeak(true);
+    scan(72);
+    chart.setDataResolution(hz(31250));
+    chart.Refresh();
+    EXPECT_EQ(traceTop(100), picture().ScaleHeight());
+    EXPECT_EQ(shown(100, 190), ChartColours::kBackground);
+}
+
+TEST_F(ChartTest, displayTypeWrittenWithTheSameValue_redrawsNothing) {
+    scan(72);
+    const QImage before = picture().image().copy();
+    chart.setdBStart(-80);
+    chart.setDisplayType(DisplayTypeCode::Trace);
+    EXPECT_EQ(picture().image(), before);
+}
+
+TEST_F(ChartTest, peaksOff_ageNothing) {
+    // Of 320 bins gathered a bin a column, the last column shows the peak behind the last bin,
+    // which no start of the peaks forgets.
+    size(375, 400);
+    chart.setScanStop(hz(9968750));
+    scan(102);
+    chart.setPeak(true);
+    scan(52);
+    EXPECT_EQ(shown(359, 310), ChartColours::kPeak);
+    EXPECT_EQ(shown(359, 10), ChartColours::kFrame);
+}
+
+TEST_F(ChartTest, partsOfTheChart_haveNames) {
+    for (const char *name : {"Picture1", "VScroll1", "lblMarker", "Line1", "Line2", "Line3"}) {
+        EXPECT_FALSE(child<QWidget>(name).accessibleName().isEmpty()) << name;
+    }
+    EXPECT_FALSE(chart.accessibleName().isEmpty());
+    EXPECT_TRUE(picture().accessibleDescription().contains(QStringLiteral("split")));
+}
+
 } // namespace
 } // namespace veldron
