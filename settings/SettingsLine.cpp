@@ -19,6 +19,7 @@
 #include <array>
 #include <limits>
 #include <type_traits>
+#include <utility>
 
 namespace veldron {
 
@@ -122,15 +123,6 @@ constexpr SettingsLine plain(Key key, bool (*isWritten)(From), Pause pause) {
             }};
 }
 
-/// The number of the display setting of \a key in kDisplaySettings.
-constexpr std::size_t displaySettingOf(Key key) {
-    std::size_t number = 0;
-    while (kDisplaySettings.at(number).key != key) {
-        ++number;
-    }
-    return number;
-}
-
 DisplaySettings withField(const DisplaySetting &setting, DisplaySettings settings,
                           const QString &text) {
     std::visit(
@@ -143,15 +135,15 @@ DisplaySettings withField(const DisplaySetting &setting, DisplaySettings setting
 
 /// A display setting, for the dialog and the chart. In playback the chart takes over what is a
 /// flag, and keeps it up to the end of the block; numbers are left alone.
-template <Key key>
+template <std::size_t Number>
 constexpr SettingsLine display() {
-    constexpr const DisplaySetting &kSetting = kDisplaySettings.at(displaySettingOf(key));
+    constexpr const DisplaySetting &kSetting = kDisplaySettings.at(Number);
     constexpr bool kIsFlag = std::holds_alternative<bool DisplaySettings::*>(kSetting.field);
     const auto toChart = [](To to) {
         kSetting.applyTo(withField(kSetting, to.holders.displaySettings.values(), to.value),
                          to.holders.ctlChartSpectrum1);
     };
-    return {key,
+    return {kSetting.key,
             notRecording,
             [](From from) {
                 return std::visit(
@@ -225,7 +217,8 @@ void endBlock(To to) {
     }
 }
 
-constexpr std::array kLines{
+/// All but the display settings, which have a table of their own.
+constexpr std::array kOtherLines{
     SettingsLine{.key = Key::StartSettings,
                  .isWritten = always,
                  .source = [](From from) { return from.texts.dateText(from.clock.now().date()); },
@@ -233,12 +226,6 @@ constexpr std::array kLines{
                      [](To to) {
                          to.channels = {};
                      }},
-    display<Key::PersistenceOn>(),
-    display<Key::Persistence>(),
-    display<Key::WaterfallOn>(),
-    display<Key::Palette>(),
-    display<Key::Update>(),
-    display<Key::MarkerOn>(),
     SettingsLine{.key = Key::Poll,
                  .isWritten = always,
                  .source = [](From from) { return textOfValue(from.holders.commSettings.Poll()); },
@@ -354,7 +341,23 @@ constexpr std::array kLines{
                  .toPanel = endBlock},
 };
 
-static_assert(kLines.size() == kSettingsKeys.size());
+using Lines = std::array<SettingsLine, kSettingsKeys.size()>;
+
+/// The rows of both tables, each at the place of its key.
+template <std::size_t... Number>
+constexpr Lines allLines(std::index_sequence<Number...> /*displaySettings*/) {
+    Lines lines{};
+    for (const SettingsLine &line : kOtherLines) {
+        lines.at(static_cast<std::size_t>(line.key)) = line;
+    }
+    ((lines.at(static_cast<std::size_t>(kDisplaySettings.at(Number).key)) = display<Number>()),
+     ...);
+    return lines;
+}
+
+constexpr Lines kLines = allLines(std::make_index_sequence<kDisplaySettings.size()>());
+
+static_assert(kOtherLines.size() + kDisplaySettings.size() == kSettingsKeys.size());
 
 } // namespace
 
