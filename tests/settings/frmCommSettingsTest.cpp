@@ -285,11 +285,12 @@ TEST_F(FrmCommSettingsTest, tabKey_walksTheControlsFromTopToBottom) {
 
 TEST_F(FrmCommSettingsTest, reopenedDialog_hasTheFocusOnItsFirstControl) {
     m_form.show();
-    EXPECT_EQ(m_form.focusWidget()->objectName(), "cboComPort");
+    EXPECT_EQ(m_form.focusWidget(), m_form.findChild<QWidget *>("cboComPort"));
     m_form.findChild<QWidget *>("cboPoll")->setFocus();
+    EXPECT_EQ(m_form.focusWidget(), m_form.findChild<QWidget *>("cboPoll"));
     m_form.accept();
     m_form.show();
-    EXPECT_EQ(m_form.focusWidget()->objectName(), "cboComPort");
+    EXPECT_EQ(m_form.focusWidget(), m_form.findChild<QWidget *>("cboComPort"));
 }
 
 } // namespace

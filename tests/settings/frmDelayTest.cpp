@@ -76,11 +76,11 @@ TEST_F(FrmDelayTest, closeBoxAndEscape_hideTheForm) {
 
 TEST_F(FrmDelayTest, reopenedDialog_hasTheFocusOnItsFirstControl) {
     m_form.show();
-    EXPECT_EQ(m_form.focusWidget()->objectName(), "Text1");
+    EXPECT_EQ(m_form.focusWidget(), m_form.findChild<QWidget *>("Text1"));
     m_form.findChild<QWidget *>("cmdOK")->setFocus();
     m_form.accept();
     m_form.show();
-    EXPECT_EQ(m_form.focusWidget()->objectName(), "Text1");
+    EXPECT_EQ(m_form.focusWidget(), m_form.findChild<QWidget *>("Text1"));
 }
 
 } // namespace

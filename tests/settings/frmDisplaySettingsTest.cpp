@@ -301,11 +301,11 @@ TEST_F(FrmDisplaySettingsTest, tabKey_walksTheControlsFromTopToBottom) {
 
 TEST_F(FrmDisplaySettingsTest, reopenedDialog_hasTheFocusOnItsFirstControl) {
     m_form.show();
-    EXPECT_EQ(m_form.focusWidget()->objectName(), "chkPersistence");
+    EXPECT_EQ(m_form.focusWidget(), m_form.findChild<QWidget *>("chkPersistence"));
     m_form.findChild<QWidget *>("chkMarker")->setFocus();
     m_form.accept();
     m_form.show();
-    EXPECT_EQ(m_form.focusWidget()->objectName(), "chkPersistence");
+    EXPECT_EQ(m_form.focusWidget(), m_form.findChild<QWidget *>("chkPersistence"));
 }
 
 } // namespace
