@@ -36,7 +36,9 @@ public:
         SessionState &session;
         SettingsLines &lines;
         HistoryHost &host;
+        /// Shows the unit's settings again when playback ends.
         SettingsHost &panels;
+        /// Paused at the end of the file.
         ctlPlayback &transport;
         FileDialogs &dialogs;
         const DateTimeText &texts;
@@ -73,12 +75,14 @@ private:
     };
 
     void open(const QString &path);
+    /// From the first scan on: the chart is in playback and the poll rests.
     void startShowing();
     bool readToNextScan();
     [[nodiscard]] QString nextLine();
     LoadedLine loadLine();
     void feedChart();
     void showPlace();
+    // Each throws an UntrappedError where the file lacks what it takes.
     [[nodiscard]] QDateTime scanMoment() const;
     [[nodiscard]] QTime scanTime() const;
     [[nodiscard]] double shareRead() const;

@@ -45,6 +45,7 @@ public:
     void writeSettings();
     /// Closes the file and leaves Recording as it is; harmless when nothing is open.
     void closeStream();
+    /// Path of the running recording, or of the last one.
     [[nodiscard]] QString HistoryFileName() const { return m_HistoryFileName; }
     /// Length of the file in bytes after the last data line.
     [[nodiscard]] qint64 HistoryFileSize() const { return m_HistoryFileSize; }

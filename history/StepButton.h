@@ -21,7 +21,9 @@ public:
     explicit StepButton(const ErrorGuard &guard, QWidget *parent = nullptr);
 
 Q_SIGNALS:
+    /// The button was pressed.
     void wentDown();
+    /// It was released, or can't be held any more.
     void wentUp();
 
 protected:

@@ -55,6 +55,7 @@ private:
     void makeSpeedControls();
     void layOut();
     void wireControls();
+    // What the controls' events do.
     void startPlay();
     void closePlayback();
     void stepButtonDown(qint16 Direction);
@@ -68,7 +69,7 @@ private:
     void setTimerEnabled(bool on);
 
     ErrorGuard m_guard;
-    bool m_Playing = false;
+    bool m_Playing = false;     ///< continuous play is on; a held step button is not playing
     qint16 m_StepDirection = 1; ///< what the next Step carries: 1 or -1
     /// The pictures of cmdPlay: while paused, while playing.
     std::array<QIcon, 2> ImageList1;

@@ -24,7 +24,9 @@ public:
     void mnuFileSaveSettings();
     /// Asks for a file and applies all its lines but the first.
     void mnuFileLoadSettings();
+    /// Writes the default file. An error leaves the old one as it is.
     void SaveDefaultSettings() noexcept;
+    /// Applies the default file. It ends at the first bad line; the lines before stay applied.
     void LoadDefaultSettings() noexcept;
     /// Writes the file of the last connected session. Call it while the panels still show what the
     /// unit reported: when the link turns out to be lost, and at an exit with the unit connected.

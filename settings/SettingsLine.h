@@ -24,7 +24,7 @@ struct ChannelStore {
     qint16 Count = 0;
 };
 
-/// What the value of a line is written from.
+/// What saving a line reads. All references outlive the call.
 struct LineSource {
     const SettingHolders &holders;
     const SessionState &session;
@@ -32,7 +32,7 @@ struct LineSource {
     const DateTimeText &texts;
 };
 
-/// What the value of a line is written to. \a value is the text behind the key.
+/// What loading a line writes. \a value is the text behind the key.
 struct LineTarget {
     const SettingHolders &holders;
     const SessionState &session;
@@ -58,8 +58,11 @@ struct SettingsLine {
     };
 
     SettingsKey key;
+    /// Whether a block that is saved now has the line.
     bool (*isWritten)(const LineSource &from);
+    /// The text of the value, read from a panel or a dialog, never from the unit.
     QString (*source)(const LineSource &from);
+    /// Ahead of toUnit.
     Pause pause = Pause::None;
     void (*toUnit)(const LineTarget &to) = nullptr;
     void (*toDialog)(const LineTarget &to) = nullptr;

@@ -39,6 +39,7 @@ public:
     LoadedLine LoadSettings(const QString &line);
 
 private:
+    /// What a row of the table says of loading, in its order.
     void apply(const SettingsLine &line, const QString &value);
 
     SettingHolders m_holders;

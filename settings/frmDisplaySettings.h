@@ -38,6 +38,7 @@ private:
     struct BoxRow;
     struct ListRow;
 
+    // Each adds a row to \a grid, below those before.
     void makeControls(QGridLayout *grid);
     void addBox(QGridLayout *grid, const BoxRow &row);
     void addList(QGridLayout *grid, const ListRow &row);
@@ -46,6 +47,7 @@ private:
     void addGap(QGridLayout *grid, int height);
     void noteChange(DisplayChange change);
 
+    /// Always what the controls show, but for the time before the first write.
     DisplaySettings m_values;
     DisplayChanges m_Change;
     /// One for each control: stores and shows its part of the settings, without an event.
