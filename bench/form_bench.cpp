@@ -8,6 +8,7 @@
 #include "bench/LineTime.h"
 #include "bench/NotingSerialControl.h"
 #include "bench/SimulatorProcess.h"
+#include "common/DateTimeText.h"
 
 #include <benchmark/benchmark.h>
 
