@@ -34,7 +34,7 @@ class ChartPainter {
 public:
     struct Input {
         TraceRenderer::Input trace;
-        DisplayTypeCode displayType;
+        DisplayTypeCode displayType = DisplayTypeCode::Trace;
         WaterfallStore &waterfall;
     };
 
