@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/PanelMediation.h"
 
+#include "app/LastSession.h"
 #include "app/PollTimer.h"
 #include "app/StatusPanels.h"
 #include "chart/ctlChartSpectrum.h"
@@ -19,6 +20,15 @@ namespace veldron {
 
 bool PanelMediation::isChannelMode() const {
     return m_instruments.ctlMonitorMode1.MonitorMode() == MonitorModeCode::Channel;
+}
+
+/// Each value passes here on its way from the unit to a panel, so that a lost link is noticed
+/// before a failure value is written.
+template <typename Value>
+Value PanelMediation::read(Value (frmVDR::*property)()) {
+    const Value value = (m_instruments.vdr.*property)();
+    m_parts.lastSession.noteRead();
+    return value;
 }
 
 void PanelMediation::showLinkStatus() {
@@ -66,15 +76,15 @@ void PanelMediation::ctlFrequency1_Changed(ReceiverChangeCode What) {
         break;
     case ReceiverChangeCode::Step:
         unit.setRXStep(panel.Step());
-        panel.setStep(unit.RXStep());
+        panel.setStep(read(&frmVDR::RXStep));
         break;
     case ReceiverChangeCode::Mode:
         unit.setRXMode(panel.Mode());
-        panel.setMode(unit.RXMode());
+        panel.setMode(read(&frmVDR::RXMode));
         break;
     case ReceiverChangeCode::Atten:
         unit.setRXAtten(panel.Atten());
-        panel.setAtten(unit.RXAtten());
+        panel.setAtten(read(&frmVDR::RXAtten));
         break;
     default:
         break;
@@ -89,7 +99,7 @@ void PanelMediation::changeFrequency() {
     }
     ctlFrequency &panel = m_instruments.ctlFrequency1;
     m_instruments.vdr.setVDRMarkerFreq(panel.Frequency());
-    panel.setFrequency(m_instruments.vdr.VDRMarkerFreq());
+    panel.setFrequency(read(&frmVDR::VDRMarkerFreq));
     markOnChart(panel.Frequency());
 }
 
@@ -98,7 +108,7 @@ void PanelMediation::changeCentreFromReceiver() {
     ctlMonitorMode &monitor = m_instruments.ctlMonitorMode1;
     ctlChartSpectrum &chart = m_instruments.ctlChartSpectrum1;
     m_instruments.vdr.setVDRCentre(m_instruments.ctlFrequency1.Frequency());
-    monitor.setfCentre(m_instruments.vdr.VDRCentre());
+    monitor.setfCentre(read(&frmVDR::VDRCentre));
     showCentre(monitor.fCentre());
     if (isScaleKnown()) {
         chart.setScanStart(monitor.fStart());
@@ -127,7 +137,7 @@ void PanelMediation::ctlDataMode1_Changed(DataChangeCode What) {
     switch (What) {
     case DataChangeCode::RBW:
         unit.setVDRRBW(panel.RBW());
-        panel.setRBW(unit.VDRRBW());
+        panel.setRBW(read(&frmVDR::VDRRBW));
         break;
     case DataChangeCode::Amp:
         confirmAmp();
@@ -137,7 +147,7 @@ void PanelMediation::ctlDataMode1_Changed(DataChangeCode What) {
         break;
     case DataChangeCode::Samples:
         unit.setVDRSamples(panel.Samples());
-        panel.setSamples(unit.VDRSamples());
+        panel.setSamples(read(&frmVDR::VDRSamples));
         break;
     case DataChangeCode::Reset:
         resetLevels();
@@ -153,7 +163,7 @@ void PanelMediation::confirmAmp() {
     ctlDataMode &panel = m_instruments.ctlDataMode1;
     ctlChartSpectrum &chart = m_instruments.ctlChartSpectrum1;
     m_instruments.vdr.setVDRAmp(panel.Amp());
-    panel.setAmp(m_instruments.vdr.VDRAmp());
+    panel.setAmp(read(&frmVDR::VDRAmp));
     chart.setdBStart(static_cast<qint16>(panel.Amp() - chart.dBSpan()));
     chart.DrawAxes();
 }
@@ -173,13 +183,13 @@ void PanelMediation::resetLevels() {
 
 void PanelMediation::readDataModeBack() {
     ctlDataMode &panel = m_instruments.ctlDataMode1;
-    const DataModeCode reported = m_instruments.vdr.VDRDataMode();
+    const DataModeCode reported = read(&frmVDR::VDRDataMode);
     DataModeCode mode = reported; // the panel turns a mode that it doesn't know into Normal
     // Mode before count: the mode decides which count the unit is asked for, and whether the panel
     // shows one.
     panel.setDataMode(mode);
     if (hasSamples(reported)) {
-        panel.setSamples(m_instruments.vdr.VDRSamples());
+        panel.setSamples(read(&frmVDR::VDRSamples));
     }
 }
 
@@ -219,21 +229,21 @@ void PanelMediation::changeMonitorMode() {
     frmVDR &unit = m_instruments.vdr;
     ctlMonitorMode &panel = m_instruments.ctlMonitorMode1;
     unit.setVDRMonitorMode(panel.MonitorMode());
-    panel.setMonitorMode(unit.VDRMonitorMode());
+    panel.setMonitorMode(read(&frmVDR::VDRMonitorMode));
     if (isChannelMode()) {
         readChannelsIn();
         return;
     }
     // Span before centre, as the unit sets them: the centre puts start and end half a span aside.
-    panel.setfSpan(Hertz::fromWhole(unit.VDRSpan()));
-    panel.setfCentre(unit.VDRCentre());
+    panel.setfSpan(Hertz::fromWhole(read(&frmVDR::VDRSpan)));
+    panel.setfCentre(read(&frmVDR::VDRCentre));
     showCentre(panel.fCentre());
 }
 
 void PanelMediation::changeCentre() {
     ctlMonitorMode &panel = m_instruments.ctlMonitorMode1;
     m_instruments.vdr.setVDRCentre(panel.fCentre());
-    panel.setfCentre(m_instruments.vdr.VDRCentre());
+    panel.setfCentre(read(&frmVDR::VDRCentre));
     showCentre(panel.fCentre());
 }
 
@@ -241,7 +251,7 @@ void PanelMediation::changeCentre() {
 void PanelMediation::changeSpan() {
     ctlMonitorMode &panel = m_instruments.ctlMonitorMode1;
     m_instruments.vdr.setVDRSpan(panel.fSpan().roundedTo32());
-    panel.setfSpan(Hertz::fromWhole(m_instruments.vdr.VDRSpan()));
+    panel.setfSpan(Hertz::fromWhole(read(&frmVDR::VDRSpan)));
 }
 
 /// In channel mode the panel's centre holds the channel step.
@@ -255,15 +265,15 @@ void PanelMediation::changeChannels() {
 /// the unit, and each of the two shows what was true when it was written.
 void PanelMediation::readChannelsIn() {
     showChannels();
-    m_instruments.ctlFrequency1.setFrequency(m_instruments.vdr.VDRMarkerFreq());
-    markOnChart(m_instruments.vdr.VDRMarkerFreq());
+    m_instruments.ctlFrequency1.setFrequency(read(&frmVDR::VDRMarkerFreq));
+    markOnChart(read(&frmVDR::VDRMarkerFreq));
 }
 
 /// Span and step come last: the panel shows them only, and derives no other value from them in
 /// channel mode.
 void PanelMediation::showChannels() {
     ctlMonitorMode &panel = m_instruments.ctlMonitorMode1;
-    const ChannelData channels = m_instruments.vdr.VDRChData();
+    const ChannelData channels = read(&frmVDR::VDRChData);
     panel.setfStart(channels[0]);
     panel.setfCentre(channels[1]);
     panel.setfEnd(channels[2]);
@@ -278,7 +288,7 @@ void PanelMediation::ctlChartSpectrum1_Changed() {
     const Hertz marker = m_instruments.ctlChartSpectrum1.MarkerFreq();
     if (isChannelMode()) {
         unit.setVDRMarkerFreq(marker);
-        m_instruments.ctlFrequency1.setFrequency(unit.VDRMarkerFreq());
+        m_instruments.ctlFrequency1.setFrequency(read(&frmVDR::VDRMarkerFreq));
     } else {
         unit.setVDRCentre(marker);
     }
@@ -288,23 +298,23 @@ void PanelMediation::ctlChartSpectrum1_Changed() {
 // ---- reading everything back
 
 void PanelMediation::ReadBackSettings() {
-    frmVDR &unit = m_instruments.vdr;
     ctlFrequency &receiver = m_instruments.ctlFrequency1;
     ctlDataMode &data = m_instruments.ctlDataMode1;
     // The receiver comes before its mode, because it decides which modes the panel lists; the data
     // mode before its count, because the unit keeps one count a mode; the monitor mode before the
     // frequencies, because it decides which of them there are.
-    receiver.setRX(unit.RXType());
-    receiver.setStep(unit.RXStep());
-    receiver.setAtten(unit.RXAtten());
-    receiver.setMode(unit.RXMode());
-    data.setAmp(unit.VDRAmp());
-    DataModeCode dataMode = unit.VDRDataMode();
+    receiver.setRX(read(&frmVDR::RXType));
+    receiver.setStep(read(&frmVDR::RXStep));
+    receiver.setAtten(read(&frmVDR::RXAtten));
+    receiver.setMode(read(&frmVDR::RXMode));
+    data.setAmp(read(&frmVDR::VDRAmp));
+    DataModeCode dataMode = read(&frmVDR::VDRDataMode);
     data.setDataMode(dataMode);
-    data.setRBW(unit.VDRRBW());
-    data.setSamples(unit.VDRSamples());
-    m_instruments.ctlMonitorMode1.setMonitorMode(unit.VDRMonitorMode());
+    data.setRBW(read(&frmVDR::VDRRBW));
+    data.setSamples(read(&frmVDR::VDRSamples));
+    m_instruments.ctlMonitorMode1.setMonitorMode(read(&frmVDR::VDRMonitorMode));
     readBackFrequencies();
+    m_parts.lastSession.noteReadBack();
     // Behind all panels, so that the chart changes its scale once at most.
     UpdateChartSettings();
     // The full period, whatever interval the timer had: the first tick comes when all is shown.
@@ -314,15 +324,14 @@ void PanelMediation::ReadBackSettings() {
 }
 
 void PanelMediation::readBackFrequencies() {
-    frmVDR &unit = m_instruments.vdr;
     ctlMonitorMode &panel = m_instruments.ctlMonitorMode1;
     if (isChannelMode()) {
         showChannels();
-        m_instruments.ctlFrequency1.setFrequency(unit.VDRMarkerFreq());
+        m_instruments.ctlFrequency1.setFrequency(read(&frmVDR::VDRMarkerFreq));
         return;
     }
-    panel.setfSpan(Hertz::fromWhole(unit.VDRSpan()));
-    panel.setfCentre(unit.VDRCentre());
+    panel.setfSpan(Hertz::fromWhole(read(&frmVDR::VDRSpan)));
+    panel.setfCentre(read(&frmVDR::VDRCentre));
     m_instruments.ctlFrequency1.setFrequency(panel.fCentre());
 }
 

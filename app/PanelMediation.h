@@ -10,6 +10,7 @@
 
 namespace veldron {
 
+class LastSession;
 class PollTimer;
 class Recorder;
 class StatusPanels;
@@ -30,6 +31,7 @@ public:
         PollTimer &pollTimer;
         StatusPanels &statusBar;
         Recorder &recorder;
+        LastSession &lastSession;
         const SessionState &session;
         Clock &clock;
     };
@@ -63,6 +65,9 @@ private:
     void showCentre(Hertz centre);
     void showChannels();
     void readBackFrequencies();
+    /// A property of the unit, read to be written into a panel.
+    template <typename Value>
+    [[nodiscard]] Value read(Value (frmVDR::*property)());
     void showLinkStatus();
     [[nodiscard]] bool isChannelMode() const;
     [[nodiscard]] bool isScaleKnown() const;

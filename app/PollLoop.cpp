@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/PollLoop.h"
 
+#include "app/LastSession.h"
 #include "app/PanelMediation.h"
 #include "app/RoundRobin.h"
 #include "app/ScanPipeline.h"
@@ -37,6 +38,8 @@ void PollLoop::tick() {
 void PollLoop::pollConnected() {
     m_parts.statusBar.showActivity(ActivityImage::Busy);
     m_parts.scans.TakeScan();
+    // Before the check behind it can bring failure values into the panels.
+    m_parts.lastSession.noteExchange();
     m_parts.roundRobin.step();
     m_parts.statusBar.showActivity(ActivityImage::Idle);
 }

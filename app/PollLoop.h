@@ -8,6 +8,7 @@
 
 namespace veldron {
 
+class LastSession;
 class PanelMediation;
 class RoundRobin;
 class ScanPipeline;
@@ -27,6 +28,7 @@ public:
         ScanPipeline &scans;
         RoundRobin &roundRobin;
         PanelMediation &mediation;
+        LastSession &lastSession;
         StatusPanels &statusBar;
         Clock &clock;
     };

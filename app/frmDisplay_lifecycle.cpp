@@ -130,6 +130,7 @@ void frmDisplay::shutDown(EndReason reason) {
         m_parts->playback.closeStream();
         if (savesSettings) {
             m_parts->settingsFiles.SaveDefaultSettings();
+            m_parts->lastSession.noteEnd();
         }
         m_parts->vdr.unload();
         m_parts->commSettings.close();

@@ -26,17 +26,19 @@ frmDisplay::Parts::Parts(frmDisplay &form)
                                                         *form.ctlChartSpectrum1,
                                                         displaySettings,
                                                         commSettings},
-      mediation(instruments,
-                {form.m_pollTimer, *form.StatusBar1, recorder, form.m_session, form.m_world.clock}),
+      mediation(instruments, {form.m_pollTimer, *form.StatusBar1, recorder, lastSession,
+                              form.m_session, form.m_world.clock}),
       settingsLines(instruments, form.m_session, mediation, form.m_world.clock, form.m_world.texts),
       settingsFiles(settingsLines, form.m_world.dialogs, form.m_world.programFolder),
+      lastSession(vdr, form.m_session, settingsFiles),
       recorder({form.m_session, settingsLines, form, form.m_world.dialogs, form.m_world.clock,
                 form.m_world.texts, form.m_world.programFolder}),
       playback({instruments, form.m_session, settingsLines, form, mediation, *form.ctlPlayback1,
                 form.m_world.dialogs, form.m_world.texts, form.m_world.programFolder}),
       roundRobin(instruments, mediation),
       scans({vdr, *form.ctlChartSpectrum1, form.m_session, recorder, *form.StatusBar1}),
-      pollLoop({vdr, scans, roundRobin, mediation, *form.StatusBar1, form.m_world.clock}) {}
+      pollLoop(
+          {vdr, scans, roundRobin, mediation, lastSession, *form.StatusBar1, form.m_world.clock}) {}
 
 void frmDisplay::wireMenus() {
     Parts &parts = *m_parts;

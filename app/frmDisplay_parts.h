@@ -2,6 +2,7 @@
 // The parts of the program behind its window; included by the form's sources alone.
 #pragma once
 
+#include "app/LastSession.h"
 #include "app/LinkScreen.h"
 #include "app/PanelMediation.h"
 #include "app/PollLoop.h"
@@ -21,9 +22,10 @@ namespace veldron {
 /// Values in the order in which they stand on each other: each is given those above it, and they go
 /// in the opposite order.
 ///
-/// There is one knot. Reading everything back ends with a block in the recording, which the
-/// recorder writes through the settings lines, which reads everything back at the end of a file.
-/// So the mediation is given the recorder below it, and uses it only once all parts stand.
+/// There is one cycle. Reading everything back writes settings: a block into the recording, and a
+/// file when it finds the link lost. Both are written through the settings lines, which read
+/// everything back at the end of a block. So the mediation is given two parts that stand below it,
+/// and uses them only once all parts stand.
 struct frmDisplay::Parts {
     explicit Parts(frmDisplay &form);
 
@@ -35,6 +37,7 @@ struct frmDisplay::Parts {
     PanelMediation mediation;
     SettingsLines settingsLines;
     SettingsFiles settingsFiles;
+    LastSession lastSession;
     Recorder recorder;
     PlaybackEngine playback;
     RoundRobin roundRobin;
