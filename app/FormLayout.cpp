@@ -28,8 +28,12 @@ FormLayout FormLayout::of(const Input &input) {
     return layout;
 }
 
-QSize openingSize(QSize room, QSize least) {
-    return kFirstSize.boundedTo(room - kFrame).expandedTo(least);
+QSize roomForWindow(QSize screen) {
+    return screen - kFrame;
+}
+
+QSize openingSize(QSize screen, QSize least) {
+    return kFirstSize.boundedTo(roomForWindow(screen)).expandedTo(least);
 }
 
 } // namespace veldron

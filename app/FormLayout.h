@@ -24,8 +24,11 @@ struct FormLayout {
     [[nodiscard]] static FormLayout of(const Input &input);
 };
 
-/// The inside's size at which the form opens, menus included. \a room is what the screen has free
-/// for windows with their frames; \a least is the smallest that the form can be.
-[[nodiscard]] QSize openingSize(QSize room, QSize least);
+/// What a window can have of a screen with \a screen free for windows, without its frame.
+[[nodiscard]] QSize roomForWindow(QSize screen);
+
+/// The inside's size at which the form opens, menus included. \a least is the smallest that the
+/// form can be.
+[[nodiscard]] QSize openingSize(QSize screen, QSize least);
 
 } // namespace veldron

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "app/QtDialogs.h"
 
+#include "app/FormLayout.h"
 #include "common/FileReplacement.h"
 
 #include <QApplication>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
+#include <QScreen>
 
 namespace veldron {
 
@@ -52,7 +54,15 @@ void setUp(QFileDialog &dialog, const FileRequest &request) {
     dialog.setDefaultSuffix(request.suffix);
 }
 
+/// The screen may be smaller than the size that the toolkit opens its dialog at.
+void fitOnScreen(QFileDialog &dialog) {
+    const QWidget *owner = dialog.parentWidget();
+    const QScreen *screen = owner != nullptr ? owner->screen() : QGuiApplication::primaryScreen();
+    dialog.resize(dialog.sizeHint().boundedTo(roomForWindow(screen->availableSize())));
+}
+
 std::optional<QString> run(QFileDialog &dialog) {
+    fitOnScreen(dialog);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
         return std::nullopt;
     }

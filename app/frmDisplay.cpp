@@ -16,6 +16,8 @@
 #include <QHBoxLayout>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 
 namespace veldron {
 
@@ -97,13 +99,22 @@ void frmDisplay::makeStrips() {
         bare->setMouseTracking(true);
         bare->installEventFilter(this);
     }
-    const QSize strip = Picture1->minimumSizeHint();
-    m_inside->setMinimumWidth(strip.width() + 2 * kMargin);
-    m_inside->setMinimumHeight(kStripTop + strip.height() + kLeastChartHeight);
+    m_inside->setMinimumWidth(Picture2->minimumSizeHint().width() + 2 * kMargin);
+    m_inside->setMinimumHeight(kStripTop + Picture1->minimumSizeHint().height() +
+                               m_strip->horizontalScrollBar()->sizeHint().height() +
+                               kLeastChartHeight);
 }
 
 void frmDisplay::makePanels() {
-    Picture1 = new QWidget(m_inside);
+    m_strip = new QScrollArea(m_inside);
+    m_strip->setObjectName(QStringLiteral("Strip"));
+    m_strip->setAccessibleName(QStringLiteral("Panels"));
+    m_strip->setFrameShape(QFrame::NoFrame);
+    m_strip->setFocusPolicy(Qt::NoFocus);
+    m_strip->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_strip->setWidgetResizable(true);
+    Picture1 = new QWidget;
+    m_strip->setWidget(Picture1);
     Picture1->setObjectName(QStringLiteral("Picture1"));
     ctlFrequency1 = new ctlFrequency(m_guard, Picture1);
     ctlFrequency1->setObjectName(QStringLiteral("ctlFrequency1"));
@@ -141,16 +152,18 @@ bool frmDisplay::eventFilter(QObject *watched, QEvent *event) {
 void frmDisplay::layOut() {
     ctlPlayback1->setVisible(Picture2->isVisibleTo(m_inside));
     const QSize inside = m_inside->size();
-    const int strip = Picture1->sizeHint().height();
-    Picture1->setGeometry(kMargin, kStripTop, qMax(0, inside.width() - 2 * kMargin), strip);
+    const int width = qMax(0, inside.width() - 2 * kMargin);
+    const bool scrolls = width < Picture1->minimumSizeHint().width();
+    m_strip->setGeometry(kMargin, kStripTop, width,
+                         Picture1->sizeHint().height() +
+                             (scrolls ? m_strip->horizontalScrollBar()->sizeHint().height() : 0));
     const int bar = StatusBar1->sizeHint().height();
     StatusBar1->setGeometry(0, inside.height() - bar, inside.width(), bar);
     const int transport = Picture2->sizeHint().height();
     const FormLayout layout =
-        FormLayout::of({inside, Picture1->y() + Picture1->height(), transport,
+        FormLayout::of({inside, m_strip->y() + m_strip->height(), transport,
                         Picture2->isVisibleTo(m_inside), bar, ctlChartSpectrum1->size()});
-    Picture2->setGeometry(kMargin, layout.picture2Top, qMax(0, inside.width() - 2 * kMargin),
-                          transport);
+    Picture2->setGeometry(kMargin, layout.picture2Top, width, transport);
     ctlChartSpectrum1->setGeometry(layout.chart);
 }
 

@@ -17,6 +17,7 @@ class QAction;
 class QDialog;
 class QMenu;
 class QPushButton;
+class QScrollArea;
 
 namespace veldron {
 
@@ -62,6 +63,9 @@ public:
     /// The session manager closes the program: no question is asked at the close that follows
     /// within a minute. A session that stays is asked again.
     void expectSessionEnd();
+    /// The same when the display is gone and the toolkit is leaving the process: nothing on the
+    /// screen is touched.
+    void endWithoutDisplay();
     /// Shuts down, tells the user and ends the event loop with 1. Does nothing once the program has
     /// ended: what a routine meets under which it was ended is no error any more.
     void endWithError(const UntrappedError &error);
@@ -90,7 +94,7 @@ private:
         Ended,  ///< in good order; the event loop is on its way out
         Failed, ///< by an error, of which the user is told now or has been
     };
-    enum class EndReason { Wanted, Error };
+    enum class EndReason { Wanted, DisplayLost, Error };
     /// Everything that isn't a widget of this window.
     struct Parts;
 
@@ -113,6 +117,7 @@ private:
     [[nodiscard]] bool mayEnd();
     void shutDown(EndReason reason);
     void stopTimers();
+    void closeWindows();
     [[nodiscard]] bool showModally(QDialog &dialog);
 
     // Menus.
@@ -145,6 +150,8 @@ private:
     QTimer m_sessionEnd{this};
 
     QWidget *m_inside = nullptr;
+    /// Scrolls Picture1 sideways where the window is too narrow for it.
+    QScrollArea *m_strip = nullptr;
     QWidget *Picture1 = nullptr;
     QWidget *Picture2 = nullptr;
     StatusPanels *StatusBar1 = nullptr;

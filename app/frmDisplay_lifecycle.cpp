@@ -121,10 +121,9 @@ void frmDisplay::shutDown(EndReason reason) {
     if (hasEnded()) {
         return;
     }
-    const bool savesSettings = m_life == LifeState::Running && reason == EndReason::Wanted;
+    const bool savesSettings = m_life == LifeState::Running && reason != EndReason::Error;
     m_life = LifeState::Ending;
     stopTimers();
-    m_splash.reset();
     if (m_parts) {
         m_parts->recorder.closeStream();
         m_parts->playback.closeStream();
@@ -133,16 +132,25 @@ void frmDisplay::shutDown(EndReason reason) {
             m_parts->lastSession.noteEnd();
         }
         m_parts->vdr.unload();
-        m_parts->commSettings.close();
-        m_parts->displaySettings.close();
     }
-    m_cursor.setShape(CursorShape::Default);
+    if (reason != EndReason::DisplayLost) {
+        closeWindows();
+    }
     m_life = reason == EndReason::Error ? LifeState::Failed : LifeState::Ended;
     if (reason == EndReason::Wanted) {
         // Not left to the toolkit, which ends the loop when the last window closes: a list or a
         // menu that the user opens right after the close counts as a window.
         QCoreApplication::exit(0);
     }
+}
+
+void frmDisplay::closeWindows() {
+    m_splash.reset();
+    if (m_parts) {
+        m_parts->commSettings.close();
+        m_parts->displaySettings.close();
+    }
+    m_cursor.setShape(CursorShape::Default);
 }
 
 void frmDisplay::stopTimers() {
@@ -171,6 +179,10 @@ void frmDisplay::expectSessionEnd() {
 void frmDisplay::endWithoutQuestion() {
     shutDown(EndReason::Wanted);
     QCoreApplication::exit(hasFailed() ? 1 : 0);
+}
+
+void frmDisplay::endWithoutDisplay() {
+    shutDown(EndReason::DisplayLost);
 }
 
 void frmDisplay::endWithError(const UntrappedError &error) {

@@ -56,8 +56,9 @@ frmSplash::frmSplash(const QString &version, QWidget *parent)
     setAttribute(Qt::WA_QuitOnClose, false);
     setFocusPolicy(Qt::StrongFocus);
     makeControls(version);
-    showPicture();
+    showPicture(kShownPicture);
     layOut();
+    fitOnScreen();
     centre();
 }
 
@@ -85,15 +86,15 @@ QLabel *frmSplash::makeLabel(const char *name, const QString &text, const QFont 
     return label;
 }
 
-void frmSplash::showPicture() {
+void frmSplash::showPicture(QSize size) {
     loadResources();
     const qreal density = devicePixelRatioF();
     // In full colours, so that scaling can mix them.
     const QImage whole = QImage(":/veldron/splash.png").convertToFormat(QImage::Format_RGB32);
     QPixmap picture = QPixmap::fromImage(
-        whole.scaled(kShownPicture * density, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+        whole.scaled(size * density, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
     picture.setDevicePixelRatio(density);
-    Image1->setFixedSize(kShownPicture);
+    Image1->setFixedSize(size);
     Image1->setPixmap(picture);
 }
 
@@ -112,6 +113,20 @@ void frmSplash::layOut() {
     grid->setRowMinimumHeight(5, 8);
     grid->addWidget(lblDescription, 6, 0, Qt::AlignLeft | Qt::AlignTop);
     grid->addWidget(lblVersion, 6, 1, Qt::AlignRight | Qt::AlignTop);
+}
+
+/// On a small screen the picture gives way, in both directions alike.
+void frmSplash::fitOnScreen() {
+    const QScreen *const shownOn = QGuiApplication::primaryScreen();
+    if (shownOn == nullptr) {
+        return;
+    }
+    const QSize excess = (sizeHint() - shownOn->availableSize()).expandedTo({0, 0});
+    if (!excess.isNull()) {
+        const QSize room = (kShownPicture - excess).expandedTo({1, 1});
+        showPicture(kShownPicture.scaled(room, Qt::KeepAspectRatio));
+        Frame1->updateGeometry(); // the outer layout has the frame's size in its cache
+    }
 }
 
 void frmSplash::centre() {

@@ -44,7 +44,8 @@ protected:
 private:
     void makeControls(const QString &version);
     QLabel *makeLabel(const char *name, const QString &text, const QFont &font);
-    void showPicture();
+    void showPicture(QSize size);
+    void fitOnScreen();
     void layOut();
     void centre();
 

@@ -14,8 +14,7 @@ protected:
     /// The widget that holds strips, chart and status bar.
     [[nodiscard]] QWidget &inside() const { return child<QWidget>("Inside"); }
     [[nodiscard]] QWidget &panelStrip() const {
-        return *m_form->findChild<QWidget *>("Inside")->findChild<QWidget *>(
-            "Picture1", Qt::FindDirectChildrenOnly);
+        return *m_form->findChild<QWidget *>("Inside")->findChild<QWidget *>("Picture1");
     }
     [[nodiscard]] QWidget &transportStrip() const { return child<QWidget>("Picture2"); }
     /// The chart's own picture.
@@ -27,7 +26,7 @@ protected:
                         "Data AAAA 10:00:00\r\nData BBBB 10:00:10\r\nData CCCC 10:00:20\r\n");
     }
     void expectLayout(bool transportUp) {
-        const QRect strip = panelStrip().geometry();
+        const QRect strip = child<QWidget>("Strip").geometry();
         EXPECT_EQ(transportStrip().y(), strip.y() + strip.height() + 12);
         const int top = transportUp ? transportStrip().y() + transportStrip().height() + 25
                                     : transportStrip().y();
@@ -48,6 +47,20 @@ protected:
 };
 
 // ---- scans
+
+TEST_F(FrmDisplayTest, windowNarrowerThanItsPanels_scrollsThemToTheFocus) {
+    startUp();
+    m_form->resize(560, 420);
+    EXPECT_LE(m_form->width(), 560);
+    EXPECT_LE(m_form->height(), 420);
+    QWidget &list = *data().findChild<QWidget *>("cboRBW");
+    EXPECT_TRUE(list.visibleRegion().isEmpty());
+    for (int stops = 0; stops < 40 && m_form->focusWidget() != &list; ++stops) {
+        QTest::keyClick(m_form->focusWidget(), Qt::Key_Tab);
+    }
+    EXPECT_EQ(list.visibleRegion().boundingRect(), list.rect());
+    EXPECT_EQ(panelStrip().visibleRegion().boundingRect().bottom(), panelStrip().rect().bottom());
+}
 
 TEST_F(FrmDisplayTest, command1_takesOneScanOutsideTheGrid) {
     startUp();
