@@ -153,6 +153,12 @@ QStringList windows() {
     return titles;
 }
 
+QSize sizeOf(const QString &title) {
+    const auto reply = owned(
+        xcb_get_geometry_reply(connection(), xcb_get_geometry(connection(), find(title)), nullptr));
+    return reply ? QSize(reply->width, reply->height) : QSize();
+}
+
 void focus(const QString &title) {
     const xcb_window_t window = find(title);
     if (window == XCB_WINDOW_NONE) {

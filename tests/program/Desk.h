@@ -30,6 +30,8 @@ void type(const QString &text);
 [[nodiscard]] bool hasWindow(const QString &title);
 /// Titles of all windows on the screen.
 [[nodiscard]] QStringList windows();
+/// Size of the window in pixels of the screen; empty if there is none.
+[[nodiscard]] QSize sizeOf(const QString &title);
 /// Gives the window the keyboard focus.
 void focus(const QString &title);
 /// Sends the message that a click on the window's close box sends.

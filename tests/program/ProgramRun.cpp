@@ -126,6 +126,7 @@ bool ProgramRun::plugUnit(int port, const QStringList &options) {
 void ProgramRun::launch() {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("QT_LINUX_ACCESSIBILITY_ALWAYS_ON"), QStringLiteral("1"));
+    environment.insert(QStringLiteral("QT_SCALE_FACTOR"), QString::number(m_scale));
     if (m_clockShift) {
         environment.insert(QStringLiteral("LD_PRELOAD"), QStringLiteral(VELDRON_SHIFTED_CLOCK));
         environment.insert(QStringLiteral("VELDRON_CLOCK_SHIFT"), QString::number(*m_clockShift));

@@ -47,6 +47,8 @@ public:
     void shiftClock(int seconds) { m_clockShift = seconds; }
     /// The program starts with the signal ignored, as under nohup.
     void ignoreSignal(int number) { m_ignoredSignal = number; }
+    /// Pixels of the screen for one of the program's.
+    void setScale(int factor) { m_scale = factor; }
     void launch();
     /// Launches the program and waits until its window is there and can be read.
     [[nodiscard]] bool open();
@@ -106,6 +108,7 @@ private:
     bool m_isLocked = false;
     std::optional<int> m_clockShift;
     int m_ignoredSignal = 0;
+    int m_scale = 1;
 };
 
 } // namespace veldron
