@@ -8,52 +8,45 @@
 #include "panels/ctlFrequency.h"
 #include "panels/ctlMonitorMode.h"
 
+#include <array>
+
 namespace veldron {
 
 namespace {
 
-constexpr qint16 kFrequencyStep = 10;
+/// True if the unit's value isn't what the panel shows. Compares exactly. The first read that fails
+/// differs from any panel, except for the attenuator, where it looks like "off"; once the panels
+/// show the failure values, further failures differ from nothing, and the first good read does.
+using Differs = bool (*)(const SettingHolders &);
+
+/// The settings in the order in which they are checked, one at each poll.
+constexpr std::array<Differs, 9> kChecks{
+    [](const SettingHolders &at) { return at.vdr.RXType() != at.ctlFrequency1.RX(); },
+    [](const SettingHolders &at) { return at.vdr.RXStep() != at.ctlFrequency1.Step(); },
+    [](const SettingHolders &at) { return at.vdr.RXAtten() != at.ctlFrequency1.Atten(); },
+    [](const SettingHolders &at) { return at.vdr.RXMode() != at.ctlFrequency1.Mode(); },
+    [](const SettingHolders &at) { return at.vdr.VDRAmp() != at.ctlDataMode1.Amp(); },
+    [](const SettingHolders &at) { return at.vdr.VDRDataMode() != at.ctlDataMode1.DataMode(); },
+    [](const SettingHolders &at) { return at.vdr.VDRRBW() != at.ctlDataMode1.RBW(); },
+    [](const SettingHolders &at) { return at.vdr.VDRSamples() != at.ctlDataMode1.Samples(); },
+    [](const SettingHolders &at) {
+        return at.vdr.VDRMonitorMode() != at.ctlMonitorMode1.MonitorMode();
+    },
+};
 
 } // namespace
 
+/// Behind the checks of the table comes that of the frequencies, and one poll without a check.
 void RoundRobin::step() {
-    ++m_ReadBackStep;
-    if (m_ReadBackStep < kFrequencyStep) {
-        followUnitIf(differs(m_ReadBackStep));
-    } else if (m_ReadBackStep == kFrequencyStep) {
+    if (m_ReadBackStep < kChecks.size()) {
+        const Differs differs = kChecks.at(m_ReadBackStep);
+        ++m_ReadBackStep;
+        followUnitIf(differs(m_instruments));
+    } else if (m_ReadBackStep == kChecks.size()) {
+        ++m_ReadBackStep;
         checkFrequencies();
     } else {
         m_ReadBackStep = 0;
-    }
-}
-
-/// Compares exactly. A read that failed gives a value that no panel shows, except for the
-/// attenuator, where it looks like "off".
-bool RoundRobin::differs(qint16 step) {
-    frmVDR &unit = m_instruments.vdr;
-    const ctlFrequency &receiver = m_instruments.ctlFrequency1;
-    const ctlDataMode &data = m_instruments.ctlDataMode1;
-    switch (step) {
-    case 1:
-        return unit.RXType() != receiver.RX();
-    case 2:
-        return unit.RXStep() != receiver.Step();
-    case 3:
-        return unit.RXAtten() != receiver.Atten();
-    case 4:
-        return unit.RXMode() != receiver.Mode();
-    case 5:
-        return unit.VDRAmp() != data.Amp();
-    case 6:
-        return unit.VDRDataMode() != data.DataMode();
-    case 7:
-        return unit.VDRRBW() != data.RBW();
-    case 8:
-        return unit.VDRSamples() != data.Samples();
-    case 9:
-        return unit.VDRMonitorMode() != m_instruments.ctlMonitorMode1.MonitorMode();
-    default:
-        return false;
     }
 }
 
@@ -79,7 +72,15 @@ void RoundRobin::checkChannels() {
     followUnitIf(channels[0] != panel.fStart());
     followUnitIf(channels[1] != panel.fCentre());
     followUnitIf(channels[2] != panel.fEnd());
-    followUnitIf(m_instruments.vdr.VDRMarkerFreq() != m_instruments.ctlChartSpectrum1.RXFreq());
+    followUnitIf(m_instruments.vdr.VDRMarkerFreq() != shownMarker());
+}
+
+/// The chart's marker keeps its place while its reads fail, and the receiver panel shows the
+/// failure. So a marker that can't be read is reported once, not at each cycle, and the first good
+/// read is shown in the panel also when the marker is where it was.
+Hertz RoundRobin::shownMarker() const {
+    const Hertz inPanel = m_instruments.ctlFrequency1.Frequency();
+    return inPanel == kFailedFrequency ? inPanel : m_instruments.ctlChartSpectrum1.RXFreq();
 }
 
 void RoundRobin::followUnitIf(bool different) {

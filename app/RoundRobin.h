@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "common/Hertz.h"
 #include "settings/SettingHolders.h"
 
-#include <QtGlobal>
+#include <cstddef>
 
 namespace veldron {
 
@@ -22,16 +23,16 @@ public:
     void step();
 
 private:
-    [[nodiscard]] bool differs(qint16 step);
     void checkFrequencies();
     void checkSpanAndCentre();
     void checkChannels();
+    [[nodiscard]] Hertz shownMarker() const;
     void followUnitIf(bool different);
 
     SettingHolders m_instruments;
     PanelMediation &m_mediation;
-    /// Position in the cycle, from 0 to 10 between two polls.
-    qint16 m_ReadBackStep = 0;
+    /// Position in the cycle, from 0 to 10: the check that the next poll makes.
+    std::size_t m_ReadBackStep = 0;
 };
 
 } // namespace veldron

@@ -2,16 +2,11 @@
 #include "chart/ScanStore.h"
 
 #include "common/Numbers.h"
+#include "common/TimeOfDay.h"
 
 #include <algorithm>
 
 namespace veldron {
-
-namespace {
-
-constexpr qint32 kDay = 86400;
-
-} // namespace
 
 void ScanStore::reset(qint32 binCount) {
     m_binCount = binCount;
@@ -56,7 +51,7 @@ qint32 ScanStore::elapsedSince(const PeakLife &life) {
     const double difference = static_cast<double>(life.time) - static_cast<double>(m_lastAgeTime);
     const auto elapsed = Numbers::roundTo<qint32>(difference);
     m_lastAgeTime = life.time;
-    return elapsed < 0 ? elapsed + kDay : elapsed;
+    return elapsed < 0 ? elapsed + kSecondsPerDay : elapsed;
 }
 
 } // namespace veldron

@@ -15,12 +15,11 @@ using GeneralUtilities::TimeDifference;
 
 namespace {
 
-constexpr qint64 kDay = 86400;
 constexpr float kLongestPause = 600.0F;
 constexpr float kMostRowsCaughtUp = 10.0F;
 
 float wholeSecondOfDay(double seconds) {
-    return static_cast<float>(Numbers::roundTo<qint64>(seconds) % kDay);
+    return static_cast<float>(Numbers::roundTo<qint64>(seconds) % kSecondsPerDay);
 }
 
 } // namespace

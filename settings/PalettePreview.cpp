@@ -10,12 +10,6 @@
 
 namespace veldron {
 
-namespace {
-
-constexpr int kHighestLevel = 255;
-
-} // namespace
-
 PalettePreview::PalettePreview(QWidget *parent) : QWidget(parent) {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }

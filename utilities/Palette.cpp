@@ -7,7 +7,6 @@ namespace veldron::GeneralUtilities {
 
 namespace {
 
-constexpr int kHighestLevel = 255;
 constexpr float kFullCircle = 360.0F;
 
 quint32 colourOf(int red, int green, int blue) {

@@ -6,6 +6,9 @@
 
 namespace veldron {
 
+/// Levels that have a colour run from 0 to this.
+inline constexpr int kHighestLevel = 255;
+
 /// The schemes by which a level becomes a colour; every other number stands for the last one.
 enum class PaletteCode : qint16 {
     BlackToWhite = 0,

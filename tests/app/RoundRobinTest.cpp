@@ -182,6 +182,31 @@ TEST_F(RoundRobinTest, otherMarkerInChannelMode_readsEverythingBack) {
     EXPECT_EQ(chart().RXFreq(), megahertz(145.5));
 }
 
+/// The marker alone can't be read, three cycles long.
+TEST_F(RoundRobinTest, markerThatCannotBeRead_readsEverythingBackOnce) {
+    startUpInChannelMode();
+    const Hertz before = chart().RXFreq();
+    m_control.setReply("RICD", "?\r\n");
+    poll(11);
+    EXPECT_EQ(receiver().Frequency(), Hertz::fromWhole(-1));
+    EXPECT_EQ(chart().RXFreq(), before);
+    forgetSent();
+    poll(22);
+
+    EXPECT_EQ(sent().count("RICD"), 2);
+}
+
+TEST_F(RoundRobinTest, markerReadAgainWhereItWas_isShownInThePanel) {
+    startUpInChannelMode();
+    poll(9);
+    m_control.queueReply("RICD", "?\r\n"); // the check
+    m_control.queueReply("RICD", "?\r\n"); // the reading back that it asks for
+    poll();
+    ASSERT_EQ(receiver().Frequency(), Hertz::fromWhole(-1));
+    poll(11);
+    EXPECT_EQ(receiver().Frequency(), chart().RXFreq());
+}
+
 TEST_F(RoundRobinTest, lostLink_runsNoCheckUntilItIsBack) {
     startUp();
     poll(2);
