@@ -2,6 +2,7 @@
 #include "chart/WaterfallStore.h"
 
 #include "common/Numbers.h"
+#include "common/TimeOfDay.h"
 #include "utilities/Palette.h"
 #include "utilities/TimesOfDay.h"
 

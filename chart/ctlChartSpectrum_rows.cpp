@@ -4,6 +4,7 @@
 
 #include "chart/PictureBox.h"
 #include "common/Numbers.h"
+#include "common/TimeOfDay.h"
 
 #include <QScrollBar>
 #include <QSignalBlocker>
@@ -145,7 +146,7 @@ PeakLife ctlChartSpectrum::peakLife() {
     double time =
         static_cast<double>(m_waterfall.playbackTime()) - static_cast<double>(rewound) / 1000.0;
     while (time < 0.0) {
-        time += 86400.0;
+        time += kSecondsPerDay;
     }
     return {static_cast<float>(time), true, m_Timespan};
 }

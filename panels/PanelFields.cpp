@@ -163,9 +163,17 @@ bool PanelFields::takeKeyPress(Entry &entry, QKeyEvent &event) {
 
 /// Feeds \a text as keys up to the first that ends the entry.
 void PanelFields::takeText(Entry &entry, const QString &text) {
+    // The toolkit keeps mouse events from a disabled field only behind the event filters, and a menu
+    // may have been opened before the field was disabled.
+    if (!entry.control->isEnabled()) {
+        return;
+    }
     // Something dropped may come to a field that hasn't got the focus; the field that has it is
-    // left first.
+    // left first. A window that isn't active tells of no change of the focus.
     entry.control->setFocus(Qt::OtherFocusReason);
+    if (m_open != nullptr && m_open != &entry) {
+        m_open->field.leave();
+    }
     for (const QChar character : text) {
         const bool swallowed = entry.field.takeKey(character.unicode());
         if (m_open == &entry) {

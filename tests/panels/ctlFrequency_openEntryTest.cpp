@@ -40,19 +40,25 @@ protected:
         EXPECT_TRUE(event.isAccepted());
         EXPECT_EQ(event.dropAction(), Qt::CopyAction);
     }
-    /// Opens the menu of a field with the menu key's event and picks the entry called \a entry.
-    void pickFromMenu(const char *name, const char *entry) {
+    /// Opens the menu of a field with the menu key's event.
+    QMenu *openMenu(const char *name) {
         QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(5, 5),
                                 child(name)->mapToGlobal(QPoint(5, 5)));
         QApplication::sendEvent(child(name), &event);
-        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
-        ASSERT_NE(menu, nullptr);
-        for (QAction *action : menu->actions()) {
+        return qobject_cast<QMenu *>(QApplication::activePopupWidget());
+    }
+    static void trigger(QMenu &menu, const char *entry) {
+        for (QAction *action : menu.actions()) {
             if (action->text() == QLatin1String(entry)) {
                 action->trigger();
             }
         }
-        menu->close();
+        menu.close();
+    }
+    void pickFromMenu(const char *name, const char *entry) {
+        QMenu *menu = openMenu(name);
+        ASSERT_NE(menu, nullptr);
+        trigger(*menu, entry);
     }
 };
 
@@ -240,6 +246,31 @@ TEST_F(CtlFrequencyOpenEntry, refusedTextOnADisabledPanel_goesBackToTheStoredVal
     typeInto("txtFreq", "x");
     panel->setEnabled(false);
     EXPECT_EQ(text("txtFreq"), "100.00000");
+}
+
+TEST_F(CtlFrequencyOpenEntry, fieldDisabledUnderItsMenu_takesNoPaste) {
+    for (const char *name : kFields) {
+        QGuiApplication::clipboard()->setText("5.5K");
+        QMenu *menu = openMenu(name);
+        ASSERT_NE(menu, nullptr);
+        panel->setEnabled(false);
+        trigger(*menu, "&Paste");
+        panel->setEnabled(true);
+    }
+    EXPECT_EQ(events, Events{});
+    EXPECT_EQ(hertz(), 100'000'000);
+    EXPECT_EQ(panel->Step(), 10'000);
+}
+
+TEST_F(CtlFrequencyOpenEntry, dropWhileTheWindowIsInactive_leavesTheOpenEntryFirst) {
+    typeInto("txtFreq", "14");
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    drop("cboStep", "12.5");
+    EXPECT_EQ(text("txtFreq"), "100.00000");
+    EXPECT_EQ(text("cboStep"), "12.5");
 }
 
 TEST_F(CtlFrequencyOpenEntry, shownMenuBar_borrowsTheFocusOfFieldAndPanel) {
