@@ -3,6 +3,8 @@
 
 #include "common/Numbers.h"
 
+#include <algorithm>
+
 namespace veldron {
 
 namespace {
@@ -34,6 +36,12 @@ ChartLayout ChartLayout::of(int scaleWidth, int scaleHeight, DisplayTypeCode dis
         layout.fallBottom = scaleHeight - ChartMargins::kFootGap;
     }
     return layout;
+}
+
+int ChartLayout::textLeft(int column, int textWidth, int overhang) const {
+    const auto centred =
+        static_cast<int>(Numbers::divideHalfEven(2 * qint64{column} - textWidth, 2));
+    return std::min(std::max(centred, plotLeft - overhang), plotRight - textWidth);
 }
 
 ChartLayout ChartLayout::forPointer(DisplayTypeCode displayType) const {

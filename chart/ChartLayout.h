@@ -47,6 +47,10 @@ struct ChartLayout {
     [[nodiscard]] bool isDrawable() const {
         return plotRight > plotLeft && plotBottom > plotTop && fallBottom > fallTop;
     }
+    /// Left edge of a text \a textWidth wide: centred on \a column, halves to even, and kept inside
+    /// the plot. At the left it may stick out by \a overhang; too wide a text ends at the right
+    /// edge.
+    [[nodiscard]] int textLeft(int column, int textWidth, int overhang = 0) const;
     /// The same with waterfall and split out of the pointer's reach where \a displayType has none.
     [[nodiscard]] ChartLayout forPointer(DisplayTypeCode displayType) const;
 };

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "chart/MarkerPointer.h"
 
-#include "common/Numbers.h"
 #include "utilities/NumberTexts.h"
 
 #include <algorithm>
@@ -138,17 +137,6 @@ bool MarkerPointer::doubleClick(bool gateOpen) {
     const bool tells = enabled && markerClick && gateOpen;
     markerClick = false;
     return tells;
-}
-
-int MarkerPointer::centred(int x, int width) {
-    return static_cast<int>(Numbers::divideHalfEven(2 * qint64{x} - width, 2));
-}
-
-int MarkerPointer::readOutLeft(int x, int width, int scaleWidth) {
-    const double half = width / 2.0;
-    double centre = std::max(static_cast<double>(x), half + ChartMargins::kLeft);
-    centre = std::min(centre, scaleWidth - ChartMargins::kRight - half);
-    return Numbers::roundTo<qint32>(centre - half);
 }
 
 QString MarkerPointer::readOut(quint8 raw, const LevelScale &scale) const {

@@ -65,10 +65,6 @@ public:
 
     /// The tip of the waterfall's place, as the history is now.
     [[nodiscard]] QString liveTip(const PointerView &view) const;
-    /// Left edge of something \a width wide that is centred on \a x.
-    [[nodiscard]] static int centred(int x, int width);
-    /// Left edge of a read-out \a width wide that is centred on \a x and kept inside the plot.
-    [[nodiscard]] static int readOutLeft(int x, int width, int scaleWidth);
     /// The marker's read-out for raw level \a raw.
     [[nodiscard]] QString readOut(quint8 raw, const LevelScale &scale) const;
 

@@ -77,11 +77,7 @@ void ctlChartSpectrum::placeMarker(const ChartLayout &layout) {
     const int column = m_grid.columnOf(m_marker.markerFreq, layout);
     const int x = column <= layout.plotLeft ? layout.plotLeft + 1 : column;
     Line1->setEnds({x, layout.plotTop + lblMarker->height()}, {x, layout.plotBottom});
-    const int width = lblMarker->width();
-    int left = MarkerPointer::centred(x, width);
-    left = std::max(left, layout.plotLeft);
-    left = std::min(left, layout.plotRight - width);
-    lblMarker->move(left, layout.plotTop);
+    lblMarker->move(layout.textLeft(x, lblMarker->width()), layout.plotTop);
 }
 
 void ctlChartSpectrum::Refresh() {

@@ -10,8 +10,6 @@
 #include <QLabel>
 #include <QToolTip>
 
-#include <algorithm>
-
 namespace veldron {
 
 void ctlChartSpectrum::setRXFreq(Hertz frequency) {
@@ -27,11 +25,8 @@ void ctlChartSpectrum::setMarkerEn(bool on) {
     Line1->setEnds({Line2->X1(), lblMarker->height() + Line2->Y1()}, {Line2->X2(), Line2->Y2()});
     Line1->showIf(on);
     Line1->raise();
-    const int width = lblMarker->width();
-    int left = MarkerPointer::centred(Line1->X1(), width);
-    left = std::max(left, ChartMargins::kLeft - 1);
-    left = std::min(left, ScaleWidth() - ChartMargins::kRight - width);
-    lblMarker->move(left, ChartMargins::kTop);
+    const ChartLayout layout = chartLayout();
+    lblMarker->move(layout.textLeft(Line1->X1(), lblMarker->width(), 1), layout.plotTop);
     lblMarker->setVisible(on);
 }
 
@@ -61,8 +56,7 @@ PointerView ctlChartSpectrum::pointerView(const ChartLayout &layout) const {
 }
 
 void ctlChartSpectrum::placeReadOut(int x) {
-    lblMarker->move(MarkerPointer::readOutLeft(x, lblMarker->width(), ScaleWidth()),
-                    lblMarker->y());
+    lblMarker->move(chartLayout().textLeft(x, lblMarker->width()), lblMarker->y());
 }
 
 void ctlChartSpectrum::onPress(QPoint at, Qt::MouseButton button) {

@@ -61,6 +61,35 @@ TEST(ChartLayout, forThePointerWithoutWaterfall_areaAndSplitLieBelowThePicture) 
     EXPECT_EQ(layout.splitY, 406);
 }
 
+struct TextCase {
+    const char *name;
+    int column;
+    int width;
+    int overhang;
+    int left;
+};
+
+TEST(ChartLayout, text_isCentredOnItsColumnAndKeptInsideThePlot) {
+    const ChartLayout layout = ChartLayout::of(695, 400, DisplayTypeCode::Trace, 0.5F);
+    const TextCase cases[] = {
+        {"centred", 300, 100, 0, 250},
+        {"half down to even", 301, 101, 0, 250},
+        {"half up to even", 300, 101, 0, 250},
+        {"half up to the next even", 302, 101, 0, 252},
+        {"at the left limit", 90, 100, 0, 40},
+        {"beyond the left limit", 45, 100, 0, 40},
+        {"beyond the left limit, with overhang", 45, 100, 1, 39},
+        {"inside the overhang", 89, 100, 1, 39},
+        {"at the right limit", 630, 100, 0, 580},
+        {"beyond the right limit", 680, 100, 0, 580},
+        {"overhang is for the left alone", 680, 100, 1, 580},
+        {"wider than the plot", 300, 700, 0, -20},
+    };
+    for (const TextCase &c : cases) {
+        EXPECT_EQ(layout.textLeft(c.column, c.width, c.overhang), c.left) << c.name;
+    }
+}
+
 TEST(ChartLayout, visibleRows_areWhatTheGapsLeave) {
     EXPECT_EQ(visibleFallRows(400, 0.5F), 190);
     EXPECT_EQ(visibleFallRows(400, 0.8F), 70);

@@ -192,12 +192,6 @@ TEST_F(MarkerPointerTest, splitDragged_staysBetweenAFifthAndFourFifths) {
     EXPECT_FALSE(move({100, 100}).splitFraction.has_value());
 }
 
-TEST_F(MarkerPointerTest, readOut_isKeptInsideThePlot) {
-    EXPECT_EQ(MarkerPointer::readOutLeft(300, 100, 695), 250);
-    EXPECT_EQ(MarkerPointer::readOutLeft(45, 100, 695), 40);
-    EXPECT_EQ(MarkerPointer::readOutLeft(680, 100, 695), 580);
-}
-
 TEST_F(MarkerPointerTest, readOut_namesFrequencyAndLevel) {
     marker.markerFreq = hz(145000000);
     EXPECT_EQ(marker.readOut(61, scale), QStringLiteral("145.000.000  -71dB"));
