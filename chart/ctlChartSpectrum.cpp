@@ -154,7 +154,7 @@ void ctlChartSpectrum::gridChanged() {
 void ctlChartSpectrum::RecalculateBins() {
     m_scans.reset(m_grid.binCount());
     recalculateScreenResolution();
-    m_marker.markerBin = 0;
+    m_marker.forgetBin();
     DrawAxes();
 }
 

@@ -9,7 +9,7 @@
 #include "chart/ChartLayout.h"
 #include "chart/ChartPainter.h"
 #include "chart/LevelScale.h"
-#include "chart/MarkerPointer.h"
+#include "chart/MarkerDrag.h"
 #include "chart/ScanStore.h"
 #include "chart/WaterfallStore.h"
 #include "common/Clock.h"
@@ -62,7 +62,7 @@ public:
     [[nodiscard]] bool Enabled() const { return m_Enabled; }
     void setEnabled(bool enabled) { m_Enabled = enabled; }
     /// True while a button is held down on the picture.
-    [[nodiscard]] bool Active() const { return m_marker.active; }
+    [[nodiscard]] bool Active() const { return m_marker.isActive(); }
 
     /// 0 is the trace alone, 1 trace and waterfall.
     [[nodiscard]] DisplayTypeCode DisplayType() const { return m_DisplayType; }
@@ -107,11 +107,11 @@ public:
     [[nodiscard]] qint16 Palette() const { return m_Palette; }
     void setPalette(qint16 scheme);
     /// Marker shown; a write puts it back on the receive frequency.
-    [[nodiscard]] bool MarkerEn() const { return m_marker.enabled; }
+    [[nodiscard]] bool MarkerEn() const { return m_marker.isEnabled(); }
     void setMarkerEn(bool on);
-    [[nodiscard]] Hertz MarkerFreq() const { return m_marker.markerFreq; }
+    [[nodiscard]] Hertz MarkerFreq() const { return m_marker.frequency(); }
     /// Receive frequency; a write pulls the marker onto it.
-    [[nodiscard]] Hertz RXFreq() const { return m_marker.rxFreq; }
+    [[nodiscard]] Hertz RXFreq() const { return m_marker.receiveFrequency(); }
     void setRXFreq(Hertz frequency);
     /// Height of the split as a fraction of the picture's; limited only when it is dragged.
     [[nodiscard]] float SplitFraction() const { return m_SplitFraction; }
@@ -196,7 +196,7 @@ private:
     BinGrid m_grid;
     ScanStore m_scans;
     WaterfallStore m_waterfall;
-    MarkerPointer m_marker;
+    MarkerDrag m_marker;
     LevelScale m_scale;
     ChartPainter m_painter;
 

@@ -57,10 +57,10 @@ void ctlChartSpectrum::layOutAxes(const ChartLayout &layout) {
 }
 
 void ctlChartSpectrum::placeReceiveLine(const ChartLayout &layout) {
-    const bool inScan =
-        m_marker.rxFreq >= m_grid.scanStart() && m_marker.rxFreq <= m_grid.scanStop();
+    const bool inScan = m_marker.receiveFrequency() >= m_grid.scanStart() &&
+                        m_marker.receiveFrequency() <= m_grid.scanStop();
     if (inScan) {
-        const int column = m_grid.columnOf(m_marker.rxFreq, layout);
+        const int column = m_grid.columnOf(m_marker.receiveFrequency(), layout);
         const int x = column <= layout.plotLeft ? layout.plotLeft + 1 : column;
         const int end = m_DisplayType == DisplayTypeCode::TraceAndWaterfall ? layout.fallBottom
                                                                             : layout.plotBottom;
@@ -71,10 +71,10 @@ void ctlChartSpectrum::placeReceiveLine(const ChartLayout &layout) {
 }
 
 void ctlChartSpectrum::placeMarker(const ChartLayout &layout) {
-    if (!m_marker.enabled) {
+    if (!m_marker.isEnabled()) {
         return;
     }
-    const int column = m_grid.columnOf(m_marker.markerFreq, layout);
+    const int column = m_grid.columnOf(m_marker.frequency(), layout);
     const int x = column <= layout.plotLeft ? layout.plotLeft + 1 : column;
     Line1->setEnds({x, layout.plotTop + lblMarker->height()}, {x, layout.plotBottom});
     lblMarker->move(layout.textLeft(x, lblMarker->width()), layout.plotTop);
@@ -107,9 +107,9 @@ void ctlChartSpectrum::paintPicture(const ChartLayout &layout) {
 }
 
 void ctlChartSpectrum::showMarker() {
-    Line1->showIf(m_marker.enabled);
-    if (lblMarker->isHidden() == m_marker.enabled) {
-        lblMarker->setVisible(m_marker.enabled);
+    Line1->showIf(m_marker.isEnabled());
+    if (lblMarker->isHidden() == m_marker.isEnabled()) {
+        lblMarker->setVisible(m_marker.isEnabled());
     }
     UpdateMarkerLabel();
 }

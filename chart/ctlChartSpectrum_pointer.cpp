@@ -13,14 +13,12 @@
 namespace veldron {
 
 void ctlChartSpectrum::setRXFreq(Hertz frequency) {
-    m_marker.rxFreq = frequency;
-    m_marker.moveTo(frequency, m_grid);
+    m_marker.tuneTo(frequency, m_grid);
     DrawAxes();
 }
 
 void ctlChartSpectrum::setMarkerEn(bool on) {
-    m_marker.enabled = on;
-    m_marker.moveTo(m_marker.rxFreq, m_grid);
+    m_marker.enable(on, m_grid);
     UpdateMarkerLabel();
     Line1->setEnds({Line2->X1(), lblMarker->height() + Line2->Y1()}, {Line2->X2(), Line2->Y2()});
     Line1->showIf(on);
@@ -32,7 +30,7 @@ void ctlChartSpectrum::setMarkerEn(bool on) {
 
 void ctlChartSpectrum::UpdateMarkerLabel() {
     const LevelScan &levels = m_scans.current();
-    const qint32 bin = m_marker.markerBin;
+    const qint32 bin = m_marker.bin();
     if (bin < 0 || bin >= static_cast<qint32>(levels.size()) - 1) {
         return;
     }
@@ -62,16 +60,16 @@ void ctlChartSpectrum::placeReadOut(int x) {
 void ctlChartSpectrum::onPress(QPoint at, Qt::MouseButton button) {
     const ChartLayout layout = chartLayout();
     switch (m_marker.press(at, button == Qt::LeftButton, pointerView(layout))) {
-    case MarkerPointer::Press::MarkerPlaced:
+    case MarkerDrag::Press::MarkerPlaced:
         UpdateMarkerLabel();
-        Line1->setX(m_grid.columnOf(m_marker.markerFreq, layout));
+        Line1->setX(m_grid.columnOf(m_marker.frequency(), layout));
         Line1->setY2(layout.plotBottom);
         placeReadOut(at.x());
         break;
-    case MarkerPointer::Press::SplitTaken:
+    case MarkerDrag::Press::SplitTaken:
         m_cursor.setShape(CursorShape::NorthSouth);
         break;
-    case MarkerPointer::Press::Nothing:
+    case MarkerDrag::Press::Nothing:
         break;
     }
 }
@@ -109,7 +107,7 @@ void ctlChartSpectrum::onDoubleClick() {
 }
 
 void ctlChartSpectrum::onPointerLeft() {
-    if (!m_marker.active) {
+    if (!m_marker.isActive()) {
         m_cursor.setShape(CursorShape::Default);
     }
 }

@@ -62,7 +62,7 @@ void ctlChartSpectrum::rowClosed(bool scrollBarIsDue) {
         return;
     }
     redraw();
-    if (m_marker.tipLive) {
+    if (m_marker.hasLiveTip()) {
         renewTip();
     }
 }

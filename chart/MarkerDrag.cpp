@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "chart/MarkerPointer.h"
+#include "chart/MarkerDrag.h"
 
 #include "utilities/NumberTexts.h"
 
@@ -38,38 +38,48 @@ QString tipText(Hertz frequency, qint32 decibels) {
 
 } // namespace
 
-void MarkerPointer::moveTo(Hertz frequency, const BinGrid &grid) {
-    markerFreq = frequency;
-    markerBin = grid.binOf(frequency);
+void MarkerDrag::enable(bool on, const BinGrid &grid) {
+    m_enabled = on;
+    moveTo(m_receiveFrequency, grid);
 }
 
-MarkerPointer::Press MarkerPointer::press(QPoint at, bool leftButton, const PointerView &view) {
-    active = true;
+void MarkerDrag::tuneTo(Hertz frequency, const BinGrid &grid) {
+    m_receiveFrequency = frequency;
+    moveTo(frequency, grid);
+}
+
+void MarkerDrag::moveTo(Hertz frequency, const BinGrid &grid) {
+    m_frequency = frequency;
+    m_bin = grid.binOf(frequency);
+}
+
+MarkerDrag::Press MarkerDrag::press(QPoint at, bool leftButton, const PointerView &view) {
+    m_active = true;
     if (!leftButton) {
         return Press::Nothing;
     }
     // Only a double click that begins on the plot may tune.
-    markerClick = false;
-    if (enabled && isOnPlot(at, view.layout)) {
-        markerClick = true;
+    m_pressedOnPlot = false;
+    if (m_enabled && isOnPlot(at, view.layout)) {
+        m_pressedOnPlot = true;
         moveTo(view.grid.frequencyAt(at.x(), view.layout), view.grid);
         return Press::MarkerPlaced;
     }
     if (view.displayType == DisplayTypeCode::TraceAndWaterfall && isOnSplit(at, view.layout)) {
-        dragSplit = true;
+        m_dragsSplit = true;
         return Press::SplitTaken;
     }
     return Press::Nothing;
 }
 
-PointerMove MarkerPointer::move(QPoint at, bool leftHeld, const PointerView &view) {
-    tipLive = false;
+PointerMove MarkerDrag::move(QPoint at, bool leftHeld, const PointerView &view) {
+    m_hasLiveTip = false;
     PointerMove result;
-    if (doubleClickHeld) {
+    if (m_doubleClickHeld) {
         return result;
     }
     const ChartLayout layout = view.layout.forPointer(view.displayType);
-    if (dragSplit) {
+    if (m_dragsSplit) {
         const auto height = static_cast<float>(std::max(layout.scaleHeight, 1));
         result.splitFraction =
             std::clamp(static_cast<float>(at.y()) / height, kHighestSplit, kLowestSplit);
@@ -90,11 +100,11 @@ PointerMove MarkerPointer::move(QPoint at, bool leftHeld, const PointerView &vie
     return result;
 }
 
-PointerMove MarkerPointer::moveOnPlot(QPoint at, bool leftHeld, const PointerView &view) {
+PointerMove MarkerDrag::moveOnPlot(QPoint at, bool leftHeld, const PointerView &view) {
     const ChartLayout &layout = view.layout;
     PointerMove result;
     const Hertz frequency = view.grid.frequencyAt(at.x(), layout);
-    if (enabled && std::abs(at.x() - view.markerX) < kMarkerReach) {
+    if (m_enabled && std::abs(at.x() - view.markerX) < kMarkerReach) {
         result.shape = CursorShape::EastWest;
         result.tip = QString();
     } else {
@@ -103,45 +113,45 @@ PointerMove MarkerPointer::moveOnPlot(QPoint at, bool leftHeld, const PointerVie
         result.tip =
             tipText(frequency, view.scale.decibelsAt(at.y(), layout.plotTop, layout.plotBottom));
     }
-    if (leftHeld && enabled) {
+    if (leftHeld && m_enabled) {
         moveTo(frequency, view.grid);
         result.markerMoved = true;
     }
     return result;
 }
 
-PointerMove MarkerPointer::moveOnWaterfall(QPoint at, const ChartLayout &layout,
-                                           const PointerView &view) {
-    tipLive = true;
-    tipColumn = view.grid.cellAt(at.x(), layout);
-    tipRow = at.y() - layout.fallTop + view.firstRow;
+PointerMove MarkerDrag::moveOnWaterfall(QPoint at, const ChartLayout &layout,
+                                        const PointerView &view) {
+    m_hasLiveTip = true;
+    m_tipColumn = view.grid.cellAt(at.x(), layout);
+    m_tipRow = at.y() - layout.fallTop + view.firstRow;
     PointerMove result;
     result.shape = CursorShape::Default;
     result.tip = liveTip(view);
     return result;
 }
 
-QString MarkerPointer::liveTip(const PointerView &view) const {
-    const Hertz frequency = view.grid.scanStart() + tipColumn * view.grid.dataResolution();
-    return tipText(frequency, view.level(tipColumn, tipRow) + view.scale.offset);
+QString MarkerDrag::liveTip(const PointerView &view) const {
+    const Hertz frequency = view.grid.scanStart() + m_tipColumn * view.grid.dataResolution();
+    return tipText(frequency, view.level(m_tipColumn, m_tipRow) + view.scale.offset);
 }
 
-void MarkerPointer::release() {
-    active = false;
-    doubleClickHeld = false;
-    dragSplit = false;
+void MarkerDrag::release() {
+    m_active = false;
+    m_doubleClickHeld = false;
+    m_dragsSplit = false;
 }
 
-bool MarkerPointer::doubleClick(bool gateOpen) {
-    doubleClickHeld = true;
-    const bool tells = enabled && markerClick && gateOpen;
-    markerClick = false;
+bool MarkerDrag::doubleClick(bool gateOpen) {
+    m_doubleClickHeld = true;
+    const bool tells = m_enabled && m_pressedOnPlot && gateOpen;
+    m_pressedOnPlot = false;
     return tells;
 }
 
-QString MarkerPointer::readOut(quint8 raw, const LevelScale &scale) const {
+QString MarkerDrag::readOut(quint8 raw, const LevelScale &scale) const {
     return QStringLiteral("%1  %2dB")
-        .arg(GeneralUtilities::FrequencyText(markerFreq), QString::number(raw + scale.offset));
+        .arg(GeneralUtilities::FrequencyText(m_frequency), QString::number(raw + scale.offset));
 }
 
 } // namespace veldron
