@@ -29,7 +29,8 @@ QByteArray contents(const QString &path) {
 }
 
 bool isAlive(qint64 pid) {
-    return ::kill(static_cast<pid_t>(pid), 0) == 0 || errno == EPERM;
+    // Beyond the range a cast would give another process, and -1 stands for all of them.
+    return std::in_range<pid_t>(pid) && (::kill(static_cast<pid_t>(pid), 0) == 0 || errno == EPERM);
 }
 
 /// Name of the executable of a running process; empty when that can't be seen.
@@ -47,10 +48,12 @@ qint64 processNumber(const QByteArray &bytes) {
     bool isText = false;
     const qint64 number = bytes.simplified().split(' ').first().toLongLong(&isText);
     qint32 binary = 0;
-    if (!isText && bytes.size() == qsizetype{sizeof binary}) {
+    // Four bytes with a NUL are no text, even where digits come first: toLongLong stops at a NUL.
+    if (bytes.size() == qsizetype{sizeof binary} && (!isText || bytes.contains('\0'))) {
         std::memcpy(&binary, bytes.constData(), sizeof binary);
+        return qMax(qint64{binary}, qint64{0});
     }
-    return qMax(isText ? number : qint64{binary}, qint64{0});
+    return qMax(number, qint64{0});
 }
 
 /// Whether a run of this program has made the lock file: its name is on the second line.

@@ -135,14 +135,26 @@ TEST_F(PortLockTest, lockFileOfADeadProcess_neitherBlocksNorIsReplaced) {
     OtherProcess other;
     const qint64 pid = other.pid();
     other.end();
-    for (const QByteArray &bytes : {asText(pid), asBinary(pid), QByteArray(), QByteArray("?"),
-                                    QByteArray("-1\n"), QByteArray("0\n")}) {
+    for (const QByteArray &bytes :
+         {asText(pid), asBinary(pid), QByteArray(), QByteArray("?"), QByteArray("-1\n"),
+          QByteArray("0\n"), QByteArray("4294967295\n"), QByteArray("4294967297\n")}) {
         writeLockFile(bytes);
         EXPECT_FALSE(lock.take(terminal.path()).has_value());
         EXPECT_EQ(lockFileBytes(), bytes);
         lock.release();
         EXPECT_EQ(lockFileBytes(), bytes);
     }
+}
+
+/// The bytes of the binary form may be digits up to a NUL; here they would be process 1 as text.
+TEST_F(PortLockTest, binaryLockFileThatBeginsWithADigit_isNotReadAsText) {
+    const QByteArray bytes("1\0\0\0", 4);
+    qint32 binary = 0;
+    std::memcpy(&binary, bytes.constData(), sizeof binary);
+    const bool isAlive = QFileInfo::exists(QStringLiteral("/proc/%1").arg(binary));
+    writeLockFile(bytes);
+    const std::optional<PortHolder> holder = lock.take(terminal.path());
+    EXPECT_EQ(holder ? holder->pid : 0, isAlive ? binary : 0);
 }
 
 TEST_F(PortLockTest, ownLockFileLeftBehind_isReplacedAndRemoved) {
