@@ -39,26 +39,27 @@ void SettingsFiles::mnuFileLoadSettings() {
 }
 
 void SettingsFiles::SaveDefaultSettings() noexcept {
-    saveSilently(defaultPath());
+    saveSilently(&SettingsFiles::defaultPath);
 }
 
 void SettingsFiles::saveLastConnected() noexcept {
-    saveSilently(lastConnectedPath());
+    saveSilently(&SettingsFiles::lastConnectedPath);
 }
 
-void SettingsFiles::saveSilently(const QString &path) noexcept {
+void SettingsFiles::saveSilently(QString (SettingsFiles::*path)() const) noexcept {
     try {
-        save(path);
-    } catch (const UntrappedError &) {
-        // Trapped: neither an exit nor a lost link fails for want of a file that nobody asked for.
+        save((this->*path)());
+    } catch (...) {
+        // Trapped, whatever it is: neither an exit nor a lost link fails for want of a file that
+        // nobody asked for.
     }
 }
 
 void SettingsFiles::LoadDefaultSettings() noexcept {
     try {
         load(defaultPath());
-    } catch (const UntrappedError &) {
-        // Trapped: the lines before the bad one stay applied.
+    } catch (...) {
+        // Trapped, whatever it is: the lines before the bad one stay applied.
     }
 }
 

@@ -36,7 +36,8 @@ public:
 
 private:
     void save(const QString &path);
-    void saveSilently(const QString &path) noexcept;
+    /// To the path that \a path gives. No exception of any kind leaves it.
+    void saveSilently(QString (SettingsFiles::*path)() const) noexcept;
     void load(const QString &path);
     [[nodiscard]] FileRequest request(const QString &title) const;
 

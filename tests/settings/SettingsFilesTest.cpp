@@ -12,6 +12,7 @@
 #include <QTemporaryDir>
 
 #include <functional>
+#include <stdexcept>
 
 namespace veldron {
 namespace {
@@ -315,6 +316,40 @@ TEST_F(SettingsFilesTest, errorInTheMiddleOfASave_keepsTheOldFile) {
     SettingsFiles(lines, m_dialogs, m_folder.path()).SaveDefaultSettings();
     EXPECT_EQ(bytesOf("VELDRON.set"), "old");
     EXPECT_EQ(QDir(m_folder.path()).entryList(QDir::Files), QStringList{"VELDRON.set"});
+}
+
+TEST_F(SettingsFilesTest, otherExceptionInASilentSave_isTrappedToo) {
+    WatchingClock clock(0.0);
+    int blocks = 0;
+    clock.onNow = [&blocks] {
+        ++blocks;
+        throw std::runtime_error("no memory");
+    };
+    SettingsLines lines(m_fixture.holders, m_fixture.session, m_fixture, clock, m_fixture.texts);
+    SettingsFiles files(lines, m_dialogs, m_folder.path());
+    files.SaveDefaultSettings();
+    files.saveLastConnected();
+    EXPECT_EQ(blocks, 2);
+    EXPECT_TRUE(QDir(m_folder.path()).isEmpty());
+}
+
+/// Fails at the end of a block.
+class FailingFixture : public SettingsFixture {
+public:
+    int blocks = 0;
+    void UpdateChartSettings() override {
+        ++blocks;
+        throw std::runtime_error("no memory");
+    }
+};
+
+TEST_F(SettingsFilesTest, otherExceptionInTheSilentLoad_isTrappedToo) {
+    put("VELDRON.set", "header\r\nRBW 2\r\nEndSettings \r\nAmp -10\r\n");
+    FailingFixture fixture;
+    SettingsFiles(fixture.lines, m_dialogs, m_folder.path()).LoadDefaultSettings();
+    EXPECT_EQ(fixture.blocks, 1);
+    EXPECT_EQ(fixture.ctlDataMode1.RBW(), 2);
+    EXPECT_EQ(fixture.ctlDataMode1.Amp(), 0);
 }
 
 TEST_F(SettingsFilesTest, menuSaveOnAFullDisk_isAnUntrappedFileErrorAndKeepsTheOldFile) {
