@@ -29,6 +29,9 @@ void PlaybackEngine::mnuFilePlayback() {
         return; // an error while the form was laid out anew has ended the program
     }
     (void)readToNextScan();
+    if (!m_HistoryStream) {
+        return;
+    }
     if (m_HistoryStream->atEnd()) {
         // Stranded on purpose: the transport stays up over the live poll until the user closes it.
         m_needs.session.InPlayback = false;
@@ -57,6 +60,9 @@ void PlaybackEngine::startShowing() {
     m_PlaybackStart = scanMoment();
     chart.setPlayback(true);
     feedChart();
+    if (!m_HistoryStream) {
+        return;
+    }
     m_needs.host.showStatus(QStringLiteral("Playback from ") + m_HistoryFileName +
                             GeneralUtilities::FormatFileSize(m_HistoryFileSize));
     m_needs.host.hideClockAndActivity();
@@ -70,10 +76,14 @@ QString PlaybackEngine::nextLine() {
     return line;
 }
 
-/// Applies lines up to and with the next scan line; false when the file ends before one.
+/// Applies lines up to and with the next scan line; false when the file ends before one, or is
+/// closed by an error in a slot.
 bool PlaybackEngine::readToNextScan() {
     while (!m_HistoryStream->atEnd()) {
         LoadedLine loaded = loadLine();
+        if (!m_HistoryStream) {
+            return false;
+        }
         if (loaded.date) {
             m_ScanDate = BlockDate{*loaded.date, m_needs.texts.readDate(*loaded.date),
                                    m_HistoryStream->lineNumber()};
@@ -91,7 +101,7 @@ LoadedLine PlaybackEngine::loadLine() {
     try {
         return m_needs.lines.LoadSettings(m_line);
     } catch (const UntrappedError &error) {
-        throw FileErrors::inLastLine(*m_HistoryStream, m_line, error);
+        throw m_HistoryStream ? FileErrors::inLastLine(*m_HistoryStream, m_line, error) : error;
     }
 }
 
@@ -112,7 +122,9 @@ void PlaybackEngine::Step(qint16 Direction) {
         }
         feedChart();
     }
-    showPlace();
+    if (m_HistoryStream) {
+        showPlace();
+    }
 }
 
 /// A scan that is too long for the chart's present span is dropped.
@@ -208,7 +220,8 @@ void PlaybackEngine::closeStream() {
 }
 
 UntrappedError PlaybackEngine::atLastLine(const UntrappedError &error) const {
-    return FileErrors::at(m_HistoryFileName, m_HistoryStream->lineNumber(), error);
+    return m_HistoryStream ? FileErrors::at(m_HistoryFileName, m_HistoryStream->lineNumber(), error)
+                           : error;
 }
 
 } // namespace veldron

@@ -77,8 +77,10 @@ private:
     void open(const QString &path);
     /// From the first scan on: the chart is in playback and the poll rests.
     void startShowing();
-    bool readToNextScan();
     [[nodiscard]] QString nextLine();
+    // These change panels and chart: an error in a slot below them ends the program and closes the
+    // file, so look at m_HistoryStream behind each call.
+    bool readToNextScan();
     LoadedLine loadLine();
     void feedChart();
     void showPlace();
@@ -86,6 +88,7 @@ private:
     [[nodiscard]] QDateTime scanMoment() const;
     [[nodiscard]] QTime scanTime() const;
     [[nodiscard]] double shareRead() const;
+    /// \a error as it is where the file has been closed meanwhile.
     [[nodiscard]] UntrappedError atLastLine(const UntrappedError &error) const;
 
     Dependencies m_needs;

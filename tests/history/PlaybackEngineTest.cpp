@@ -4,6 +4,8 @@
 
 #include "tests/support/HistoryFiles.h"
 
+#include <QStatusBar>
+
 namespace veldron {
 namespace {
 
@@ -124,6 +126,73 @@ TEST_F(PlaybackEngineTest, quit_givesTheChartThePollRateOfTheDialog) {
     m_fixture.commSettings.setPoll(5000);
     m_fixture.playback.Quit();
     EXPECT_EQ(chart().Poll(), 5000);
+}
+
+// ---- an error in a slot ends the program, and closes the file, below a call of the engine
+
+/// Ends so at the end of a block, and may fail there as well.
+class EndingFixture : public HistoryFixture {
+public:
+    bool ends = true;
+    std::optional<UntrappedError> error;
+    void UpdateChartSettings() override {
+        HistoryFixture::UpdateChartSettings();
+        if (ends) {
+            playback.closeStream();
+        }
+        if (error) {
+            throw *error;
+        }
+    }
+};
+
+TEST_F(PlaybackEngineTest, fileClosedByABlockOfTheOpening_endsTheOpening) {
+    put(head() + scans(2));
+    EndingFixture fixture;
+    fixture.dialogs.answer = path();
+    fixture.playback.mnuFilePlayback();
+    EXPECT_EQ(fixture.log, (QStringList{"transport visible on", "SetControlsEnabled off",
+                                        "UpdateChartSettings"}));
+}
+
+TEST_F(PlaybackEngineTest, fileClosedByABlockOfAStep_endsTheStep) {
+    put(head() + scans(1) + head() + scans(2));
+    EndingFixture fixture;
+    fixture.dialogs.answer = path();
+    fixture.ends = false;
+    fixture.playback.mnuFilePlayback();
+    fixture.log.clear();
+    fixture.ends = true;
+    fixture.step(1);
+    EXPECT_EQ(fixture.log, (QStringList{"UpdateChartSettings", "StopPlay"}));
+}
+
+TEST_F(PlaybackEngineTest, errorOfALineThatHasClosedTheFile_isPassedOnAsItIs) {
+    put(head() + scans(2));
+    EndingFixture fixture;
+    fixture.dialogs.answer = path();
+    fixture.error = UntrappedError(UntrappedError::Kind::BadValue, "it can't be shown");
+    const auto error = errorOf([&] { fixture.playback.mnuFilePlayback(); });
+    expectError(error, UntrappedError::Kind::BadValue, "it can't be shown");
+}
+
+TEST_F(PlaybackEngineTest, fileClosedWhileTheChartIsFed_endsTheOpening) {
+    QObject::connect(chart().findChild<QStatusBar *>(), &QStatusBar::messageChanged, &chart(),
+                     [this] { m_fixture.playback.closeStream(); });
+    open(head() + scans(2));
+    EXPECT_EQ(m_fixture.log.last(), "record enabled off");
+    EXPECT_TRUE(m_fixture.place.isEmpty());
+}
+
+TEST_F(PlaybackEngineTest, fileClosedWhileTheChartIsFed_endsTheStep) {
+    // The same time twice: to show the place would be an error in the file.
+    open(head() + QStringList{data("10:00:00"), data("10:00:00")} + scans(1));
+    chart().findChild<QStatusBar *>()->clearMessage();
+    QObject::connect(chart().findChild<QStatusBar *>(), &QStatusBar::messageChanged, &chart(),
+                     [this] { m_fixture.playback.closeStream(); });
+    m_fixture.log.clear();
+    step(1);
+    EXPECT_TRUE(m_fixture.log.isEmpty());
 }
 
 TEST_F(PlaybackEngineTest, clickWhileRecordingOrPlaying_opensNothing) {
