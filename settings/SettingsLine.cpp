@@ -357,7 +357,20 @@ constexpr Lines allLines(std::index_sequence<Number...> /*displaySettings*/) {
 
 constexpr Lines kLines = allLines(std::make_index_sequence<kDisplaySettings.size()>());
 
+/// Whether each place of the table is filled, and with the line of its key. A key that is there
+/// twice leaves the place of another one empty.
+constexpr bool everyLineIsAtItsKey() {
+    for (std::size_t number = 0; number < kLines.size(); ++number) {
+        const SettingsLine &line = kLines.at(number);
+        if (line.key != static_cast<Key>(number) || line.isWritten == nullptr) {
+            return false;
+        }
+    }
+    return true;
+}
+
 static_assert(kOtherLines.size() + kDisplaySettings.size() == kSettingsKeys.size());
+static_assert(everyLineIsAtItsKey());
 
 } // namespace
 
