@@ -108,7 +108,6 @@ Bitmap8::Handle Bitmap8::Create(qint32 width, qint32 height) {
         m_table.at(i) = {grey, grey, grey, 0};
     }
     m_pixels.assign(m_header.biSizeImage, 0);
-    m_origin = 0;
     passTable(0, static_cast<int>(m_table.size()));
     m_hBitmap = kRaster;
     m_previousBitmap = kContextsOwnBitmap;
@@ -120,7 +119,6 @@ Bitmap8::Handle Bitmap8::Create(qint32 width, qint32 height) {
 void Bitmap8::Destroy() {
     m_previousBitmap = 0;
     m_pixels = {};
-    m_origin = 0;
     m_hDC = 0;
     m_hBitmap = 0;
 }
@@ -137,9 +135,7 @@ void Bitmap8::Scroll(qint16 dx, qint16 dy) {
     if (dx < 0) {
         move({0, 0, width - dx, rows()}, {dx, 0});
     }
-    if (dy > 0 && dy <= rows() / 2) {
-        slideDown(dy);
-    } else if (dy > 0) {
+    if (dy > 0) {
         move({0, dy, width, rows() - dy}, {0, 0});
     }
     if (dy < 0) {
@@ -147,46 +143,7 @@ void Bitmap8::Scroll(qint16 dx, qint16 dy) {
     }
 }
 
-// The rows that fall off the bottom make room at the top, which then gets its old bytes back.
-void Bitmap8::slideDown(qint32 by) {
-    const auto size = static_cast<qint64>(m_pixels.size());
-    if (size == 0) {
-        return;
-    }
-    m_origin = Numbers::floorModulo(m_origin - qint64{by} * m_stride, size);
-    for (qint64 row = 0; row < by; ++row) {
-        std::memcpy(m_pixels.data() + place(row * m_stride),
-                    m_pixels.data() + place((row + by) * m_stride),
-                    static_cast<std::size_t>(m_stride));
-    }
-}
-
-void Bitmap8::straighten() {
-    if (m_origin == 0) {
-        return;
-    }
-    // The shorter part steps aside: after a few rows that is a few hundred bytes of megabytes.
-    const auto middle = m_pixels.begin() + m_origin;
-    if (middle - m_pixels.begin() <= m_pixels.end() - middle) {
-        const std::vector<quint8> front(m_pixels.begin(), middle);
-        std::copy(middle, m_pixels.end(), m_pixels.begin());
-        std::copy_backward(front.begin(), front.end(), m_pixels.end());
-    } else {
-        const std::vector<quint8> back(middle, m_pixels.end());
-        std::copy_backward(m_pixels.begin(), middle, m_pixels.end());
-        std::copy(back.begin(), back.end(), m_pixels.begin());
-    }
-    m_origin = 0;
-}
-
-std::size_t Bitmap8::place(qint64 address) const {
-    const qint64 sum = m_origin + address;
-    const auto size = static_cast<qint64>(m_pixels.size());
-    return static_cast<std::size_t>(sum >= size ? sum - size : sum);
-}
-
 void Bitmap8::move(const QRect &destination, QPoint source) {
-    straighten();
     const QPoint shift = source - destination.topLeft();
     const QRect raster(0, 0, m_header.biWidth, rows());
     const QRect target = destination & raster & raster.translated(-shift);
@@ -230,7 +187,7 @@ void Bitmap8::Render(PixelSurface *target, const QRect &destination, const QRect
         const qint64 row =
             source.y() + qint64{y - destination.top()} * source.height() / destination.height();
         quint32 *line = target->deviceLine(target->rowEdge(y)) + left;
-        runs.paint(line, m_pixels.data() + place(row * m_stride) + source.x(), m_passed.data());
+        runs.paint(line, m_pixels.data() + row * m_stride + source.x(), m_passed.data());
         for (int copy = target->rowEdge(y) + 1; copy < target->rowEdge(y + 1); ++copy) {
             std::copy_n(line, runs.width(), target->deviceLine(copy) + left);
         }
@@ -268,7 +225,6 @@ void Bitmap8::stretchRows(qint32 sourceHeight, qint32 destinationHeight) {
     if (m_pixels.empty() || sourceHeight < 1) {
         return;
     }
-    straighten();
     // In place, from the end that the copies move towards: no row is written before it was read.
     const bool grows = destinationHeight > sourceHeight;
     const auto length = static_cast<std::size_t>(m_header.biWidth);
@@ -286,25 +242,21 @@ void Bitmap8::zero(qint64 offset, qint64 count) {
     const auto size = static_cast<qint64>(m_pixels.size());
     const qint64 first = std::clamp<qint64>(offset, 0, size);
     const qint64 end = std::clamp<qint64>(offset + count, first, size);
-    if (end - first < size) {
-        straighten();
-    } else {
-        m_origin = 0; // nothing of the old rows is left
-    }
     std::fill(m_pixels.begin() + first, m_pixels.begin() + end, quint8{0});
 }
 
 void Bitmap8::setdata(qint32 x, qint32 y, quint8 value) {
     const qint64 address = qint64{m_stride} * y + x;
     if (address >= 0 && address < static_cast<qint64>(m_pixels.size())) {
-        m_pixels[place(address)] = value;
+        m_pixels[static_cast<std::size_t>(address)] = value;
     }
 }
 
 quint8 Bitmap8::data(qint32 x, qint32 y) const {
     const qint64 address = qint64{m_stride} * y + x;
-    return address >= 0 && address < static_cast<qint64>(m_pixels.size()) ? m_pixels[place(address)]
-                                                                          : quint8{0};
+    return address >= 0 && address < static_cast<qint64>(m_pixels.size())
+               ? m_pixels[static_cast<std::size_t>(address)]
+               : quint8{0};
 }
 
 void Bitmap8::setGroup(qint16 group) {

@@ -76,9 +76,6 @@ private:
     [[nodiscard]] qint32 rows() const { return qAbs(m_header.biHeight); }
     void passTable(int first, int count);
     void move(const QRect &destination, QPoint source);
-    void slideDown(qint32 by);
-    void straighten();
-    [[nodiscard]] std::size_t place(qint64 address) const;
     void stretchRows(qint32 sourceHeight, qint32 destinationHeight);
     void zero(qint64 offset, qint64 count);
     [[nodiscard]] bool holds(const QRect &source) const;
@@ -87,10 +84,8 @@ private:
     Handle m_hBitmap = 0;
     Header m_header;
     std::array<Entry, 256> m_table{};
-    /// The bytes. Row 0 begins at m_origin and the last byte is followed by the first, so that
-    /// sliding the rows down needn't move them.
+    /// The bytes, row by row. Scrolling moves them as a block, once a row of the waterfall.
     std::vector<quint8> m_pixels;
-    qint64 m_origin = 0;
     Handle m_previousBitmap = 0;
     qint32 m_stride = 0;
     qint32 m_stretchMode = 0;
