@@ -19,8 +19,8 @@ using ChannelData = std::array<Hertz, 3>;
 
 /// What the commands of a setting begin with.
 struct SettingLetters {
-    const char *write;
-    const char *read;
+    const char *write = nullptr;
+    const char *read = nullptr;
     /// What the report of a failed write calls it.
     const char *report = write;
 };
@@ -29,13 +29,13 @@ struct SettingLetters {
 template <typename T>
 struct SettingCodec {
     /// What follows the write letters.
-    QString (*argument)(const T &value);
+    QString (*argument)(const T &value) = nullptr;
     /// What follows the letters in the report of a failed write.
-    QString (*reportedArgument)(const T &value);
+    QString (*reportedArgument)(const T &value) = nullptr;
     /// The value in \a reply, the text after the echo; nothing where the text is no value and the
     /// setting is read strictly. Numbers past the type's range saturate. A codec of several fields
     /// removes from \a reply what it has read.
-    std::optional<T> (*value)(QString &reply);
+    std::optional<T> (*value)(QString &reply) = nullptr;
 };
 
 /// One setting. It sends nothing itself: frmVDR does.

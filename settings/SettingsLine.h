@@ -57,11 +57,11 @@ struct SettingsLine {
         Receiver, ///< one second: the unit drops what comes sooner behind a write to its receiver
     };
 
-    SettingsKey key;
+    SettingsKey key = SettingsKey::StartSettings;
     /// Whether a block that is saved now has the line.
-    bool (*isWritten)(const LineSource &from);
+    bool (*isWritten)(const LineSource &from) = nullptr;
     /// The text of the value, read from a panel or a dialog, never from the unit.
-    QString (*source)(const LineSource &from);
+    QString (*source)(const LineSource &from) = nullptr;
     /// Ahead of toUnit.
     Pause pause = Pause::None;
     void (*toUnit)(const LineTarget &to) = nullptr;
