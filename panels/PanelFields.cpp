@@ -163,8 +163,8 @@ bool PanelFields::takeKeyPress(Entry &entry, QKeyEvent &event) {
 
 /// Feeds \a text as keys up to the first that ends the entry.
 void PanelFields::takeText(Entry &entry, const QString &text) {
-    // The toolkit keeps mouse events from a disabled field only behind the event filters, and a menu
-    // may have been opened before the field was disabled.
+    // The toolkit keeps mouse events from a disabled field only behind the event filters, and a
+    // menu may have been opened before the field was disabled.
     if (!entry.control->isEnabled()) {
         return;
     }
