@@ -15,6 +15,10 @@ namespace veldron {
 
 /// The chart without its shortcuts: the same stores, but every drawing is a whole one, and there is
 /// no window. Size and density are set from outside and take effect at the next drawing.
+///
+/// It proves that caches, scrolling and repainted regions lose no pixel. It doesn't prove that
+/// scans, peaks, ages and rows are right, because it takes them from the product's own stores; the
+/// tests of the stores do that.
 class PlainChart {
 public:
     PlainChart(Clock &clock, const PictureBox &box)
