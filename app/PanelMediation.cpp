@@ -19,20 +19,20 @@
 namespace veldron {
 
 bool PanelMediation::isChannelMode() const {
-    return m_instruments.ctlMonitorMode1.MonitorMode() == MonitorModeCode::Channel;
+    return m_holders.ctlMonitorMode1.MonitorMode() == MonitorModeCode::Channel;
 }
 
 /// Each value passes here on its way from the unit to a panel, so that a lost link is noticed
 /// before a failure value is written.
 template <typename Value>
 Value PanelMediation::read(Value (frmVDR::*property)()) {
-    const Value value = (m_instruments.vdr.*property)();
+    const Value value = (m_holders.vdr.*property)();
     m_parts.lastSession.noteRead();
     return value;
 }
 
 void PanelMediation::showLinkStatus() {
-    m_parts.statusBar.setStatusText(m_instruments.vdr.Status());
+    m_parts.statusBar.setStatusText(m_holders.vdr.Status());
 }
 
 void PanelMediation::setPollInterval(qint32 milliseconds) {
@@ -46,27 +46,27 @@ bool PanelMediation::isScaleKnown() const {
     if (m_parts.session.InPlayback) {
         return true;
     }
-    const ctlMonitorMode &panel = m_instruments.ctlMonitorMode1;
+    const ctlMonitorMode &panel = m_holders.ctlMonitorMode1;
     if (!isChannelMode()) {
         return panel.fSpan() != kFailedFrequency && panel.fCentre() != kFailedFrequency;
     }
     return panel.fStart() != kFailedFrequency && panel.fCentre() != kFailedFrequency &&
            panel.fEnd() != kFailedFrequency &&
-           m_instruments.ctlFrequency1.Frequency() != kFailedFrequency;
+           m_holders.ctlFrequency1.Frequency() != kFailedFrequency;
 }
 
 /// Marks \a frequency on the chart, if that and the scale are known.
 void PanelMediation::markOnChart(Hertz frequency) {
     if (frequency != kFailedFrequency && isScaleKnown()) {
-        m_instruments.ctlChartSpectrum1.setRXFreq(frequency);
+        m_holders.ctlChartSpectrum1.setRXFreq(frequency);
     }
 }
 
 // ---- receiver panel
 
 void PanelMediation::ctlFrequency1_Changed(ReceiverChangeCode What) {
-    frmVDR &unit = m_instruments.vdr;
-    ctlFrequency &panel = m_instruments.ctlFrequency1;
+    frmVDR &unit = m_holders.vdr;
+    ctlFrequency &panel = m_holders.ctlFrequency1;
     switch (What) {
     case ReceiverChangeCode::Frequency:
         changeFrequency();
@@ -97,17 +97,17 @@ void PanelMediation::changeFrequency() {
         changeCentreFromReceiver();
         return;
     }
-    ctlFrequency &panel = m_instruments.ctlFrequency1;
-    m_instruments.vdr.setVDRMarkerFreq(panel.Frequency());
+    ctlFrequency &panel = m_holders.ctlFrequency1;
+    m_holders.vdr.setVDRMarkerFreq(panel.Frequency());
     panel.setFrequency(read(&frmVDR::VDRMarkerFreq));
     markOnChart(panel.Frequency());
 }
 
 /// The panel's centre moves its start and end along, so it is written before they are read.
 void PanelMediation::changeCentreFromReceiver() {
-    ctlMonitorMode &monitor = m_instruments.ctlMonitorMode1;
-    ctlChartSpectrum &chart = m_instruments.ctlChartSpectrum1;
-    m_instruments.vdr.setVDRCentre(m_instruments.ctlFrequency1.Frequency());
+    ctlMonitorMode &monitor = m_holders.ctlMonitorMode1;
+    ctlChartSpectrum &chart = m_holders.ctlChartSpectrum1;
+    m_holders.vdr.setVDRCentre(m_holders.ctlFrequency1.Frequency());
     monitor.setfCentre(read(&frmVDR::VDRCentre));
     showCentre(monitor.fCentre());
     if (isScaleKnown()) {
@@ -118,13 +118,13 @@ void PanelMediation::changeCentreFromReceiver() {
 }
 
 void PanelMediation::showCentre(Hertz centre) {
-    m_instruments.ctlFrequency1.setFrequency(centre);
+    m_holders.ctlFrequency1.setFrequency(centre);
     markOnChart(centre);
 }
 
 /// Another receiver has settings of its own, all of which the unit needs a moment to take over.
 void PanelMediation::changeReceiver() {
-    m_instruments.vdr.setRXType(m_instruments.ctlFrequency1.RX());
+    m_holders.vdr.setRXType(m_holders.ctlFrequency1.RX());
     GeneralUtilities::WaitSeconds(m_parts.clock, kReceiverPause);
     ReadBackSettings();
 }
@@ -132,8 +132,8 @@ void PanelMediation::changeReceiver() {
 // ---- data panel
 
 void PanelMediation::ctlDataMode1_Changed(DataChangeCode What) {
-    frmVDR &unit = m_instruments.vdr;
-    ctlDataMode &panel = m_instruments.ctlDataMode1;
+    frmVDR &unit = m_holders.vdr;
+    ctlDataMode &panel = m_holders.ctlDataMode1;
     switch (What) {
     case DataChangeCode::RBW:
         unit.setVDRRBW(panel.RBW());
@@ -160,29 +160,29 @@ void PanelMediation::ctlDataMode1_Changed(DataChangeCode What) {
 
 /// The top of the scale is the amplitude that the unit has taken, not the one asked for.
 void PanelMediation::confirmAmp() {
-    ctlDataMode &panel = m_instruments.ctlDataMode1;
-    ctlChartSpectrum &chart = m_instruments.ctlChartSpectrum1;
-    m_instruments.vdr.setVDRAmp(panel.Amp());
+    ctlDataMode &panel = m_holders.ctlDataMode1;
+    ctlChartSpectrum &chart = m_holders.ctlChartSpectrum1;
+    m_holders.vdr.setVDRAmp(panel.Amp());
     panel.setAmp(read(&frmVDR::VDRAmp));
     chart.setdBStart(static_cast<qint16>(panel.Amp() - chart.dBSpan()));
     chart.DrawAxes();
 }
 
 void PanelMediation::confirmDataMode() {
-    m_instruments.vdr.setVDRDataMode(m_instruments.ctlDataMode1.DataMode());
+    m_holders.vdr.setVDRDataMode(m_holders.ctlDataMode1.DataMode());
     readDataModeBack();
 }
 
 /// The unit restarts its maximum when Max is switched on, so Normal goes out first, also when
 /// another mode was set.
 void PanelMediation::resetLevels() {
-    m_instruments.vdr.setVDRDataMode(DataModeCode::Normal);
-    m_instruments.vdr.setVDRDataMode(DataModeCode::Max);
+    m_holders.vdr.setVDRDataMode(DataModeCode::Normal);
+    m_holders.vdr.setVDRDataMode(DataModeCode::Max);
     readDataModeBack();
 }
 
 void PanelMediation::readDataModeBack() {
-    ctlDataMode &panel = m_instruments.ctlDataMode1;
+    ctlDataMode &panel = m_holders.ctlDataMode1;
     const DataModeCode reported = read(&frmVDR::VDRDataMode);
     DataModeCode mode = reported; // the panel turns a mode that it doesn't know into Normal
     // Mode before count: the mode decides which count the unit is asked for, and whether the panel
@@ -213,8 +213,8 @@ void PanelMediation::ctlMonitorMode1_Changed(MonitorChangeCode What) {
     default:
         return;
     }
-    const ctlMonitorMode &panel = m_instruments.ctlMonitorMode1;
-    ctlChartSpectrum &chart = m_instruments.ctlChartSpectrum1;
+    const ctlMonitorMode &panel = m_holders.ctlMonitorMode1;
+    ctlChartSpectrum &chart = m_holders.ctlChartSpectrum1;
     // Behind every read-back, and the axes last: only then are all four values those of one scale.
     if (isScaleKnown()) {
         chart.setDataResolution(panel.fStep());
@@ -226,8 +226,8 @@ void PanelMediation::ctlMonitorMode1_Changed(MonitorChangeCode What) {
 
 /// Which frequencies there are to read depends on the mode that the unit has really taken.
 void PanelMediation::changeMonitorMode() {
-    frmVDR &unit = m_instruments.vdr;
-    ctlMonitorMode &panel = m_instruments.ctlMonitorMode1;
+    frmVDR &unit = m_holders.vdr;
+    ctlMonitorMode &panel = m_holders.ctlMonitorMode1;
     unit.setVDRMonitorMode(panel.MonitorMode());
     panel.setMonitorMode(read(&frmVDR::VDRMonitorMode));
     if (isChannelMode()) {
@@ -241,23 +241,23 @@ void PanelMediation::changeMonitorMode() {
 }
 
 void PanelMediation::changeCentre() {
-    ctlMonitorMode &panel = m_instruments.ctlMonitorMode1;
-    m_instruments.vdr.setVDRCentre(panel.fCentre());
+    ctlMonitorMode &panel = m_holders.ctlMonitorMode1;
+    m_holders.vdr.setVDRCentre(panel.fCentre());
     panel.setfCentre(read(&frmVDR::VDRCentre));
     showCentre(panel.fCentre());
 }
 
 /// A new step goes out as the span that the panel has made of it.
 void PanelMediation::changeSpan() {
-    ctlMonitorMode &panel = m_instruments.ctlMonitorMode1;
-    m_instruments.vdr.setVDRSpan(panel.fSpan().roundedTo32());
+    ctlMonitorMode &panel = m_holders.ctlMonitorMode1;
+    m_holders.vdr.setVDRSpan(panel.fSpan().roundedTo32());
     panel.setfSpan(Hertz::fromWhole(read(&frmVDR::VDRSpan)));
 }
 
 /// In channel mode the panel's centre holds the channel step.
 void PanelMediation::changeChannels() {
-    const ctlMonitorMode &panel = m_instruments.ctlMonitorMode1;
-    m_instruments.vdr.setVDRChData({panel.fStart(), panel.fCentre(), panel.fEnd()});
+    const ctlMonitorMode &panel = m_holders.ctlMonitorMode1;
+    m_holders.vdr.setVDRChData({panel.fStart(), panel.fCentre(), panel.fEnd()});
     readChannelsIn();
 }
 
@@ -265,14 +265,14 @@ void PanelMediation::changeChannels() {
 /// the unit, and each of the two shows what was true when it was written.
 void PanelMediation::readChannelsIn() {
     showChannels();
-    m_instruments.ctlFrequency1.setFrequency(read(&frmVDR::VDRMarkerFreq));
+    m_holders.ctlFrequency1.setFrequency(read(&frmVDR::VDRMarkerFreq));
     markOnChart(read(&frmVDR::VDRMarkerFreq));
 }
 
 /// Span and step come last: the panel shows them only, and derives no other value from them in
 /// channel mode.
 void PanelMediation::showChannels() {
-    ctlMonitorMode &panel = m_instruments.ctlMonitorMode1;
+    ctlMonitorMode &panel = m_holders.ctlMonitorMode1;
     const ChannelData channels = read(&frmVDR::VDRChData);
     panel.setfStart(channels[0]);
     panel.setfCentre(channels[1]);
@@ -284,11 +284,11 @@ void PanelMediation::showChannels() {
 // ---- chart
 
 void PanelMediation::ctlChartSpectrum1_Changed() {
-    frmVDR &unit = m_instruments.vdr;
-    const Hertz marker = m_instruments.ctlChartSpectrum1.MarkerFreq();
+    frmVDR &unit = m_holders.vdr;
+    const Hertz marker = m_holders.ctlChartSpectrum1.MarkerFreq();
     if (isChannelMode()) {
         unit.setVDRMarkerFreq(marker);
-        m_instruments.ctlFrequency1.setFrequency(read(&frmVDR::VDRMarkerFreq));
+        m_holders.ctlFrequency1.setFrequency(read(&frmVDR::VDRMarkerFreq));
     } else {
         unit.setVDRCentre(marker);
     }
@@ -298,8 +298,8 @@ void PanelMediation::ctlChartSpectrum1_Changed() {
 // ---- reading everything back
 
 void PanelMediation::ReadBackSettings() {
-    ctlFrequency &receiver = m_instruments.ctlFrequency1;
-    ctlDataMode &data = m_instruments.ctlDataMode1;
+    ctlFrequency &receiver = m_holders.ctlFrequency1;
+    ctlDataMode &data = m_holders.ctlDataMode1;
     // The receiver comes before its mode, because it decides which modes the panel lists; the data
     // mode before its count, because the unit keeps one count a mode; the monitor mode before the
     // frequencies, because it decides which of them there are.
@@ -312,34 +312,34 @@ void PanelMediation::ReadBackSettings() {
     data.setDataMode(dataMode);
     data.setRBW(read(&frmVDR::VDRRBW));
     data.setSamples(read(&frmVDR::VDRSamples));
-    m_instruments.ctlMonitorMode1.setMonitorMode(read(&frmVDR::VDRMonitorMode));
+    m_holders.ctlMonitorMode1.setMonitorMode(read(&frmVDR::VDRMonitorMode));
     readBackFrequencies();
     m_parts.lastSession.noteReadBack();
     // Behind all panels, so that the chart changes its scale once at most.
     UpdateChartSettings();
     // The full period, whatever interval the timer had: the first tick comes when all is shown.
-    m_parts.pollTimer.start(m_instruments.commSettings.Poll());
+    m_parts.pollTimer.start(m_holders.commSettings.Poll());
     // Last, because the block is written from the panels.
     m_parts.recorder.writeSettings();
 }
 
 void PanelMediation::readBackFrequencies() {
-    ctlMonitorMode &panel = m_instruments.ctlMonitorMode1;
+    ctlMonitorMode &panel = m_holders.ctlMonitorMode1;
     if (isChannelMode()) {
         showChannels();
-        m_instruments.ctlFrequency1.setFrequency(read(&frmVDR::VDRMarkerFreq));
+        m_holders.ctlFrequency1.setFrequency(read(&frmVDR::VDRMarkerFreq));
         return;
     }
     panel.setfSpan(Hertz::fromWhole(read(&frmVDR::VDRSpan)));
     panel.setfCentre(read(&frmVDR::VDRCentre));
-    m_instruments.ctlFrequency1.setFrequency(panel.fCentre());
+    m_holders.ctlFrequency1.setFrequency(panel.fCentre());
 }
 
 void PanelMediation::UpdateChartSettings() {
     if (isScaleKnown()) {
-        updateChartFrequencies(m_instruments);
+        updateChartFrequencies(m_holders);
     }
-    updateChartDisplay(m_instruments);
+    updateChartDisplay(m_holders);
 }
 
 } // namespace veldron

@@ -35,8 +35,8 @@ public:
         const SessionState &session;
         Clock &clock;
     };
-    PanelMediation(const SettingHolders &instruments, const Parts &parts)
-        : m_instruments(instruments), m_parts(parts) {}
+    PanelMediation(const SettingHolders &holders, const Parts &parts)
+        : m_holders(holders), m_parts(parts) {}
 
     void ctlFrequency1_Changed(ReceiverChangeCode What);
     void ctlDataMode1_Changed(DataChangeCode What);
@@ -73,7 +73,7 @@ private:
     [[nodiscard]] bool isScaleKnown() const;
     void markOnChart(Hertz frequency);
 
-    SettingHolders m_instruments;
+    SettingHolders m_holders;
     Parts m_parts;
 };
 

@@ -41,7 +41,7 @@ void RoundRobin::step() {
     if (m_ReadBackStep < kChecks.size()) {
         const Differs differs = kChecks.at(m_ReadBackStep);
         ++m_ReadBackStep;
-        followUnitIf(differs(m_instruments));
+        followUnitIf(differs(m_holders));
     } else if (m_ReadBackStep == kChecks.size()) {
         ++m_ReadBackStep;
         checkFrequencies();
@@ -51,7 +51,7 @@ void RoundRobin::step() {
 }
 
 void RoundRobin::checkFrequencies() {
-    if (m_instruments.ctlMonitorMode1.MonitorMode() == MonitorModeCode::Channel) {
+    if (m_holders.ctlMonitorMode1.MonitorMode() == MonitorModeCode::Channel) {
         checkChannels();
     } else {
         checkSpanAndCentre();
@@ -59,28 +59,28 @@ void RoundRobin::checkFrequencies() {
 }
 
 void RoundRobin::checkSpanAndCentre() {
-    const ctlMonitorMode &panel = m_instruments.ctlMonitorMode1;
-    followUnitIf(Hertz::fromWhole(m_instruments.vdr.VDRSpan()) != panel.fSpan());
-    followUnitIf(m_instruments.vdr.VDRCentre() != panel.fCentre());
+    const ctlMonitorMode &panel = m_holders.ctlMonitorMode1;
+    followUnitIf(Hertz::fromWhole(m_holders.vdr.VDRSpan()) != panel.fSpan());
+    followUnitIf(m_holders.vdr.VDRCentre() != panel.fCentre());
 }
 
 /// Each difference reads everything back at once, so one poll can do so several times; the values
 /// read at the start go on being compared.
 void RoundRobin::checkChannels() {
-    const ctlMonitorMode &panel = m_instruments.ctlMonitorMode1;
-    const ChannelData channels = m_instruments.vdr.VDRChData();
+    const ctlMonitorMode &panel = m_holders.ctlMonitorMode1;
+    const ChannelData channels = m_holders.vdr.VDRChData();
     followUnitIf(channels[0] != panel.fStart());
     followUnitIf(channels[1] != panel.fCentre());
     followUnitIf(channels[2] != panel.fEnd());
-    followUnitIf(m_instruments.vdr.VDRMarkerFreq() != shownMarker());
+    followUnitIf(m_holders.vdr.VDRMarkerFreq() != shownMarker());
 }
 
 /// The chart's marker keeps its place while its reads fail, and the receiver panel shows the
 /// failure. So a marker that can't be read is reported once, not at each cycle, and the first good
 /// read is shown in the panel also when the marker is where it was.
 Hertz RoundRobin::shownMarker() const {
-    const Hertz inPanel = m_instruments.ctlFrequency1.Frequency();
-    return inPanel == kFailedFrequency ? inPanel : m_instruments.ctlChartSpectrum1.RXFreq();
+    const Hertz inPanel = m_holders.ctlFrequency1.Frequency();
+    return inPanel == kFailedFrequency ? inPanel : m_holders.ctlChartSpectrum1.RXFreq();
 }
 
 void RoundRobin::followUnitIf(bool different) {

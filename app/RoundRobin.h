@@ -16,8 +16,8 @@ class PanelMediation;
 class RoundRobin {
 public:
     /// \a mediation outlives the object.
-    RoundRobin(const SettingHolders &instruments, PanelMediation &mediation)
-        : m_instruments(instruments), m_mediation(mediation) {}
+    RoundRobin(const SettingHolders &holders, PanelMediation &mediation)
+        : m_holders(holders), m_mediation(mediation) {}
 
     /// The check that is due.
     void step();
@@ -29,7 +29,7 @@ private:
     [[nodiscard]] Hertz shownMarker() const;
     void followUnitIf(bool different);
 
-    SettingHolders m_instruments;
+    SettingHolders m_holders;
     PanelMediation &m_mediation;
     /// Position in the cycle, from 0 to 10: the check that the next poll makes.
     std::size_t m_ReadBackStep = 0;

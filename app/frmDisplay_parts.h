@@ -33,7 +33,7 @@ struct frmDisplay::Parts {
     frmVDR vdr;
     frmCommSettings commSettings;
     frmDisplaySettings displaySettings;
-    SettingHolders instruments;
+    SettingHolders holders;
     PanelMediation mediation;
     SettingsLines settingsLines;
     SettingsFiles settingsFiles;
