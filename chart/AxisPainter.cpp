@@ -75,7 +75,8 @@ QRect AxisPainter::difference(const std::vector<PlannedLine> &lines,
     return area;
 }
 
-// A label is printed whole or not at all: over its own other half it would become thicker.
+// A label is printed whole or not at all: its smoothed edges, printed a second time over
+// themselves, would come out thicker.
 QRect AxisPainter::grownToLabels(QRect area, const std::vector<Label> &labels) {
     for (bool grown = true; grown;) {
         grown = false;

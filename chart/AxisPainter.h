@@ -21,7 +21,8 @@ struct LabelPrinter {
 
 /// Paints the axes, and paints them again by replacing only what differs.
 ///
-/// Both ways leave the same pixels. What stands is known by the surface's generation.
+/// Both ways leave the same pixels. It keeps what it painted last as a cache, which another
+/// generation of the surface invalidates.
 class AxisPainter {
 public:
     explicit AxisPainter(LabelPrinter printer) : m_printer(std::move(printer)) {}

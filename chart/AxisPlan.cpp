@@ -123,8 +123,9 @@ private:
             return false;
         }
         const Hertz step = AxisPlan::frequencyStep(stop - start, count);
-        // Before the first label, the end of the last one is the row of the last tick above: a
-        // row is no column, but a single label at the right edge stands where that puts it.
+        // A column is wanted here, the right end of the label before, and before the first label it
+        // begins with the row of the last time or level tick. That is odd, and shows only in a
+        // single label at the right edge; its place is fixed by it all the same.
         int lastEnd = m_row;
         for (Hertz f = AxisPlan::firstFrequency(start, step); f <= stop; f += step) {
             lastEnd = frequencyTick(f, lastEnd);

@@ -61,7 +61,8 @@ bool BinGrid::setDataResolution(Hertz resolution) {
 }
 
 void BinGrid::recalculate() {
-    // The bound keeps the sums of an absurd resolution, which is one bin for everything, in range.
+    // Without the bound the additions below could overflow. Any resolution above it is wider than
+    // the whole range and makes one bin, as the bound itself does.
     const qint64 resolution = std::min(m_dataResolution.units(), kExactUnits);
     const qint64 span = (m_scanStop - m_scanStart).units();
     m_binCount = static_cast<qint32>(Numbers::divideHalfEven(span + resolution, resolution));

@@ -19,7 +19,7 @@ constexpr Bitmap8::Handle kRaster = 2;
 constexpr Bitmap8::Handle kContextsOwnBitmap = 3;
 
 constexpr qint32 kColourOnColour = 4;
-// The top entry is left to the first write of a colour.
+// Entry 255 is passed on with the first write of a colour.
 constexpr int kEntriesPassedByCreate = 255;
 constexpr float kLargestStep = 8.0F;
 
@@ -53,8 +53,9 @@ public:
 
     [[nodiscard]] int width() const { return m_width; }
 
-    // Four pixels at a time, whatever a run's length: the next run paints over what was too much.
-    // The last runs, which have nobody behind them, are painted pixel by pixel.
+    // Each run is written four pixels at a time, up to three pixels too far: the next run
+    // overwrites the excess. Runs so near the end that the excess would leave the line are written
+    // pixel by pixel.
     void paint(quint32 *line, const quint8 *bytes, const quint32 *colours) const {
         for (std::size_t i = 0; i < m_whole; ++i) {
             const quint32 colour = colours[bytes[m_runs[i].column]];
@@ -80,7 +81,7 @@ private:
         int start;
     };
 
-    // Where painting run \a i by fours ends.
+    // First device column that writing run \a i by fours leaves alone.
     [[nodiscard]] int end(std::size_t i) const {
         const int length = m_runs[i + 1].start - m_runs[i].start;
         return m_runs[i].start + (length + 3) / 4 * 4;

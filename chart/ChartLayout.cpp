@@ -10,7 +10,8 @@ namespace veldron {
 namespace {
 
 int splitRow(int scaleHeight, float splitFraction) {
-    // The bounds keep a fraction from outside, which nobody limits, from leaving the numbers.
+    // Nobody limits a fraction that comes from a file or from code; the bounds keep the sums of
+    // the layout from overflowing.
     const double row = static_cast<double>(scaleHeight) * static_cast<double>(splitFraction);
     return Numbers::roundTo<qint32>(qBound(-1.0e6, row, 1.0e6));
 }

@@ -14,7 +14,8 @@ bool ChartPainter::drawsTrace(const Input &input) {
     return input.trace.layout.plotWidth() > 1;
 }
 
-// Whether it covers its whole area, too.
+// True only for a waterfall that covers its whole area: a larger grid or picture than the history
+// has bytes for draws none.
 bool ChartPainter::drawsWaterfall(const Input &input) {
     return drawsTrace(input) && input.displayType == DisplayTypeCode::TraceAndWaterfall &&
            input.trace.grid.cellCount() <= WaterfallStore::kWidth &&
@@ -30,7 +31,7 @@ PictureChange ChartPainter::paint(PixelSurface &surface, const Input &input) {
     };
     const ChartLayout &layout = input.trace.layout;
     if (drawsTrace(input)) {
-        // First, because a scale without height throws, and then nothing is to be painted.
+        // Before anything is painted, because a scale without height throws here.
         TraceRenderer::columns(input.trace, m_columns);
     }
     paintAxes(surface, input);
@@ -61,7 +62,8 @@ void ChartPainter::paintAxes(PixelSurface &surface, const Input &input) {
     if (drawsWaterfall(input)) {
         covered.push_back(layout.fallArea());
     }
-    // What a trace left under the plot may reach the waterfall's area, so it takes a whole wipe.
+    // Pixels that a trace left under the plot may reach into the waterfall's area, which replace()
+    // can't clear: only a whole wipe removes them.
     const bool piecewise =
         covered == m_covered && drawsTrace(input) && m_trace.strayBelow().isEmpty();
     if (piecewise && m_axisPainter.replace(surface, m_axes, m_trace.strayAbove(),

@@ -41,7 +41,7 @@ public:
     explicit ChartPainter(LabelPrinter printer) : m_axisPainter(std::move(printer)) {}
 
     /// The next paint() wipes the picture and draws \a plan. Until then the picture stays as it
-    /// is, so that a scale changed in between is not seen half.
+    /// is, so that nobody sees new axes over a trace of the old scale.
     void setAxes(AxisPlan plan);
     /// Paints onto \a surface what \a input describes, a chart large enough to be drawn.
     PictureChange paint(PixelSurface &surface, const Input &input);

@@ -12,8 +12,8 @@ namespace veldron {
 /// Paints a trace over the one that stands in the picture, touching only what differs.
 ///
 /// The pixels come out exactly as if each column were painted anew by TraceRenderer::paint; a scan
-/// costs a fraction of that, because most of a column stays as it is. What stands is known by the
-/// surface's generation. Nobody else paints within the plot.
+/// costs a fraction of that, because most of a column stays as it is. Another generation of the
+/// surface invalidates the cache. Nobody else paints within the plot.
 class TraceCache {
 public:
     /// Returns the lowest row that was painted, which lies under the plot when levels under the

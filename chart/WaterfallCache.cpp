@@ -8,12 +8,13 @@ namespace veldron {
 
 namespace {
 
-// Rows of the area, counted from its top, are rows of the history, counted from firstRow().
+// Renders rows \a first to \a last of the area \a target, counted from its top; row 0 shows the
+// history's row firstRow().
 void render(PixelSurface &surface, const WaterfallStore &store, const QRect &target, qint32 columns,
             qint32 first, qint32 last) {
     first = std::max(first, 0);
     last = std::min(last, target.height() - 1);
-    // The raster refuses to render rows beyond its end, and then none are.
+    // A view that passes the raster's end is rendered not at all, as one Render() of it would be.
     if (first <= last && store.firstRow() + target.height() <= WaterfallStore::kHeight) {
         const qint32 count = last - first + 1;
         store.history().Render(&surface,
@@ -30,7 +31,7 @@ int WaterfallCache::paint(PixelSurface &surface, WaterfallStore &store, const Ch
     const QRect target = layout.fallArea();
     const qint32 columns = std::max(cellCount, 1);
     const WaterfallStore::RowChange change = store.takeChange();
-    // What the rows moved by in the history, less what the view moved after them.
+    // By how much the picture's rows move down: the shift of the history less that of the view.
     const qint32 moved = change.shift - (store.firstRow() - m_firstRow);
     const bool stands = standsIn(surface, target, columns) && overpainted < target.top() &&
                         std::abs(moved) < target.height();

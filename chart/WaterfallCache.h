@@ -11,7 +11,7 @@ namespace veldron {
 
 /// Paints the visible rows of the history, one history row to a pixel row, and touches only what
 /// differs: rows that moved are moved in the picture, and only those that changed are painted.
-/// What stands is known by the surface's generation.
+/// Another generation of the surface invalidates the cache.
 class WaterfallCache {
 public:
     /// Limits the store's first row to what there is, then paints \a cellCount columns. Nothing is

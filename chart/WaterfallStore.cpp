@@ -111,14 +111,16 @@ void WaterfallStore::AdvanceRows(float time, float fallRoom, const RowClosed &cl
         }
         pushRow(time);
         const bool scrollBarIsDue = countRow(fallRoom);
-        // Whole seconds can't count rows of under one: there, one scan is one row.
+        // Row ends are whole seconds, which can't tell rows of less than a second apart: there,
+        // each scan closes one row.
         bool oneRowOnly = interval < 1.0F;
         if (oneRowOnly) {
             m_nextRowTime = time;
         } else if (!gap) {
             const float next = wholeSecondOfDay(static_cast<double>(interval) +
                                                 static_cast<double>(m_nextRowTime));
-            // Nor does the time of day count rows of whole days: all end at the same one.
+            // Rows of whole days all end at the same time of day: without this the loop would never
+            // end.
             oneRowOnly = next == m_nextRowTime;
             m_nextRowTime = next;
         }

@@ -27,8 +27,8 @@ public:
     /// Called for each row closed; the argument tells that the scroll bar's figures have changed.
     using RowClosed = std::function<void(bool)>;
 
-    /// What changed in the raster since somebody asked: all rows moved down by \a shift, and then
-    /// those from \a first to \a last were written; first above last is none.
+    /// What changed in the raster since the last takeChange(): all rows moved down by \a shift, and
+    /// then those from \a first to \a last were written; first above last is none.
     struct RowChange {
         qint32 shift;
         qint32 first;

@@ -93,7 +93,7 @@ void ctlChartSpectrum::Refresh() {
 
 void ctlChartSpectrum::paintPicture(const ChartLayout &layout) {
     if (Picture1->prepare()) {
-        layOutAxes(layout); // a new surface has none
+        layOutAxes(layout); // a new surface has no axes yet
     }
     const PictureChange change = m_painter.paint(
         Picture1->surface(), {{layout, m_grid, m_scans, m_scale, m_Peak, m_ScreenResolution},

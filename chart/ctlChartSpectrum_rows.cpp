@@ -68,7 +68,7 @@ void ctlChartSpectrum::rowClosed(bool scrollBarIsDue) {
 }
 
 void ctlChartSpectrum::ConfigureScrollBar() {
-    // The bar speaks for the user alone.
+    // Moving the bar from code must not scroll the view: only the user's moves are taken.
     const QSignalBlocker blocker(VScroll1);
     const int visible = visibleFallRows(ScaleHeight(), m_SplitFraction);
     if (visible <= 0 || m_waterfall.rowCount() <= visible ||
@@ -87,8 +87,8 @@ void ctlChartSpectrum::ConfigureScrollBar() {
     VScroll1->update();
 }
 
-// A thumb that is dragged is worked out from its share of the bar, every other move is taken as
-// it is; the two sums differ as soon as rows have come in since the bar was set up.
+// A dragged thumb is taken as a share of the rows that there are now, every other move as a row
+// number. The two differ as soon as rows have come in since the bar was set up.
 void ctlChartSpectrum::onScrollBarMoved(int value) {
     qint64 row = value;
     if (VScroll1->isSliderDown()) {

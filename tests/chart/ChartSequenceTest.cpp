@@ -51,7 +51,7 @@ protected:
         const int bins = plain.grid().binCount();
         LevelScan levels(static_cast<std::size_t>(
             oneOf({bins, bins, bins, bins + 1, bins + 2, bins + 3, (bins + 1) / 2, 321, 0})));
-        // Among the levels, under the scale, over it, and all over.
+        // Signals on the scale, under it, over it, and of any level.
         const int kind = below(5);
         const int lowest = std::array{45, 0, 95, 0, below(120)}.at(static_cast<std::size_t>(kind));
         const int range = std::array{50, 42, 160, 256, 1}.at(static_cast<std::size_t>(kind));
