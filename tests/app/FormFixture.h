@@ -40,9 +40,9 @@ namespace veldron {
 /// hand, boxes and file dialogs that answer at once, and a program folder of its own.
 ///
 /// Nothing exists before start(), so that a test can first say which ports there are and what the
-/// unit holds. The unit is a simple one: it keeps whatever is written to it. It starts in Spectrum mode
-/// at 100 MHz with 10 MHz of span, data mode Normal and receiver 7; in Channel mode it has 144 MHz
-/// to 146 MHz in steps of 25 kHz and its marker at 145 MHz.
+/// unit holds. The unit is a simple one: it keeps whatever is written to it. It starts in Spectrum
+/// mode at 100 MHz with 10 MHz of span, data mode Normal and receiver 7; in Channel mode it has
+/// 144 MHz to 146 MHz in steps of 25 kHz and its marker at 145 MHz.
 class FormFixture : public testing::Test {
 protected:
     FormFixture() {
