@@ -8,13 +8,21 @@
 
 namespace veldron::ProgramFolder {
 
+namespace {
+
+bool isInstalled(const QString &executableFolder) {
+    return QFileInfo(executableFolder + QStringLiteral("/../share/veldron")).isDir();
+}
+
+} // namespace
+
 QString path() {
     return choose(QCoreApplication::applicationDirPath(),
                   QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
 }
 
 QString choose(const QString &executableFolder, const QString &userFolder) {
-    if (QFileInfo(executableFolder).isWritable()) {
+    if (!isInstalled(executableFolder) && QFileInfo(executableFolder).isWritable()) {
         return executableFolder;
     }
     QDir().mkpath(userFolder);

@@ -36,5 +36,14 @@ TEST(ProgramFolder, executableFolderWithoutTheRightToWrite_givesTheUsersFolder) 
     EXPECT_TRUE(QDir(users).exists());
 }
 
+TEST(ProgramFolder, installedProgram_hasTheUsersFolderThoughItsOwnIsWritable) {
+    const QTemporaryDir prefix;
+    ASSERT_TRUE(QDir(prefix.path()).mkpath(QStringLiteral("bin")));
+    ASSERT_TRUE(QDir(prefix.path()).mkpath(QStringLiteral("share/veldron")));
+    const QString users = prefix.filePath(QStringLiteral("home"));
+    EXPECT_EQ(ProgramFolder::choose(prefix.filePath(QStringLiteral("bin")), users), users);
+    EXPECT_TRUE(QDir(users).exists());
+}
+
 } // namespace
 } // namespace veldron
