@@ -24,7 +24,8 @@ int main(int argc, char **argv) {
     frmDisplay *window = nullptr; // made below; no line event comes before it opens a port
     QtSerialControl control(
         ErrorGuard([&window](const UntrappedError &error) { window->endWithError(error); }),
-        PortMap::choose(QCoreApplication::applicationDirPath(), QtSerialControl::systemDevices));
+        PortMap::choose({QCoreApplication::applicationDirPath(), folder},
+                        QtSerialControl::systemDevices));
     QtDialogs dialogs;
     frmDisplay form(
         {control, clock, dialogs, texts, folder, QCoreApplication::applicationVersion()});

@@ -75,10 +75,15 @@ PortMap PortMap::ofDevices(const QStringList &devices) {
     return map;
 }
 
-PortMap PortMap::choose(const QString &executableFolder,
+PortMap PortMap::choose(const QStringList &folders,
                         const std::function<QStringList()> &systemDevices) {
-    const QString folder = executableFolder + QStringLiteral("/ports");
-    return QFileInfo(folder).isDir() ? ofFolder(folder) : ofDevices(systemDevices());
+    for (const QString &folder : folders) {
+        const QString ports = folder + QStringLiteral("/ports");
+        if (QFileInfo(ports).isDir()) {
+            return ofFolder(ports);
+        }
+    }
+    return ofDevices(systemDevices());
 }
 
 QString PortMap::device(qint16 port) const {

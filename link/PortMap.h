@@ -12,8 +12,9 @@ namespace veldron {
 
 /// Which device stands behind COM 1 to COM 16.
 ///
-/// If a folder "ports" stands beside the program, only its entries exist: COM n is the entry
-/// "COMn", looked up at each call. Otherwise the system's own ports are numbered, once.
+/// If there is a folder "ports" beside the program or in the user's folder, only its entries exist:
+/// COM n is the entry "COMn", looked up at each call. Otherwise the system's own ports are
+/// numbered, once.
 class PortMap {
 public:
     static constexpr qint16 kFirstPort = 1;
@@ -24,10 +25,10 @@ public:
     /// \a devices are paths in any order. They take the numbers from 1 in this one: ttyS, ttyUSB,
     /// ttyACM, others; each of them in natural order (ttyS2 before ttyS10). The rest is left out.
     [[nodiscard]] static PortMap ofDevices(const QStringList &devices);
-    /// Chooses between the two. \a executableFolder is the folder of the program's executable;
+    /// Chooses between the two. The first of \a folders that holds a folder "ports" decides;
     /// \a systemDevices lists the system's ports, for which it may open them, and is only called
-    /// when there is no folder "ports".
-    [[nodiscard]] static PortMap choose(const QString &executableFolder,
+    /// when none does.
+    [[nodiscard]] static PortMap choose(const QStringList &folders,
                                         const std::function<QStringList()> &systemDevices);
 
     /// The path of the device behind COM \a port, empty when there is none. A link in the folder

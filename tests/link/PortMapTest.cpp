@@ -56,7 +56,8 @@ TEST(PortMap, noDevices_nothingExists) {
 
 TEST(PortMap, noPortsFolder_theSystemsListCounts) {
     const QTemporaryDir folder;
-    const PortMap map = PortMap::choose(folder.path(), [] { return QStringList{"/dev/ttyUSB4"}; });
+    const PortMap map =
+        PortMap::choose({folder.path()}, [] { return QStringList{"/dev/ttyUSB4"}; });
     EXPECT_EQ(map.device(1), "/dev/ttyUSB4");
 }
 
@@ -64,7 +65,7 @@ TEST(PortMap, portsFolder_decidesAloneAndTheSystemIsNotAsked) {
     const QTemporaryDir folder;
     ASSERT_TRUE(QDir(folder.path()).mkdir("ports"));
     bool asked = false;
-    const PortMap map = PortMap::choose(folder.path(), [&asked] {
+    const PortMap map = PortMap::choose({folder.path()}, [&asked] {
         asked = true;
         return QStringList{"/dev/ttyS0"};
     });
@@ -76,18 +77,37 @@ TEST(PortMap, plainFileCalledPorts_isNoFolder) {
     const QTemporaryDir folder;
     QFile file(folder.filePath("ports"));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    const PortMap map = PortMap::choose(folder.path(), [] { return QStringList{"/dev/ttyS0"}; });
+    const PortMap map = PortMap::choose({folder.path()}, [] { return QStringList{"/dev/ttyS0"}; });
     EXPECT_EQ(map.device(1), "/dev/ttyS0");
 }
 
 TEST(PortMap, entryOfThePortsFolder_isFoundWhenItAppears) {
     const QTemporaryDir folder;
     ASSERT_TRUE(QDir(folder.path()).mkdir("ports"));
-    const PortMap map = PortMap::choose(folder.path(), noDevices);
+    const PortMap map = PortMap::choose({folder.path()}, noDevices);
     EXPECT_EQ(map.device(3), "");
     ASSERT_TRUE(QFile::link("/dev/null", folder.filePath("ports/COM3")));
     EXPECT_EQ(map.device(3), folder.filePath("ports/COM3"));
     EXPECT_EQ(map.device(4), "");
+}
+
+TEST(PortMap, portsFolderOfTheUser_countsIfThereIsNoneBesideTheProgram) {
+    const QTemporaryDir program;
+    const QTemporaryDir user;
+    ASSERT_TRUE(QDir(user.path()).mkdir("ports"));
+    ASSERT_TRUE(QFile::link("/dev/null", user.filePath("ports/COM7")));
+    const PortMap map = PortMap::choose({program.path(), user.path()}, noDevices);
+    EXPECT_EQ(map.device(7), user.filePath("ports/COM7"));
+}
+
+TEST(PortMap, portsFoldersInBothPlaces_theOneBesideTheProgramDecidesAlone) {
+    const QTemporaryDir program;
+    const QTemporaryDir user;
+    ASSERT_TRUE(QDir(program.path()).mkdir("ports"));
+    ASSERT_TRUE(QDir(user.path()).mkdir("ports"));
+    ASSERT_TRUE(QFile::link("/dev/null", user.filePath("ports/COM7")));
+    const PortMap map = PortMap::choose({program.path(), user.path()}, noDevices);
+    EXPECT_EQ(map.device(7), "");
 }
 
 TEST(PortMap, entryThatLeadsNowhere_stillHasItsPath) {
