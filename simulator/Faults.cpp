@@ -24,6 +24,12 @@ constexpr std::array kKindNames = {
     KindName{Fault::Kind::Garble, "garble"},
     KindName{Fault::Kind::Refuse, "refuse"},
     KindName{Fault::Kind::WrongEcho, "echo"},
+    KindName{Fault::Kind::FlipBit, "bit"},
+    KindName{Fault::Kind::NoLineFeed, "no-lf"},
+    KindName{Fault::Kind::Previous, "previous"},
+    KindName{Fault::Kind::LocalEcho, "local-echo"},
+    KindName{Fault::Kind::Hold, "hold"},
+    KindName{Fault::Kind::Endless, "endless"},
     KindName{Fault::Kind::ScanCut, "scan-cut"},
     KindName{Fault::Kind::ScanShort, "scan-short"},
     KindName{Fault::Kind::ScanUnended, "scan-unended"},
@@ -35,6 +41,15 @@ QByteArray garbled(const QByteArray &line) {
     QByteArray text = line;
     for (qsizetype i = 0; i + 2 < text.size(); ++i) {
         text[i] = static_cast<char>(0x80 | (text.at(i) & 0x7F));
+    }
+    return text;
+}
+
+/// What a line without parity lets through when one wire is bad.
+QByteArray withBitFlipped(const QByteArray &line, int bit) {
+    QByteArray text = line;
+    for (qsizetype i = 0; i + 2 < text.size(); ++i) {
+        text[i] = static_cast<char>(text.at(i) ^ (1 << bit));
     }
     return text;
 }
@@ -121,6 +136,12 @@ UnitReply Faults::spoil(UnitReply reply, const Fault &fault) {
     case Fault::Kind::WrongEcho:
         reply.text = wronglyEchoed(reply.text);
         break;
+    case Fault::Kind::FlipBit:
+        reply.text = withBitFlipped(reply.text, fault.count);
+        break;
+    case Fault::Kind::NoLineFeed:
+        reply.text.chop(1);
+        break;
     case Fault::Kind::RubbishBefore:
         reply.text.prepend(fault.bytes);
         break;
@@ -156,6 +177,9 @@ std::vector<Portion> Faults::portions(const UnitReply &reply, const std::optiona
     }
     if (fault && fault->kind == Fault::Kind::RubbishBehind) {
         portions.push_back({fault->bytes, 0.0, false});
+    }
+    if (fault && fault->kind == Fault::Kind::Endless) {
+        portions.push_back({QByteArray(fault->count, 'U'), 0.0, false});
     }
     if (!reply.image.isEmpty()) {
         portions.push_back({reply.image, kImagePause, true});

@@ -23,6 +23,12 @@ struct Fault {
         Garble,        ///< its line is damaged in every byte but CR LF
         Refuse,        ///< the command is not carried out, and the reply is "?"
         WrongEcho,     ///< the line begins with other letters than it should
+        FlipBit,       ///< bit `count` of every byte of its line but CR LF is another
+        NoLineFeed,    ///< its line ends in CR alone
+        Previous,      ///< the line of the reply before comes in its place
+        LocalEcho,     ///< the command comes back in front of it
+        Hold,          ///< it waits, and comes right before the next reply
+        Endless,       ///< `count` bytes without a line end come right behind it
         ScanCut,       ///< a scan stops after `count` samples, nothing follows
         ScanShort,     ///< a scan ends properly after `count` samples
         ScanUnended,   ///< a scan comes without its terminator

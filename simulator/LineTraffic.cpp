@@ -1,7 +1,25 @@
 // SPDX-License-Identifier: MIT
 #include "simulator/LineTraffic.h"
 
+#include <utility>
+
 namespace veldron {
+
+namespace {
+
+/// \a reply with what faults of kind \a kind bring in from its own command or the reply before.
+UnitReply amongOthers(UnitReply reply, const QByteArray &command, const QByteArray &previous,
+                      Fault::Kind kind) {
+    if (kind == Fault::Kind::Previous && !previous.isEmpty()) {
+        reply.text = previous;
+    }
+    if (kind == Fault::Kind::LocalEcho) {
+        reply.text.prepend(command);
+    }
+    return reply;
+}
+
+} // namespace
 
 LineTraffic::LineTraffic(Unit &unit, Faults &faults, int baud)
     : m_unit(unit), m_faults(faults), m_queue(baud) {}
@@ -31,6 +49,7 @@ QByteArray LineTraffic::takeDue(double now) {
 void LineTraffic::reset() {
     m_line.clear();
     m_tooLong = false;
+    m_held.clear();
     m_queue.clear();
 }
 
@@ -42,7 +61,12 @@ void LineTraffic::takeLine(const QByteArray &line, double now) {
     }
     m_unit.setTime(now);
     const std::optional<Fault> fault = m_faults.take(line.chopped(2));
-    const UnitReply reply = replyTo(line, fault);
+    UnitReply reply = replyTo(line, fault);
+    reply.text.prepend(std::exchange(m_held, {}));
+    if (fault && fault->kind == Fault::Kind::Hold) {
+        m_held = reply.text + reply.samples + reply.terminator;
+        reply = {};
+    }
     m_log.said(reply);
     for (const Portion &portion : Faults::portions(reply, fault)) {
         m_queue.add(portion, now);
@@ -54,11 +78,12 @@ UnitReply LineTraffic::replyTo(const QByteArray &line, const std::optional<Fault
         return {Unit::refusal(), {}, {}, {}};
     }
     const UnitReply reply = m_unit.reply(line);
+    const QByteArray previous = std::exchange(m_previous, reply.text);
     if (!fault) {
         return reply;
     }
     m_log.noted(Faults::name(fault->kind));
-    return Faults::spoil(reply, *fault);
+    return Faults::spoil(amongOthers(reply, line, previous, fault->kind), *fault);
 }
 
 } // namespace veldron

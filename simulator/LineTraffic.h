@@ -45,6 +45,8 @@ private:
     TrafficLog m_log;
     QByteArray m_line;
     bool m_tooLong = false;
+    QByteArray m_previous; ///< text of the unit's reply to the command before
+    QByteArray m_held;     ///< reply that waits for the next one
 };
 
 } // namespace veldron

@@ -82,7 +82,8 @@ std::optional<QByteArray> readBytes(const QByteArray &text) {
 bool readArgument(Fault &fault, const QByteArray &text) {
     const bool given = !text.isEmpty();
     std::optional<double> seconds = 0.02;
-    std::optional<int> count = 100;
+    const bool isBit = fault.kind == Fault::Kind::FlipBit;
+    std::optional<int> count = isBit ? 0 : 100;
     std::optional<QByteArray> bytes = QByteArray("#~#");
     switch (fault.kind) {
     case Fault::Kind::Delay:
@@ -93,6 +94,8 @@ bool readArgument(Fault &fault, const QByteArray &text) {
     case Fault::Kind::RubbishBehind:
         bytes = given ? readBytes(text) : bytes;
         break;
+    case Fault::Kind::FlipBit:
+    case Fault::Kind::Endless:
     case Fault::Kind::ScanCut:
     case Fault::Kind::ScanShort:
     case Fault::Kind::ScanEarlyEnd:
@@ -101,7 +104,8 @@ bool readArgument(Fault &fault, const QByteArray &text) {
     default:
         return !given;
     }
-    if (!seconds || !count || !bytes || (fault.kind == Fault::Kind::Delay && !given)) {
+    if (!seconds || !count || !bytes || (isBit && *count > 7) ||
+        (fault.kind == Fault::Kind::Delay && !given)) {
         return false;
     }
     fault.seconds = *seconds;
@@ -246,6 +250,12 @@ QByteArray UnitConsole::helpText() {
            "  garble               every byte of its line is damaged but CR LF\n"
            "  refuse               the unit doesn't obey and answers \"?\"\n"
            "  echo                 its line begins with wrong letters\n"
+           "  bit [N]              bit N of every byte of its line is flipped (0)\n"
+           "  no-lf                its line ends in CR alone\n"
+           "  previous             the line of the reply before comes in its place\n"
+           "  local-echo           the command comes back in front of it\n"
+           "  hold                 it waits, and comes right before the next reply\n"
+           "  endless [N]          N bytes without a line end come behind it (100)\n"
            "  scan-cut [N]         a scan stops for good after N samples (100)\n"
            "  scan-short [N]       a scan ends properly after N samples (100)\n"
            "  scan-unended         a scan comes without its terminator\n"

@@ -35,9 +35,18 @@ TEST(Faults, eachFault_spoilsALineInItsOwnWay) {
           Case{Fault::Kind::RubbishBehind, "UMD3 \r\n#~#"},
           Case{Fault::Kind::Garble, "\xd5\xcd\xc4\xb3\xa0\r\n"},
           Case{Fault::Kind::WrongEcho, "XXX3 \r\n"}, Case{Fault::Kind::Delay, "UMD3 \r\n"},
-          Case{Fault::Kind::Split, "UMD3 \r\n"}}) {
+          Case{Fault::Kind::FlipBit, "TLE2!\r\n"}, Case{Fault::Kind::NoLineFeed, "UMD3 \r"},
+          Case{Fault::Kind::Endless, "UMD3 \r\n"}, Case{Fault::Kind::Split, "UMD3 \r\n"}}) {
         EXPECT_EQ(sent(readReply(), fault(c.kind, 0, "#~#")), c.sent) << int(c.kind);
     }
+}
+
+TEST(Faults, bitFlip_flipsTheBitAsked) {
+    EXPECT_EQ(sent(readReply(), fault(Fault::Kind::FlipBit, 7)), "\xd5\xcd\xc4\xb3\xa0\r\n");
+}
+
+TEST(Faults, endless_sendsAsManyBytesWithoutALineEnd) {
+    EXPECT_EQ(sent(readReply(), fault(Fault::Kind::Endless, 5)), "UMD3 \r\nUUUUU");
 }
 
 TEST(Faults, garbleAndEcho_spoilShortRepliesToo) {

@@ -74,6 +74,32 @@ TEST_F(LineTrafficTest, refusedWrite_isNotCarriedOut) {
     EXPECT_EQ(exchange("RSBW\r\n"), "SBW2 \r\n");
 }
 
+TEST_F(LineTrafficTest, previousReply_comesInPlaceOfTheRightOne) {
+    (void)exchange("RUMD\r\n");
+    m_faults.arm({Fault::Kind::Previous, 0.0, 0, {}, {}, 1});
+    EXPECT_EQ(exchange("RSBW\r\n"), "UMD1 \r\n");
+    EXPECT_EQ(exchange("RSBW\r\n"), "SBW2 \r\n");
+}
+
+TEST_F(LineTrafficTest, localEcho_bringsTheCommandBack) {
+    m_faults.arm({Fault::Kind::LocalEcho, 0.0, 0, {}, {}, 1});
+    EXPECT_EQ(exchange("RSBW\r\n"), "RSBW\r\nSBW2 \r\n");
+}
+
+TEST_F(LineTrafficTest, heldReply_comesRightBeforeTheNextOne) {
+    m_faults.arm({Fault::Kind::Hold, 0.0, 0, {}, {}, 1});
+    EXPECT_EQ(exchange("RUMD\r\n"), "");
+    EXPECT_EQ(exchange("RSBW\r\n"), "UMD1 \r\nSBW2 \r\n");
+    EXPECT_EQ(exchange("RSBW\r\n"), "SBW2 \r\n");
+}
+
+TEST_F(LineTrafficTest, unplugging_dropsAHeldReply) {
+    m_faults.arm({Fault::Kind::Hold, 0.0, 0, {}, {}, 1});
+    (void)exchange("RUMD\r\n");
+    m_traffic.reset();
+    EXPECT_EQ(exchange("RSBW\r\n"), "SBW2 \r\n");
+}
+
 TEST_F(LineTrafficTest, delayedReply_comesLate) {
     m_faults.arm({Fault::Kind::Delay, 1.5, 0, {}, {}, 1});
     EXPECT_EQ(exchange("RSBW\r\n", 10.0), "");

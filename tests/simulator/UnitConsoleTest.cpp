@@ -34,6 +34,12 @@ TEST_F(UnitConsoleTest, everyFault_isArmedByItsLine) {
           Case{"garble", {Fault::Kind::Garble, 0.02, 100, "#~#", {}, 1}},
           Case{"refuse", {Fault::Kind::Refuse, 0.02, 100, "#~#", {}, 1}},
           Case{"times 3 on RIVE echo", {Fault::Kind::WrongEcho, 0.02, 100, "#~#", "RIVE", 3}},
+          Case{"bit 6", {Fault::Kind::FlipBit, 0.02, 6, "#~#", {}, 1}},
+          Case{"no-lf", {Fault::Kind::NoLineFeed, 0.02, 100, "#~#", {}, 1}},
+          Case{"previous", {Fault::Kind::Previous, 0.02, 100, "#~#", {}, 1}},
+          Case{"local-echo", {Fault::Kind::LocalEcho, 0.02, 100, "#~#", {}, 1}},
+          Case{"hold", {Fault::Kind::Hold, 0.02, 100, "#~#", {}, 1}},
+          Case{"endless 9", {Fault::Kind::Endless, 0.02, 9, "#~#", {}, 1}},
           Case{"scan-cut 7", {Fault::Kind::ScanCut, 0.02, 7, "#~#", {}, 1}},
           Case{"scan-short 7", {Fault::Kind::ScanShort, 0.02, 7, "#~#", {}, 1}},
           Case{"scan-unended", {Fault::Kind::ScanUnended, 0.02, 100, "#~#", {}, 1}},
@@ -48,7 +54,10 @@ TEST_F(UnitConsoleTest, everyFault_isArmedByItsLine) {
         if (c.fault.kind == Fault::Kind::RubbishBefore) {
             EXPECT_EQ(armed.bytes, c.fault.bytes);
         }
-        if (armed.isOfScan() && c.fault.kind != Fault::Kind::ScanUnended) {
+        const bool isCounted = c.fault.kind == Fault::Kind::FlipBit ||
+                               c.fault.kind == Fault::Kind::Endless ||
+                               (armed.isOfScan() && c.fault.kind != Fault::Kind::ScanUnended);
+        if (isCounted) {
             EXPECT_EQ(armed.count, c.fault.count) << c.line;
         }
         if (c.fault.kind == Fault::Kind::Delay || c.fault.kind == Fault::Kind::Split) {
@@ -62,6 +71,7 @@ TEST_F(UnitConsoleTest, nonsense_isAnsweredByAReason) {
          {"nonsense",    "delay",        "delay x",      "delay -1",    "delay nan",
           "split x",     "lose 3",       "before \\q",   "before \\x1", "scan-cut x",
           "scan-cut -1", "times 0 lose", "times x lose", "on",          "on RIVE",
+          "bit 8",       "bit x",        "endless -1",   "hold 1",      "no-lf 1",
           "silence",     "silence x",    "set",          "set span",    "set nothing 1",
           "set span 99", "get nothing"}) {
         EXPECT_TRUE(type(line).startsWith("error: ")) << line;
