@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: MIT
+// The options that commands share. Each struct is a member of its command, adds itself to the
+// command's options and then holds what the user gave.
+#pragma once
+
+#include "recordings/Console.h"
+#include "recordings/OutputFile.h"
+#include "recordings/RecordingDates.h"
+#include "recordings/RecordingVisitor.h"
+
+#include <QtGlobal>
+
+#include <limits>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace CLI {
+class App;
+}
+
+namespace veldron {
+
+/// --date-order.
+struct DateOptions {
+    void addTo(CLI::App &options);
+    /// What the user knows, and otherwise the order of the present locale.
+    [[nodiscard]] RecordingDates::Rules rules() const;
+
+    std::string order;
+};
+
+/// -o and --force.
+struct OutputOptions {
+    void addTo(CLI::App &options);
+    /// Opens what the user named, or \a byDefault. UntrappedError(File) if that is the recording
+    /// \a input itself.
+    [[nodiscard]] std::unique_ptr<OutputFile> open(const std::string &byDefault,
+                                                   const std::string &input) const;
+
+    std::string path;
+    bool force = false;
+};
+
+/// --from and --to: a window of time, from its first second to the one before its last.
+///
+/// A moment is seconds since day 0 of the Julian calendar, local time of the recording.
+class TimeWindow {
+public:
+    void addTo(CLI::App &options);
+    /// Reads the two texts. CommandError(WrongUsage) for one that is no time.
+    void parse();
+    /// Whether \a scan lies in it. Scans are asked in the order of the file: times of day without a
+    /// date are those of the first scan's day. Without a bound each scan does, and one without a
+    /// date lies in no window with a bound.
+    [[nodiscard]] bool has(const RecordedScan &scan);
+    [[nodiscard]] bool isOpen() const { return from.empty() && to.empty(); }
+
+    std::string from;
+    std::string to;
+
+private:
+    /// A time that was given: of a day, or of the first scan's.
+    struct Bound {
+        std::optional<QDate> day;
+        qint32 second = 0;
+    };
+    [[nodiscard]] static Bound read(const std::string &text);
+    void fixDay(const QDate &firstDay);
+
+    std::optional<Bound> m_first;
+    std::optional<Bound> m_last;
+};
+
+/// Seconds since day 0 of the Julian calendar.
+[[nodiscard]] qint64 momentOf(const QDate &date, qint32 second);
+
+} // namespace veldron

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#include "recordings/Commands.h"
+
+#include "recordings/InfoCommand.h"
+
+#include <array>
+
+namespace veldron {
+
+namespace {
+
+template <typename Command>
+std::unique_ptr<HistoryCommand> make() {
+    return std::make_unique<Command>();
+}
+
+constexpr std::array kRows{
+    CommandRow{"info", "Tell what is in a recording", "veldron-history info band.rec",
+               make<InfoCommand>},
+};
+
+} // namespace
+
+std::span<const CommandRow> commandRows() {
+    return kRows;
+}
+
+} // namespace veldron

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "recordings/HistoryCommand.h"
+
+#include <memory>
+#include <span>
+
+namespace veldron {
+
+/// A command as the command line and its help know it.
+struct CommandRow {
+    const char *name;
+    const char *summary;
+    /// A whole command line, for the help.
+    const char *example;
+    std::unique_ptr<HistoryCommand> (*make)();
+};
+
+/// All commands, in the order of the help. A new command is a row.
+[[nodiscard]] std::span<const CommandRow> commandRows();
+
+} // namespace veldron

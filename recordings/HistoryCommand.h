@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "recordings/CommandError.h"
+#include "recordings/Console.h"
+
+namespace CLI {
+class App;
+}
+
+namespace veldron {
+
+/// One command of the program: made, given its options, and run once.
+class HistoryCommand {
+public:
+    HistoryCommand() = default;
+    HistoryCommand(const HistoryCommand &) = delete;
+    HistoryCommand &operator=(const HistoryCommand &) = delete;
+    virtual ~HistoryCommand() = default;
+
+    /// Adds what the command takes to \a options, which writes into members of the command.
+    virtual void addTo(CLI::App &options) = 0;
+    /// Does it. Ends by a CommandError, or by an UntrappedError for a file that can't be read or
+    /// written, where it can't.
+    virtual ExitCode run(Console &console) = 0;
+};
+
+} // namespace veldron

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "recordings/CommandOptions.h"
+#include "recordings/HistoryCommand.h"
+
+#include <string>
+
+namespace veldron {
+
+/// `info`: what is in a recording.
+class InfoCommand : public HistoryCommand {
+public:
+    void addTo(CLI::App &options) override;
+    ExitCode run(Console &console) override;
+
+private:
+    std::string m_file;
+    DateOptions m_dates;
+};
+
+} // namespace veldron

@@ -1,0 +1,192 @@
+// SPDX-License-Identifier: MIT
+#include "recordings/OutputFile.h"
+
+#include "common/FileReplacement.h"
+#include "recordings/SystemError.h"
+
+#include <QFile>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace veldron {
+
+namespace {
+
+constexpr qsizetype kBuffer = 65536;
+constexpr std::array kEndingSignals{SIGINT, SIGTERM, SIGHUP};
+
+/// What a signal that ends the program removes, since no destructor runs then. A signal handler
+/// reaches nothing but such a name.
+std::array<char, 4096> temporaryToRemove{};
+
+void removeTemporaryAndEnd(int number) {
+    if (temporaryToRemove[0] != '\0') {
+        ::unlink(temporaryToRemove.data());
+    }
+    // The handler is gone (SA_RESETHAND), so this ends the program as the signal does.
+    ::raise(number);
+}
+
+void removeWhenEnded(const std::string &path) {
+    if (path.size() >= temporaryToRemove.size()) {
+        return;
+    }
+    // First the tail: the handler never sees a name without its end.
+    std::strncpy(temporaryToRemove.data(), path.c_str(), temporaryToRemove.size() - 1);
+    struct sigaction action {};
+    action.sa_handler = removeTemporaryAndEnd;
+    action.sa_flags = static_cast<int>(SA_RESETHAND);
+    for (const int number : kEndingSignals) {
+        struct sigaction old {};
+        ::sigaction(number, nullptr, &old);
+        // One that is ignored stays so, as under nohup.
+        if (old.sa_handler != SIG_IGN) {
+            ::sigaction(number, &action, nullptr);
+        }
+    }
+}
+
+mode_t modeFor(const std::string &target) {
+    struct stat facts {};
+    if (::stat(target.c_str(), &facts) == 0) {
+        return facts.st_mode & 0777U;
+    }
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    return 0666U & ~mask;
+}
+
+bool isPipeOrDevice(const std::string &path) {
+    struct stat facts {};
+    return ::stat(path.c_str(), &facts) == 0 && !S_ISREG(facts.st_mode) && !S_ISDIR(facts.st_mode);
+}
+
+} // namespace
+
+OutputFile::OutputFile(const std::string &path, bool force) : m_path(path), m_target(path) {
+    if (isStandardOutput() || isPipeOrDevice(path)) {
+        openDirectly();
+    } else {
+        openTemporary(force);
+    }
+    m_buffer.reserve(kBuffer);
+}
+
+void OutputFile::openDirectly() {
+    m_descriptor =
+        isStandardOutput() ? ::dup(STDOUT_FILENO) : ::open(m_path.c_str(), O_WRONLY | O_CLOEXEC);
+    if (m_descriptor < 0) {
+        fail(errno, 0);
+    }
+}
+
+void OutputFile::openTemporary(bool force) {
+    if (!force && ::access(m_path.c_str(), F_OK) == 0) {
+        throw UntrappedError(
+            UntrappedError::Kind::File,
+            QFile::decodeName(m_path.c_str()) +
+                QStringLiteral(": the file is there already; --force replaces it"));
+    }
+    m_target = QFile::encodeName(endOfLinks(QFile::decodeName(m_path.c_str()))).toStdString();
+    struct stat facts {};
+    if (::stat(m_target.c_str(), &facts) == 0 && S_ISDIR(facts.st_mode)) {
+        fail(EISDIR, 0);
+    }
+    const mode_t mode = modeFor(m_target);
+    m_temporary = m_target + ".XXXXXX";
+    m_descriptor = ::mkostemp(m_temporary.data(), O_CLOEXEC);
+    if (m_descriptor < 0) {
+        m_temporary.clear();
+        fail(errno, 0);
+    }
+    removeWhenEnded(m_temporary);
+    (void)::fchmod(m_descriptor, mode);
+}
+
+OutputFile::~OutputFile() {
+    if (!m_temporary.empty()) {
+        ::unlink(m_temporary.c_str());
+        temporaryToRemove[0] = '\0';
+    }
+    if (m_descriptor >= 0) {
+        ::close(m_descriptor);
+    }
+}
+
+void OutputFile::fail(int code, qint64 scans) const {
+    const UntrappedError error = systemError(m_path, code);
+    if (m_scanCount == 0) {
+        throw error;
+    }
+    throw UntrappedError(error.kind(),
+                         error.message() + QStringLiteral(" (%1 of the scans arrived)").arg(scans));
+}
+
+void OutputFile::write(QByteArrayView bytes) {
+    if (m_buffer.size() + bytes.size() > kBuffer) {
+        flush();
+    }
+    m_buffer.append(bytes);
+}
+
+void OutputFile::countScan() {
+    ++m_scanCount;
+    m_scanEnds.push_back(m_buffer.size());
+}
+
+void OutputFile::flush() {
+    qsizetype done = 0;
+    while (done < m_buffer.size()) {
+        const ssize_t count = ::write(m_descriptor, m_buffer.constData() + done,
+                                      static_cast<std::size_t>(m_buffer.size() - done));
+        if (count >= 0) {
+            done += count;
+        } else if (errno == EPIPE) {
+            // Nobody reads on. With the signal ignored by our parent this is the way to end
+            // quietly.
+            std::signal(SIGPIPE, SIG_DFL);
+            ::raise(SIGPIPE);
+        } else if (errno != EINTR) {
+            const int code = errno;
+            const auto missing = std::count_if(m_scanEnds.begin(), m_scanEnds.end(),
+                                               [done](qsizetype end) { return end > done; });
+            fail(code, m_scanCount - missing);
+        }
+    }
+    m_buffer.clear();
+    m_buffer.reserve(kBuffer);
+    m_scanEnds.clear();
+}
+
+std::string OutputFile::libraryPath() const {
+    if (m_temporary.empty()) {
+        throw UntrappedError(UntrappedError::Kind::File,
+                             QFile::decodeName(m_path.c_str()) +
+                                 QStringLiteral(": this format needs a file"));
+    }
+    return m_temporary;
+}
+
+void OutputFile::commit() {
+    flush();
+    if (!m_temporary.empty()) {
+        // The content before the name: a power cut in between leaves the old file.
+        if (::fsync(m_descriptor) != 0 || ::rename(m_temporary.c_str(), m_target.c_str()) != 0) {
+            fail(errno, 0);
+        }
+        m_temporary.clear();
+        temporaryToRemove[0] = '\0';
+    }
+    if (::close(std::exchange(m_descriptor, -1)) != 0) {
+        fail(errno, 0);
+    }
+}
+
+} // namespace veldron

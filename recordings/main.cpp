@@ -1,0 +1,6 @@
+// SPDX-License-Identifier: MIT
+#include "recordings/HistoryProgram.h"
+
+int main(int argc, char **argv) {
+    return veldron::runHistoryProgram(argc, argv);
+}
