@@ -17,7 +17,7 @@ void frmDisplay::onMnuSettingsDisplay() {
     if (!showModally(display)) {
         return;
     }
-    display.values().applyTo(*ctlChartSpectrum1, display.Change());
+    display.values().applyChangesTo(*ctlChartSpectrum1, display.Change());
     m_pollTimer.setEnabled(polled);
 }
 

@@ -44,9 +44,12 @@ struct DisplaySettings {
         return {.Persistence = 5, .PaletteIndex = 3, .Update = 1, .MarkerEnable = true};
     }
 
-    /// Writes the settings of \a changes into \a chart, in the order of kDisplaySettings. The chart
-    /// takes over what it is given, also a value that no list of the dialog has.
-    void applyTo(ctlChartSpectrum &chart, DisplayChanges changes = DisplayChanges(~0)) const;
+    /// Writes all settings into \a chart, which takes over what it is given, also a value that no
+    /// list of the dialog has. The axes are left to the caller.
+    void applyTo(ctlChartSpectrum &chart) const;
+    /// Writes the settings of \a changes alone, in the order of kDisplaySettings. The picture is
+    /// right afterwards, without another scan or row.
+    void applyChangesTo(ctlChartSpectrum &chart, DisplayChanges changes) const;
 
     friend bool operator==(const DisplaySettings &a, const DisplaySettings &b) = default;
 };
@@ -60,17 +63,28 @@ struct DisplaySetting {
     void (*applyTo)(const DisplaySettings &settings, ctlChartSpectrum &chart);
 };
 
-/// All of them, in the order in which the chart is written: the colours come before the kind of
-/// display, which redraws at once.
+/// All of them, in the order in which a change is written. What redraws by itself comes behind what
+/// the picture is drawn from: the update rate lays the picture out anew, with the scroll bar of the
+/// kind of display and with the peaks.
 inline constexpr std::array kDisplaySettings{
     DisplaySetting{SettingsKey::Palette, DisplayChange::Palette, &DisplaySettings::PaletteIndex,
                    [](const DisplaySettings &from, ctlChartSpectrum &chart) {
                        chart.setPalette(from.PaletteIndex);
                    }},
+    DisplaySetting{SettingsKey::PersistenceOn, DisplayChange::Persistence,
+                   &DisplaySettings::PersistenceEnable,
+                   [](const DisplaySettings &from, ctlChartSpectrum &chart) {
+                       chart.setPeak(from.PersistenceEnable);
+                   }},
     DisplaySetting{SettingsKey::Persistence, DisplayChange::Persistence,
                    &DisplaySettings::Persistence,
                    [](const DisplaySettings &from, ctlChartSpectrum &chart) {
                        chart.setTimespan(from.Persistence);
+                   }},
+    DisplaySetting{SettingsKey::WaterfallOn, DisplayChange::Waterfall,
+                   &DisplaySettings::WaterfallEnable,
+                   [](const DisplaySettings &from, ctlChartSpectrum &chart) {
+                       chart.setDisplayType(displayTypeWith(from.WaterfallEnable));
                    }},
     DisplaySetting{SettingsKey::Update, DisplayChange::Waterfall, &DisplaySettings::Update,
                    [](const DisplaySettings &from, ctlChartSpectrum &chart) {
@@ -79,16 +93,6 @@ inline constexpr std::array kDisplaySettings{
     DisplaySetting{SettingsKey::MarkerOn, DisplayChange::Marker, &DisplaySettings::MarkerEnable,
                    [](const DisplaySettings &from, ctlChartSpectrum &chart) {
                        chart.setMarkerEn(from.MarkerEnable);
-                   }},
-    DisplaySetting{SettingsKey::PersistenceOn, DisplayChange::Persistence,
-                   &DisplaySettings::PersistenceEnable,
-                   [](const DisplaySettings &from, ctlChartSpectrum &chart) {
-                       chart.setPeak(from.PersistenceEnable);
-                   }},
-    DisplaySetting{SettingsKey::WaterfallOn, DisplayChange::Waterfall,
-                   &DisplaySettings::WaterfallEnable,
-                   [](const DisplaySettings &from, ctlChartSpectrum &chart) {
-                       chart.setDisplayType(displayTypeWith(from.WaterfallEnable));
                    }},
 };
 

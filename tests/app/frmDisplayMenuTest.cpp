@@ -2,11 +2,14 @@
 #include "tests/app/FormFixture.h"
 
 #include "app/frmAbout.h"
+#include "chart/ChartColours.h"
+#include "chart/PictureBox.h"
 
 #include <QCheckBox>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
+#include <QScrollBar>
 
 namespace veldron {
 namespace {
@@ -25,6 +28,26 @@ protected:
     }
     static void click(QDialog &dialog, const char *name) {
         dialog.findChild<QCheckBox *>(QLatin1String(name))->click();
+    }
+    /// A waterfall of more rows than it has room for, one a second.
+    void fillWaterfall() {
+        writeDisplay(&DisplaySettings::WaterfallEnable, true);
+        chart().setDisplayType(DisplayTypeCode::TraceAndWaterfall);
+        m_clock.advance(500.0);
+        chart().onTimer1();
+    }
+    [[nodiscard]] const QScrollBar &scrollBar() const { return child<QScrollBar>("VScroll1"); }
+    /// Whether the picture has a dot of a held peak anywhere.
+    [[nodiscard]] bool showsPeaks() const {
+        const PictureBox &picture = child<PictureBox>("Picture1");
+        for (int y = 0; y < picture.ScaleHeight(); ++y) {
+            for (int x = 0; x < picture.ScaleWidth(); ++x) {
+                if (picture.surface().pixel(x, y) == ChartColours::kPeak) {
+                    return true;
+                }
+            }
+        }
+        return false;
     }
     [[nodiscard]] QStringList entries(const char *menu) const {
         QStringList texts;
@@ -72,11 +95,15 @@ TEST_F(FrmDisplayMenuTest, displayDialogClosedWithoutAChange_leavesTheChartAlone
     chart().setTimespan(77);
     chart().setUpdate(9);
     chart().setMarkerEn(false);
+    chart().setPeak(true);
+    chart().setDisplayType(DisplayTypeCode::TraceAndWaterfall);
     changeDisplay([](QDialog &) {});
     EXPECT_EQ(chart().Palette(), 1);
     EXPECT_EQ(chart().Timespan(), 77);
     EXPECT_EQ(chart().Update(), 9);
     EXPECT_FALSE(chart().MarkerEn());
+    EXPECT_TRUE(chart().Peak());
+    EXPECT_EQ(chart().DisplayType(), DisplayTypeCode::TraceAndWaterfall);
 }
 
 TEST_F(FrmDisplayMenuTest, newPalette_reachesTheChartWhenTheDialogCloses) {
@@ -112,6 +139,28 @@ TEST_F(FrmDisplayMenuTest, waterfallSwitchedOn_writesTheUpdateRateToo) {
     EXPECT_EQ(chart().Update(), 1);
     changeDisplay([](QDialog &dialog) { click(dialog, "chkWaterfall"); });
     EXPECT_EQ(chart().DisplayType(), DisplayTypeCode::Trace);
+}
+
+TEST_F(FrmDisplayMenuTest, waterfallSwitchedOffAndOn_takesTheScrollBarAwayAndBringsItBackAtOnce) {
+    startUp();
+    fillWaterfall();
+    ASSERT_FALSE(scrollBar().isHidden());
+    changeDisplay([](QDialog &dialog) { click(dialog, "chkWaterfall"); });
+    EXPECT_TRUE(scrollBar().isHidden());
+    changeDisplay([](QDialog &dialog) { click(dialog, "chkWaterfall"); });
+    EXPECT_FALSE(scrollBar().isHidden());
+}
+
+TEST_F(FrmDisplayMenuTest, peakFollowingAndUpdateRateTogether_showThePeaksAtOnce) {
+    startUp();
+    poll();
+    for (const bool on : {true, false}) {
+        changeDisplay([on](QDialog &dialog) {
+            click(dialog, "chkPersistence");
+            pickRow(dialog, "cboUpdate", on ? 4 : 0);
+        });
+        EXPECT_EQ(showsPeaks(), on);
+    }
 }
 
 TEST_F(FrmDisplayMenuTest, updateRateChangedAndChangedBack_writesTheSameValues) {
