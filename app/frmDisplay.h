@@ -50,6 +50,8 @@ public:
         QString programFolder;
         /// Of the program, as "1.0.0".
         QString version;
+        /// Path of the manual, empty if there is none.
+        QString manual{};
     };
     explicit frmDisplay(const World &world);
     ~frmDisplay() override;
@@ -124,6 +126,7 @@ private:
     void onMnuSettingsDisplay();
     void onMnuSettingsComms();
     void onMnuAbout();
+    void onHelp();
     void applyPollRate();
     void onCommand1();
     void showLinkStatus();

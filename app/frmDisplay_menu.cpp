@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
-// The settings menu, About, and the hidden trigger of a single scan.
+// The settings menu, About, the manual, and the hidden trigger of a single scan.
+#include "app/Manual.h"
 #include "app/StatusPanels.h"
+#include "app/UserDialogs.h"
 #include "app/frmAbout.h"
 #include "app/frmDisplay_parts.h"
 #include "chart/ctlChartSpectrum.h"
@@ -57,6 +59,13 @@ void frmDisplay::onMnuAbout() {
     facts.Version = m_parts->vdr.Version();
     frmAbout about(m_guard, facts, this);
     about.exec();
+}
+
+void frmDisplay::onHelp() {
+    const QString refusal = Manual::show(m_world.manual);
+    if (!refusal.isEmpty()) {
+        m_world.dialogs.showMessage(QStringLiteral("VELDRON Manual"), refusal);
+    }
 }
 
 void frmDisplay::onCommand1() {

@@ -12,6 +12,7 @@
 
 #include <QAction>
 #include <QPushButton>
+#include <QShortcut>
 
 namespace veldron {
 
@@ -59,6 +60,8 @@ void frmDisplay::wireMenus() {
     connectGuarded(m_guard, mnuSettingsComms, &QAction::triggered, this,
                    &frmDisplay::onMnuSettingsComms);
     connectGuarded(m_guard, mnuAbout, &QAction::triggered, this, &frmDisplay::onMnuAbout);
+    connectGuarded(m_guard, new QShortcut(Qt::Key_F1, this), &QShortcut::activated, this,
+                   &frmDisplay::onHelp);
 }
 
 void frmDisplay::wirePanels() {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <QApplication>
 
+#include "app/Manual.h"
 #include "app/QtDialogs.h"
 #include "app/SignalWatcher.h"
 #include "app/SystemClock.h"
@@ -27,8 +28,8 @@ int main(int argc, char **argv) {
         PortMap::choose({QCoreApplication::applicationDirPath(), folder},
                         QtSerialControl::systemDevices));
     QtDialogs dialogs;
-    frmDisplay form(
-        {control, clock, dialogs, texts, folder, QCoreApplication::applicationVersion()});
+    frmDisplay form({control, clock, dialogs, texts, folder, QCoreApplication::applicationVersion(),
+                     Manual::find(QCoreApplication::applicationDirPath())});
     window = &form;
     dialogs.setWindow(&form);
     const SignalWatcher signalWatcher(form.guard());

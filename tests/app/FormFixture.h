@@ -102,10 +102,11 @@ protected:
         // A window that goes asks the application to quit; the next form has no part in that.
         QCoreApplication::removePostedEvents(QCoreApplication::instance());
     }
-    void make() {
+    void make(const QString &manual = {}) {
         dropForm(); // gives the line back before another form takes it
-        m_form = std::make_unique<frmDisplay>(frmDisplay::World{
-            m_control, m_clock, m_dialogs, m_texts, m_folder.path(), QStringLiteral("1.0.0")});
+        m_form = std::make_unique<frmDisplay>(frmDisplay::World{m_control, m_clock, m_dialogs,
+                                                                m_texts, m_folder.path(),
+                                                                QStringLiteral("1.0.0"), manual});
     }
     void start() {
         make();
