@@ -12,13 +12,30 @@
 #include "link/PortMap.h"
 #include "link/QtSerialControl.h"
 
+#include <QIcon>
 #include <QLocale>
+
+namespace {
+
+/// The sizes that window lists and title bars ask for.
+QIcon windowIcon() {
+    QIcon icon;
+    for (const int size : {16, 32, 48, 128}) {
+        icon.addFile(QStringLiteral(":/veldron/icon/%1.png").arg(size));
+    }
+    return icon;
+}
+
+} // namespace
 
 int main(int argc, char **argv) {
     using namespace veldron;
     const QApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("VELDRON"));
     QCoreApplication::setApplicationVersion(QStringLiteral(VELDRON_VERSION));
+    QApplication::setWindowIcon(windowIcon());
+    // The name of the menu entry, by which a desktop finds the icon of a window.
+    QGuiApplication::setDesktopFileName(QStringLiteral("veldron"));
     const QString folder = ProgramFolder::path();
     SystemClock clock;
     const DateTimeText texts{QLocale::system()};
