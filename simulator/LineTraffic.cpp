@@ -21,8 +21,8 @@ UnitReply amongOthers(UnitReply reply, const QByteArray &command, const QByteArr
 
 } // namespace
 
-LineTraffic::LineTraffic(Unit &unit, Faults &faults, int baud)
-    : m_unit(unit), m_faults(faults), m_queue(baud) {}
+LineTraffic::LineTraffic(Unit &unit, Faults &faults, int baud, int bunch)
+    : m_unit(unit), m_faults(faults), m_queue(baud, bunch) {}
 
 void LineTraffic::receive(const QByteArray &bytes, double now) {
     for (const char c : bytes) {

@@ -22,8 +22,8 @@ public:
     /// A line longer than this is refused, whatever it says.
     static constexpr qsizetype kLongestLine = 256;
 
-    /// \a baud as for ReplyQueue. Both objects must outlive this one.
-    LineTraffic(Unit &unit, Faults &faults, int baud);
+    /// \a baud and \a bunch as for ReplyQueue. Both objects must outlive this one.
+    LineTraffic(Unit &unit, Faults &faults, int baud, int bunch = 1);
 
     void setLog(const TrafficLog &log) { m_log = log; }
     [[nodiscard]] const TrafficLog &log() const { return m_log; }

@@ -5,7 +5,7 @@
 
 namespace veldron {
 
-ReplyQueue::ReplyQueue(int baud) : m_baud(baud) {}
+ReplyQueue::ReplyQueue(int baud, int bunch) : m_baud(baud), m_bunch(bunch) {}
 
 void ReplyQueue::add(const Portion &portion, double now) {
     double secondsPerByte = 0.0;
@@ -14,7 +14,7 @@ void ReplyQueue::add(const Portion &portion, double now) {
             portion.image ? double(kImageBitsPerByte) / kImageBaud : double(kBitsPerByte) / m_baud;
     }
     const double begin = std::max(now, m_lineFree) + portion.pause;
-    const Run run{portion.bytes, begin, secondsPerByte, 0};
+    const Run run{portion.bytes, begin, secondsPerByte, m_bunch, 0};
     m_lineFree = portion.bytes.isEmpty() ? begin : run.due(portion.bytes.size() - 1);
     if (!portion.bytes.isEmpty()) {
         m_runs.push_back(run);

@@ -4,6 +4,7 @@
 #include <QByteArray>
 #include <QtGlobal>
 
+#include <algorithm>
 #include <deque>
 #include <optional>
 
@@ -20,8 +21,9 @@ struct Portion {
 /// it.
 ///
 /// Byte k (from 0) of a portion is released k + 1 byte times after the portion began; a portion
-/// begins when the line is free and its pause is over. The caller gives the time, in seconds that
-/// never go back.
+/// begins when the line is free and its pause is over. With bunches, as USB adapters hand bytes
+/// over, a byte waits for the last one of its bunch or of the portion. The caller gives the time,
+/// in seconds that never go back.
 class ReplyQueue {
 public:
     /// Eight data bits with start bit, no parity and two stop bits.
@@ -31,8 +33,8 @@ public:
     static constexpr int kImageBitsPerByte = 10;
     static constexpr int kImageBaud = 115200;
 
-    /// With \a baud 0 everything but the pauses takes no time.
-    explicit ReplyQueue(int baud = kBaud);
+    /// With \a baud 0 everything but the pauses takes no time. \a bunch is 1 or more bytes.
+    explicit ReplyQueue(int baud = kBaud, int bunch = 1);
 
     void add(const Portion &portion, double now);
     /// All bytes released by \a now.
@@ -47,14 +49,17 @@ private:
         QByteArray bytes;
         double begin = 0.0;
         double secondsPerByte = 0.0;
+        int bunch = 1;
         qsizetype sent = 0;
 
         [[nodiscard]] double due(qsizetype index) const {
-            return begin + static_cast<double>(index + 1) * secondsPerByte;
+            const qsizetype through = std::min((index / bunch + 1) * bunch, bytes.size());
+            return begin + static_cast<double>(through) * secondsPerByte;
         }
     };
 
     int m_baud;
+    int m_bunch;
     double m_lineFree = 0.0;
     std::deque<Run> m_runs;
 };

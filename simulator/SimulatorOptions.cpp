@@ -21,6 +21,12 @@ bool takePace(SimulatorOptions &options, const QString &value) {
     return good && (options.baud > 0 || value == QLatin1String("none"));
 }
 
+bool takeBunch(SimulatorOptions &options, const QString &value) {
+    bool good = false;
+    options.bunch = value.toInt(&good);
+    return good && options.bunch > 0;
+}
+
 bool takeSeed(SimulatorOptions &options, const QString &value) {
     bool good = false;
     options.seed = value.toULongLong(&good);
@@ -38,9 +44,8 @@ struct ValueOption {
 };
 
 constexpr std::array kValueOptions = {
-    ValueOption{"--port", takePort},
-    ValueOption{"--pace", takePace},
-    ValueOption{"--seed", takeSeed},
+    ValueOption{"--port", takePort},   ValueOption{"--pace", takePace},
+    ValueOption{"--bunch", takeBunch}, ValueOption{"--seed", takeSeed},
     ValueOption{"--log", takeLog},
 };
 
@@ -102,6 +107,7 @@ QByteArray SimulatorOptions::helpText() {
            "\n"
            "  --port PATH      where to make the link; it is taken away at the end\n"
            "  --pace N         line speed in baud, 11 bits a byte (9600), or none: no waiting\n"
+           "  --bunch N        hands bytes over N at a time (1); USB adapters do so with 16\n"
            "  --seed N         another scene (1)\n"
            "  --any-byte       scans hold any byte, also blank, CR and LF\n"
            "  --log FILE       appends each exchange to FILE, with the time\n"

@@ -15,6 +15,7 @@ namespace veldron {
 struct SimulatorOptions {
     QString port; ///< where the link is made; never empty unless help is wanted
     int baud = ReplyQueue::kBaud;
+    int bunch = 1; ///< bytes handed over together
     quint64 seed = 1;
     bool anyByte = false;
     QString logFile;

@@ -3,8 +3,8 @@
 
 namespace veldron {
 
-UnitLine::UnitLine(Unit &unit, Faults &faults, const QString &linkPath, int baud)
-    : m_traffic(unit, faults, baud), m_terminal(linkPath) {}
+UnitLine::UnitLine(Unit &unit, Faults &faults, const QString &linkPath, int baud, int bunch)
+    : m_traffic(unit, faults, baud, bunch), m_terminal(linkPath) {}
 
 void UnitLine::unplug() {
     m_terminal.unplug();

@@ -18,8 +18,8 @@ public:
     /// When the program has read nothing for so many seconds, what it was to get is dropped.
     static constexpr double kStall = 1.0;
 
-    /// \a baud as for ReplyQueue. Unit and faults must outlive this object.
-    UnitLine(Unit &unit, Faults &faults, const QString &linkPath, int baud);
+    /// \a baud and \a bunch as for ReplyQueue. Unit and faults must outlive this object.
+    UnitLine(Unit &unit, Faults &faults, const QString &linkPath, int baud, int bunch = 1);
 
     /// As those of UnitTerminal; unplugging also drops what waits to be sent.
     bool plug() { return m_terminal.plug(); }

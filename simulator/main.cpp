@@ -148,7 +148,7 @@ int simulate(const SimulatorOptions &options) {
     veldron::Unit unit(options.seed);
     unit.setAnyByte(options.anyByte);
     veldron::Faults faults;
-    UnitLine line(unit, faults, options.port, options.baud);
+    UnitLine line(unit, faults, options.port, options.baud, options.bunch);
     if (logFile.isOpen()) {
         line.traffic().setLog({sinkInto(logFile), options.logScans});
     }

@@ -38,6 +38,17 @@ TEST(ReplyQueue, otherPaces_takeTheirOwnTime) {
     EXPECT_EQ(none.takeDue(5.0), "abc");
 }
 
+TEST(ReplyQueue, bunches_leaveWithTheLastByteOfTheBunchOrThePortion) {
+    ReplyQueue queue(ReplyQueue::kBaud, 16);
+    queue.add({QByteArray(33, 'x'), 0.0, false}, 0.0);
+    for (const int through : {16, 32, 33}) {
+        ASSERT_NEAR(*queue.nextDue(), through * kByte, 1e-9);
+        EXPECT_EQ(queue.takeDue(through * kByte - kMoment), "");
+        EXPECT_EQ(queue.takeDue(through * kByte + kMoment).size(), through == 33 ? 1 : 16);
+    }
+    EXPECT_FALSE(queue.nextDue());
+}
+
 TEST(ReplyQueue, imageBlock_leavesAtTenBitsOf115200Baud) {
     ReplyQueue queue;
     queue.add({QByteArray(11520, 'i'), 0.0, true}, 0.0);
