@@ -12,6 +12,8 @@ namespace veldron::Wire {
 
 /// Line settings of the text protocol: 9600 baud, no parity, 8 data bits, 2 stop bits.
 inline constexpr const char *kTextLine = "9600,n,8,2";
+/// How long that line takes for a byte: start bit, 8 data bits, 2 stop bits.
+inline constexpr double kMillisecondsPerByte = 11.0 / 9.6;
 /// The same settings, in the spelling that is set after an image download.
 inline constexpr const char *kTextLineAfterImage = "9600,N,8,2";
 /// Line settings of an image download: one stop bit.

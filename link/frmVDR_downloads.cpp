@@ -6,6 +6,7 @@
 #include "link/Wire.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace veldron {
 
@@ -14,10 +15,18 @@ namespace {
 /// One more than a frame: what comes back when too little arrived to be cut.
 constexpr std::size_t kScanStore = Wire::kFullFrame + 1;
 
-/// Between two looks at the line, so that several bytes come in at once: at 9600 baud a byte takes
-/// 1.1 ms, and waking up for each one of a frame would cost more processor time than everything
-/// else that is done with it.
-constexpr int kGatherMilliseconds = 6;
+/// Between two looks at the line, so that several bytes come in at once: waking up for each one of
+/// a frame would cost more processor time than everything else that is done with it. Longer than a
+/// USB adapter takes to collect 16 bytes, so that each look finds some.
+constexpr qint64 kGatherMilliseconds = 20;
+/// The same in a frame that takes longer than the line would.
+constexpr qint64 kLateGatherMilliseconds = 5;
+
+/// How long to gather when a full frame will be whole in \a left milliseconds.
+int gatherMilliseconds(qint64 left) {
+    return static_cast<int>(left > 0 ? std::min(left, kGatherMilliseconds)
+                                     : kLateGatherMilliseconds);
+}
 
 /// The bytes of one frame as they come in.
 class ScanFrame {
@@ -26,6 +35,12 @@ public:
     /// chunk is then dropped.
     bool take(const QByteArray &chunk) {
         return std::any_of(chunk.begin(), chunk.end(), [this](char byte) { return store(byte); });
+    }
+    [[nodiscard]] bool isEmpty() const { return m_count == 0; }
+    /// How long the line takes for what is missing of a full frame.
+    [[nodiscard]] qint64 missingMilliseconds() const {
+        const auto missing = static_cast<double>(Wire::kFullFrame - m_count);
+        return static_cast<qint64>(std::ceil(missing * Wire::kMillisecondsPerByte));
     }
     /// The samples. Three bytes count as the terminator whatever they are, but a frame of no more
     /// than one sample stays as it is, zeros included.
@@ -63,6 +78,7 @@ LevelScan frmVDR::GetData() {
     float lastArrival = m_clock.timeOfDay();
     const WaitLimit longest(m_clock);
     bool ended = false;
+    qint64 wholeAt = 0;
     while (!ended && elapsedSince(lastArrival) < Wire::kQuietLimitSeconds && !longest.isReached()) {
         const QByteArray chunk = m_control.Input();
         if (chunk.isEmpty()) {
@@ -70,9 +86,14 @@ LevelScan frmVDR::GetData() {
             continue;
         }
         lastArrival = m_clock.timeOfDay();
+        const bool isFirst = frame.isEmpty();
         ended = frame.take(chunk);
+        const qint64 now = m_clock.steadyMilliseconds();
+        if (isFirst) {
+            wholeAt = now + frame.missingMilliseconds();
+        }
         if (!ended) {
-            m_clock.rest(kGatherMilliseconds);
+            m_clock.rest(gatherMilliseconds(wholeAt - now));
         }
     }
     return std::move(frame).samples();

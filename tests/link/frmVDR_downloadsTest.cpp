@@ -208,6 +208,32 @@ TEST_F(FrmVDRDownloads, singleBytes_makeTheSameScan) {
     EXPECT_LT(clock.rests().size(), 324U / 4U);
 }
 
+TEST_F(FrmVDRDownloads, bunchesOfSixteenBytes_wakeOnceForEach) {
+    const QByteArray frame = samples(321) + kTerminator;
+    ReplyScript reply{{kHeader, 0.0}};
+    for (int at = 0; at < frame.size(); at += 16) {
+        const QByteArray bunch = frame.mid(at, 16);
+        reply.push_back({bunch, static_cast<double>(bunch.size()) * 11.0 / 9600.0});
+    }
+    const std::size_t before = control.waits().size();
+    const double start = clock.seconds();
+    EXPECT_EQ(scanFrom(reply), levels(samples(321)));
+    EXPECT_LE(clock.seconds() - start - kStaleQuiet, 324.0 * 11.0 / 9600.0 + 0.002);
+    // Waits until the first bunch, and one before the command.
+    EXPECT_LE(control.waits().size() - before, 7U);
+    EXPECT_LE(clock.rests().size(), 21U);
+}
+
+TEST_F(FrmVDRDownloads, frameCutShort_isTakenWithinALookOfItsEnd) {
+    ReplyScript reply{{kHeader, 0.0}};
+    for (const char byte : samples(50) + kTerminator) {
+        reply.push_back({QByteArray(1, byte), 11.0 / 9600.0});
+    }
+    const double start = clock.seconds();
+    EXPECT_EQ(scanFrom(reply), levels(samples(50)));
+    EXPECT_LE(clock.seconds() - start, 53.0 * 11.0 / 9600.0 + 0.023);
+}
+
 TEST_F(FrmVDRDownloads, everyByteValue_comesThroughUnchanged) {
     QByteArray bytes;
     for (int value = 0; value < 256; ++value) {
