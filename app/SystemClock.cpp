@@ -1,14 +1,31 @@
 // SPDX-License-Identifier: MIT
 #include "app/SystemClock.h"
 
+#include "common/TimeOfDay.h"
+
 #include <QThread>
 
 #include <chrono>
 
 namespace veldron {
 
+namespace {
+
+constexpr qint64 kMillisecondsPerSecond = 1000;
+constexpr qint64 kMillisecondsPerDay = kMillisecondsPerSecond * kSecondsPerDay;
+
+} // namespace
+
 float SystemClock::timeOfDay() {
-    return static_cast<float>(QTime::currentTime().msecsSinceStartOfDay()) / 1000.0F;
+    const qint64 now = QDateTime::currentMSecsSinceEpoch();
+    // Each time that the system is asked for the offset it looks for a new time zone file, which was
+    // a fifth of a poll's processor time. The offset changes with a whole second only.
+    if (const qint64 second = now / kMillisecondsPerSecond; second != m_second) {
+        m_second = second;
+        m_offsetMilliseconds =
+            qint64{QDateTime::fromMSecsSinceEpoch(now).offsetFromUtc()} * kMillisecondsPerSecond;
+    }
+    return static_cast<float>((now + m_offsetMilliseconds) % kMillisecondsPerDay) / 1000.0F;
 }
 
 QDateTime SystemClock::now() {

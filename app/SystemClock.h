@@ -12,6 +12,10 @@ public:
     QDateTime now() override;
     qint64 steadyMilliseconds() override;
     void rest(int milliseconds) override;
+
+private:
+    qint64 m_second = -1; ///< since 1970, of the offset
+    qint64 m_offsetMilliseconds = 0;
 };
 
 } // namespace veldron
