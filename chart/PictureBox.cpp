@@ -6,6 +6,7 @@
 #include <QFontMetrics>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPaintEngine>
 #include <QPainter>
 #include <QtMath>
 
@@ -137,7 +138,28 @@ void PictureBox::paintEvent(QPaintEvent *event) {
         QMetaObject::invokeMethod(this, &PictureBox::exposed, Qt::QueuedConnection);
         return;
     }
-    painter.drawImage(QPointF(0, 0), image());
+    const QTransform toDevice = painter.deviceTransform();
+    painter.setWorldTransform(toDevice.inverted());
+    // Each rectangle by itself, because in a clip of several the toolkit paints span by span.
+    const QRegion clip = painter.paintEngine()->systemClip();
+    for (const QRect &area : clip.isEmpty() ? QRegion(painter.window()) : clip) {
+        painter.setClipRect(area);
+        paintDevicePixels(painter, toDevice);
+    }
+}
+
+// One device pixel of the surface on one of the screen, without resampling. Where the box lies
+// between device pixels the picture is moved by less than one, and what that bares is black, as the
+// picture's edges are.
+void PictureBox::paintDevicePixels(QPainter &painter, const QTransform &toDevice) const {
+    QImage picture = image();
+    picture.setDevicePixelRatio(1.0);
+    const QRect place(toDevice.map(QPointF(0.0, 0.0)).toPoint(), picture.size());
+    painter.drawImage(place.topLeft(), picture);
+    const QRect box = toDevice.mapRect(QRectF(rect())).toAlignedRect();
+    for (const QRect &bared : QRegion(box) - place) {
+        painter.fillRect(bared, Qt::black);
+    }
 }
 
 void PictureBox::showEvent(QShowEvent *event) {

@@ -9,6 +9,7 @@
 
 #include <QFont>
 #include <QImage>
+#include <QTransform>
 
 #include <vector>
 
@@ -75,6 +76,7 @@ protected:
 
 private:
     [[nodiscard]] bool isWhole() const;
+    void paintDevicePixels(QPainter &painter, const QTransform &toDevice) const;
     void repaintSoon(const QRect &area);
     void scrollWindow(const QRect &area, int rows);
 

@@ -86,6 +86,28 @@ TEST_F(ChartScreensTest, axesBeforeTheFirstPaintOnADenserScreen_ageNoPeaks) {
     EXPECT_EQ(shown(100, 70), ChartColours::kBackground);
 }
 
+TEST_F(ChartScreensTest, eachDevicePixelOfThePicture_isShownAsItIs) {
+    chart.setRXFreq(hz(50000000)); // its line lies over the picture
+    begin(DisplayTypeCode::TraceAndWaterfall);
+    LevelScan levels(321, 60);
+    for (std::size_t bin = 0; bin < levels.size(); bin += 2) {
+        levels[bin] = 90;
+    }
+    for (const double each : {1.0, 1.25, 1.5, 1.75, 2.0}) {
+        goTo(each);
+        for (const QPoint offset : {QPoint(0, 0), QPoint(7, 11), QPoint(1, 3)}) {
+            chart.move(offset);
+            size(695, 400);
+            show(levels);
+            const QPoint place(qRound(offset.x() * each), qRound(offset.y() * each));
+            const QRect within = QRect(place, picture().image().size()) & onScreen().rect();
+            EXPECT_EQ(onScreen().copy(within),
+                      picture().image().copy(QRect(QPoint(0, 0), within.size())))
+                << each << " at " << offset.x() << ", " << offset.y();
+        }
+    }
+}
+
 TEST_F(ChartScreensTest, signalsThatComeAndGo_leaveNoLineOnTheScreen) {
     for (const double each : {1.0, 1.25, 1.5, 1.75, 2.0}) {
         goTo(each);
