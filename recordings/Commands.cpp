@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "recordings/Commands.h"
 
+#include "recordings/ExportCommand.h"
 #include "recordings/InfoCommand.h"
 
 #include <array>
@@ -17,6 +18,8 @@ std::unique_ptr<HistoryCommand> make() {
 constexpr std::array kRows{
     CommandRow{"info", "Tell what is in a recording", "veldron-history info band.rec",
                make<InfoCommand>},
+    CommandRow{"export", "Hand a recording on to other programs",
+               "veldron-history export --csv band.rec -o band.csv", make<ExportCommand>},
 };
 
 } // namespace
