@@ -46,6 +46,27 @@ RecordingDates::Rules DateOptions::rules() const {
     return rules;
 }
 
+void LocaleOption::addTo(CLI::App &options) {
+    options
+        .add_option("--locale", name,
+                    "Locale that playback runs under, such as de_DE (default: this machine's)")
+        ->type_name("NAME");
+}
+
+QLocale LocaleOption::locale() const {
+    if (name.empty()) {
+        return QLocale::system();
+    }
+    const QString text = QString::fromStdString(name);
+    const QLocale locale(text);
+    // An unknown name gives the C locale.
+    if (locale == QLocale::c() && name != "C") {
+        throw CommandError(ExitCode::WrongUsage,
+                           QStringLiteral("\"%1\" is no locale such as de_DE").arg(text));
+    }
+    return locale;
+}
+
 void OutputOptions::addTo(CLI::App &options) {
     options.add_option("-o,--output", path, "File to write, - for standard output")
         ->type_name("OUT");

@@ -8,6 +8,7 @@
 #include "recordings/RecordingDates.h"
 #include "recordings/RecordingVisitor.h"
 
+#include <QLocale>
 #include <QtGlobal>
 
 #include <limits>
@@ -28,6 +29,15 @@ struct DateOptions {
     [[nodiscard]] RecordingDates::Rules rules() const;
 
     std::string order;
+};
+
+/// --locale: whose texts playback would read.
+struct LocaleOption {
+    void addTo(CLI::App &options);
+    /// The named one, or that of the machine. CommandError(WrongUsage) for a name that is none.
+    [[nodiscard]] QLocale locale() const;
+
+    std::string name;
 };
 
 /// -o and --force.

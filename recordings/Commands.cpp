@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "recordings/Commands.h"
 
+#include "recordings/CheckCommand.h"
 #include "recordings/ExportCommand.h"
 #include "recordings/InfoCommand.h"
 
@@ -20,6 +21,8 @@ constexpr std::array kRows{
                make<InfoCommand>},
     CommandRow{"export", "Hand a recording on to other programs",
                "veldron-history export --csv band.rec -o band.csv", make<ExportCommand>},
+    CommandRow{"check", "Tell whether playback would show a recording to its end",
+               "veldron-history check band.rec", make<CheckCommand>},
 };
 
 } // namespace
