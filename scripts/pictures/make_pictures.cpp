@@ -2,7 +2,10 @@
 // Makes the pictures of the manual: the program's own window with the simulated unit, in the scenes
 // below. Time, scene, font and style are fixed, so that the same tools give the same bytes.
 //
-// Usage: make_pictures FOLDER   (in an empty folder, which the recording goes to)
+// Usage: make_pictures FOLDER [light|dark POINTS]   (in an empty folder, which the recording goes
+// to)
+//
+// With colours and a size of letters it shows instead how the program looks under these.
 #include "scripts/pictures/PictureDesk.h"
 
 #include "app/StatusPanels.h"
@@ -261,32 +264,35 @@ void lastWords(PictureDesk &desk) {
     desk.pick("mnuFilePlayback");
 }
 
-/// The same for every user: nothing of the machine's own looks.
-void useFixedLooks() {
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
-    QPalette palette(QColor(0xef, 0xef, 0xef));
-    palette.setColor(QPalette::Highlight, QColor(0x30, 0x8c, 0xc6));
-    palette.setColor(QPalette::HighlightedText, Qt::white);
-    QApplication::setPalette(palette);
-    QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), 9));
-    QApplication::setCursorFlashTime(0);
-    QApplication::setEffectEnabled(Qt::UI_AnimateCombo, false);
-    QLocale::setDefault(QLocale::c());
+/// Under other colours and letters: what a picture can show to be cut off or hard to read.
+void looks(PictureDesk &desk) {
+    startFull(desk, kShortWhile);
+    desk.save(QStringLiteral("window"));
+    desk.pickRow("cboDataMode", 1);
+    desk.saveWidgets(QStringLiteral("panels"),
+                     {&desk.child<QWidget>("ctlFrequency1"), &desk.child<QWidget>("ctlDataMode1")});
+    saveMenu(desk, QStringLiteral("menu"), "mnuFile");
+    desk.pickDialog("mnuSettingsDisplay", [&](QDialog &dialog) {
+        desk.saveDialog(QStringLiteral("display-settings"), dialog);
+    });
+    desk.pickDialog("mnuSettingsComms", [&](QDialog &dialog) {
+        desk.saveDialog(QStringLiteral("communications"), dialog);
+    });
+    desk.overNext([&](QDialog &about) { desk.saveDialog(QStringLiteral("about"), about); });
+    desk.pick("mnuAbout");
+    desk.dialogs().file = QStringLiteral("evening.rec");
+    desk.pick("mnuFileRecord");
+    desk.run(4.0);
+    desk.overNext([&](QDialog &box) { desk.saveDialog(QStringLiteral("exit-question"), box); });
+    desk.form().close();
+    desk.pick("mnuFileRecord");
+    desk.pick("mnuFilePlayback");
+    desk.save(QStringLiteral("playback"));
+    desk.press("cmdClose");
+    lastWords(desk);
 }
 
-} // namespace
-} // namespace veldron
-
-int main(int argc, char **argv) {
-    const QApplication application(argc, argv);
-    QCoreApplication::setApplicationVersion(QStringLiteral(VELDRON_VERSION));
-    if (argc != 2) {
-        std::fprintf(stderr, "usage: make_pictures FOLDER\n");
-        return 2;
-    }
-    using namespace veldron;
-    useFixedLooks();
-    PictureDesk desk(QString::fromLocal8Bit(argv[1]));
+void manual(PictureDesk &desk) {
     firstStart(desk);
     trouble(desk);
     display(desk);
@@ -297,5 +303,54 @@ int main(int argc, char **argv) {
     data(desk);
     history(desk);
     lastWords(desk);
+}
+
+QPalette lightColours() {
+    QPalette palette(QColor(0xef, 0xef, 0xef));
+    palette.setColor(QPalette::Highlight, QColor(0x30, 0x8c, 0xc6));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    return palette;
+}
+
+QPalette darkColours() {
+    QPalette palette(QColor(0x35, 0x39, 0x40), QColor(0x2a, 0x2d, 0x33));
+    palette.setColor(QPalette::Base, QColor(0x1c, 0x1e, 0x22));
+    palette.setColor(QPalette::Highlight, QColor(0x30, 0x8c, 0xc6));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    return palette;
+}
+
+/// The same for every user: nothing of the machine's own looks.
+void useFixedLooks(const QPalette &palette, int points) {
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setPalette(palette);
+    QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), points));
+    QApplication::setCursorFlashTime(0);
+    QApplication::setEffectEnabled(Qt::UI_AnimateCombo, false);
+    QLocale::setDefault(QLocale::c());
+}
+
+constexpr int kUsualPoints = 9;
+
+} // namespace
+} // namespace veldron
+
+int main(int argc, char **argv) {
+    const QApplication application(argc, argv);
+    QCoreApplication::setApplicationVersion(QStringLiteral(VELDRON_VERSION));
+    if (argc != 2 && argc != 4) {
+        std::fprintf(stderr, "usage: make_pictures FOLDER [light|dark POINTS]\n");
+        return 2;
+    }
+    using namespace veldron;
+    const bool isDark = argc == 4 && QLatin1String(argv[2]) == QLatin1String("dark");
+    useFixedLooks(isDark ? darkColours() : lightColours(),
+                  argc == 4 ? QByteArray(argv[3]).toInt() : kUsualPoints);
+    PictureDesk desk(QString::fromLocal8Bit(argv[1]));
+    if (argc == 4) {
+        looks(desk);
+    } else {
+        manual(desk);
+    }
     return 0;
 }
