@@ -16,6 +16,8 @@
 #include "settings/frmCommSettings.h"
 #include "utilities/TimesOfDay.h"
 
+#include <type_traits>
+
 namespace veldron {
 
 bool PanelMediation::isChannelMode() const {
@@ -27,7 +29,9 @@ bool PanelMediation::isChannelMode() const {
 template <typename Value>
 Value PanelMediation::read(Value (frmVDR::*property)()) {
     const Value value = (m_holders.vdr.*property)();
-    m_parts.lastSession.noteRead();
+    // The attenuator has no failure value: that of a receiver which has none may never be readable.
+    constexpr bool showsFailure = !std::is_same_v<Value, bool>;
+    m_parts.lastSession.noteRead(showsFailure && m_holders.vdr.readFailed());
     return value;
 }
 
@@ -67,6 +71,7 @@ void PanelMediation::markOnChart(Hertz frequency) {
 void PanelMediation::ctlFrequency1_Changed(ReceiverChangeCode What) {
     frmVDR &unit = m_holders.vdr;
     ctlFrequency &panel = m_holders.ctlFrequency1;
+    m_parts.lastSession.beginReads();
     switch (What) {
     case ReceiverChangeCode::Frequency:
         changeFrequency();
@@ -89,6 +94,7 @@ void PanelMediation::ctlFrequency1_Changed(ReceiverChangeCode What) {
     default:
         break;
     }
+    m_parts.lastSession.endReads();
     showLinkStatus();
 }
 
@@ -134,6 +140,7 @@ void PanelMediation::changeReceiver() {
 void PanelMediation::ctlDataMode1_Changed(DataChangeCode What) {
     frmVDR &unit = m_holders.vdr;
     ctlDataMode &panel = m_holders.ctlDataMode1;
+    m_parts.lastSession.beginReads();
     switch (What) {
     case DataChangeCode::RBW:
         unit.setVDRRBW(panel.RBW());
@@ -155,6 +162,7 @@ void PanelMediation::ctlDataMode1_Changed(DataChangeCode What) {
     default:
         break;
     }
+    m_parts.lastSession.endReads();
     showLinkStatus();
 }
 
@@ -196,6 +204,7 @@ void PanelMediation::readDataModeBack() {
 // ---- monitor panel
 
 void PanelMediation::ctlMonitorMode1_Changed(MonitorChangeCode What) {
+    m_parts.lastSession.beginReads();
     switch (What) {
     case MonitorChangeCode::MonitorMode:
         changeMonitorMode();
@@ -222,6 +231,7 @@ void PanelMediation::ctlMonitorMode1_Changed(MonitorChangeCode What) {
         chart.setScanStop(panel.fEnd());
     }
     chart.DrawAxes();
+    m_parts.lastSession.endReads();
 }
 
 /// Which frequencies there are to read depends on the mode that the unit has really taken.
@@ -300,6 +310,7 @@ void PanelMediation::ctlChartSpectrum1_Changed() {
 void PanelMediation::ReadBackSettings() {
     ctlFrequency &receiver = m_holders.ctlFrequency1;
     ctlDataMode &data = m_holders.ctlDataMode1;
+    m_parts.lastSession.beginReads();
     // The receiver comes before its mode, because it decides which modes the panel lists; the data
     // mode before its count, because the unit keeps one count a mode; the monitor mode before the
     // frequencies, because it decides which of them there are.
@@ -314,9 +325,10 @@ void PanelMediation::ReadBackSettings() {
     data.setSamples(read(&frmVDR::VDRSamples));
     m_holders.ctlMonitorMode1.setMonitorMode(read(&frmVDR::VDRMonitorMode));
     readBackFrequencies();
-    m_parts.lastSession.noteReadBack();
     // Behind all panels, so that the chart changes its scale once at most.
     UpdateChartSettings();
+    // Behind the chart, which holds the marker frequency that is saved.
+    m_parts.lastSession.endReads();
     // The full period, whatever interval the timer had: the first tick comes when all is shown.
     m_parts.pollTimer.start(m_holders.commSettings.Poll());
     // Last, because the block is written from the panels.

@@ -31,7 +31,7 @@ frmDisplay::Parts::Parts(frmDisplay &form)
                           form.m_world.clock}),
       settingsLines(holders, form.m_session, mediation, form.m_world.clock, form.m_world.texts),
       settingsFiles(settingsLines, form.m_world.dialogs, form.m_world.programFolder),
-      lastSession(vdr, form.m_session, settingsFiles),
+      lastSession(vdr, settingsLines, settingsFiles),
       recorder({form.m_session, settingsLines, form, form.m_world.dialogs, form.m_world.clock,
                 form.m_world.texts, form.m_world.programFolder}),
       playback({holders, form.m_session, settingsLines, form, mediation, *form.ctlPlayback1,

@@ -68,6 +68,10 @@ public:
     /// Version only.
     bool Connect();
 
+    /// Whether the latest getter below that asked the unit got no value, so that it gave the
+    /// setting's failure value.
+    [[nodiscard]] bool readFailed() const { return m_readFailed; }
+
     /// Code of the receiver's demodulation mode.
     qint16 RXMode();
     void setRXMode(qint16 value);
@@ -165,6 +169,7 @@ private:
     bool m_unloaded = false;
     bool m_Connected = false;
     bool m_Active = false;
+    bool m_readFailed = false;
 
     UnitSettingRows m_settings = unitSettingRows();
 };

@@ -7,6 +7,8 @@
 
 #include <QtNumeric>
 
+#include <optional>
+
 namespace veldron {
 
 namespace {
@@ -42,9 +44,12 @@ void frmVDR::write(UnitSetting<T> &setting, const T &value) {
 
 template <typename T>
 T frmVDR::read(UnitSetting<T> &setting, const SettingLetters &letters) {
-    setting.cached = SendCommand(QLatin1String(letters.read))
-                         ? setting.codec.value(m_LastReply).value_or(setting.failure)
-                         : setting.failure;
+    std::optional<T> value;
+    if (SendCommand(QLatin1String(letters.read))) {
+        value = setting.codec.value(m_LastReply);
+    }
+    m_readFailed = !value.has_value();
+    setting.cached = value.value_or(setting.failure);
     return setting.cached;
 }
 

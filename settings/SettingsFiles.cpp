@@ -10,6 +10,28 @@
 
 namespace veldron {
 
+namespace {
+
+/// Traps whatever \a act throws: neither a start, an exit nor a lost link fails for want of a file
+/// that nobody asked for. Lines that were applied before a bad one stay applied.
+template <typename Act>
+void silently(Act act) noexcept {
+    try {
+        act();
+    } catch (...) {
+    }
+}
+
+template <typename WriteBlock>
+void write(const QString &path, WriteBlock writeBlock) {
+    ReplacingTextFileWriter file(path);
+    file.writeLine(QLatin1String(kSettingsFile.firstLine));
+    writeBlock(file);
+    file.commit();
+}
+
+} // namespace
+
 SettingsFiles::SettingsFiles(SettingsLines &lines, FileDialogs &dialogs, const QString &folder)
     : m_lines(lines), m_dialogs(dialogs), m_folder(folder) {}
 
@@ -39,35 +61,19 @@ void SettingsFiles::mnuFileLoadSettings() {
 }
 
 void SettingsFiles::SaveDefaultSettings() noexcept {
-    saveSilently(&SettingsFiles::defaultPath);
+    silently([this] { save(defaultPath()); });
 }
 
-void SettingsFiles::saveLastConnected() noexcept {
-    saveSilently(&SettingsFiles::lastConnectedPath);
-}
-
-void SettingsFiles::saveSilently(QString (SettingsFiles::*path)() const) noexcept {
-    try {
-        save((this->*path)());
-    } catch (...) {
-        // Trapped, whatever it is: neither an exit nor a lost link fails for want of a file that
-        // nobody asked for.
-    }
+void SettingsFiles::saveLastConnected(const SettingsBlock &settings) noexcept {
+    silently([&] { write(lastConnectedPath(), [&](LineSink &file) { settings.writeTo(file); }); });
 }
 
 void SettingsFiles::LoadDefaultSettings() noexcept {
-    try {
-        load(defaultPath());
-    } catch (...) {
-        // Trapped, whatever it is: the lines before the bad one stay applied.
-    }
+    silently([this] { load(defaultPath()); });
 }
 
 void SettingsFiles::save(const QString &path) {
-    ReplacingTextFileWriter file(path);
-    file.writeLine(QLatin1String(kSettingsFile.firstLine));
-    m_lines.SaveSettings(file);
-    file.commit();
+    write(path, [this](LineSink &file) { m_lines.SaveSettings(file); });
 }
 
 void SettingsFiles::load(const QString &path) {

@@ -28,16 +28,14 @@ public:
     void SaveDefaultSettings() noexcept;
     /// Applies the default file. It ends at the first bad line; the lines before stay applied.
     void LoadDefaultSettings() noexcept;
-    /// Writes the file of the last connected session. Call it while the panels still show what the
-    /// unit reported: when the link turns out to be lost, and at an exit with the unit connected.
-    void saveLastConnected() noexcept;
+    /// Writes \a settings, which the unit has reported, to the file of the last connected session.
+    /// An error leaves the old one as it is.
+    void saveLastConnected(const SettingsBlock &settings) noexcept;
     [[nodiscard]] QString defaultPath() const;
     [[nodiscard]] QString lastConnectedPath() const;
 
 private:
     void save(const QString &path);
-    /// To the path that \a path gives. No exception of any kind leaves it.
-    void saveSilently(QString (SettingsFiles::*path)() const) noexcept;
     void load(const QString &path);
     [[nodiscard]] FileRequest request(const QString &title) const;
 

@@ -2,7 +2,6 @@
 #include "settings/SettingsLines.h"
 
 #include "format/FileLine.h"
-#include "format/SettingsBlock.h"
 #include "utilities/TimesOfDay.h"
 
 namespace veldron {
@@ -12,6 +11,10 @@ SettingsLines::SettingsLines(const SettingHolders &holders, const SessionState &
     : m_holders(holders), m_session(session), m_host(host), m_clock(clock), m_texts(texts) {}
 
 void SettingsLines::SaveSettings(LineSink &sink) const {
+    block().writeTo(sink);
+}
+
+SettingsBlock SettingsLines::block() const {
     const LineSource from{m_holders, m_session, m_clock, m_texts};
     SettingsBlock block;
     for (const SettingsLine &line : settingsLines()) {
@@ -19,7 +22,7 @@ void SettingsLines::SaveSettings(LineSink &sink) const {
             block.set(line.key, line.source(from));
         }
     }
-    block.writeTo(sink);
+    return block;
 }
 
 LoadedLine SettingsLines::LoadSettings(const QString &line) {

@@ -3,6 +3,7 @@
 
 #include "common/TextFile.h"
 #include "format/ScanLine.h"
+#include "format/SettingsBlock.h"
 #include "settings/SettingsLine.h"
 
 #include <QString>
@@ -34,6 +35,8 @@ public:
 
     /// Writes one block: in short form (without the display lines) while Recording.
     void SaveSettings(LineSink &sink) const;
+    /// What SaveSettings writes.
+    [[nodiscard]] SettingsBlock block() const;
     /// Applies \a line, and returns what is no setting in it. A line of an unknown key does
     /// nothing.
     LoadedLine LoadSettings(const QString &line);

@@ -221,7 +221,7 @@ TEST_F(SettingsFilesTest, defaultFile_isTheOneInTheProgramFolder) {
 TEST_F(SettingsFilesTest, lastConnectedFile_hasTheFormOfTheDefaultFileAndANameOfItsOwn) {
     EXPECT_EQ(m_files.lastConnectedPath(), path("VELDRON-last-connected.set"));
     put("VELDRON.set", "old");
-    m_files.saveLastConnected();
+    m_files.saveLastConnected(m_fixture.lines.block());
     EXPECT_EQ(bytesOf("VELDRON-last-connected.set"), kWholeFile);
     EXPECT_EQ(bytesOf("VELDRON.set"), "old");
 }
@@ -236,7 +236,7 @@ TEST_F(SettingsFilesTest, defaultSaveAndLoad_leaveTheLastConnectedFileAlone) {
 
 TEST_F(SettingsFilesTest, lastConnectedFile_comesBackByLoadSettings) {
     m_fixture.loadAll({"Palette 4", "RBW 3", "Centre 7000000"});
-    m_files.saveLastConnected();
+    m_files.saveLastConnected(m_fixture.lines.block());
     SettingsFixture next;
     answer("VELDRON-last-connected.set");
     SettingsFiles(next.lines, m_dialogs, m_folder.path()).mnuFileLoadSettings();
@@ -244,12 +244,13 @@ TEST_F(SettingsFilesTest, lastConnectedFile_comesBackByLoadSettings) {
 }
 
 TEST_F(SettingsFilesTest, lastConnectedFileThatCannotBeWritten_isSilentAndKeepsTheOldOne) {
-    SettingsFiles(m_fixture.lines, m_dialogs, path("missing")).saveLastConnected();
+    SettingsFiles(m_fixture.lines, m_dialogs, path("missing"))
+        .saveLastConnected(m_fixture.lines.block());
     EXPECT_FALSE(QFile::exists(path("missing")));
     put("VELDRON-last-connected.set", "old");
     {
         const FullDisk disk(100);
-        m_files.saveLastConnected();
+        m_files.saveLastConnected(m_fixture.lines.block());
     }
     EXPECT_EQ(bytesOf("VELDRON-last-connected.set"), "old");
 }
@@ -328,8 +329,7 @@ TEST_F(SettingsFilesTest, otherExceptionInASilentSave_isTrappedToo) {
     SettingsLines lines(m_fixture.holders, m_fixture.session, m_fixture, clock, m_fixture.texts);
     SettingsFiles files(lines, m_dialogs, m_folder.path());
     files.SaveDefaultSettings();
-    files.saveLastConnected();
-    EXPECT_EQ(blocks, 2);
+    EXPECT_EQ(blocks, 1);
     EXPECT_TRUE(QDir(m_folder.path()).isEmpty());
 }
 
