@@ -61,8 +61,11 @@ bool PanelMediation::isScaleKnown() const {
 
 /// Marks \a frequency on the chart, if that and the scale are known.
 void PanelMediation::markOnChart(Hertz frequency) {
-    if (frequency != kFailedFrequency && isScaleKnown()) {
+    if (!isScaleKnown()) {
+        m_markIsDue = true;
+    } else if (frequency != kFailedFrequency) {
         m_holders.ctlChartSpectrum1.setRXFreq(frequency);
+        m_markIsDue = false;
     }
 }
 
@@ -222,16 +225,26 @@ void PanelMediation::ctlMonitorMode1_Changed(MonitorChangeCode What) {
     default:
         return;
     }
-    const ctlMonitorMode &panel = m_holders.ctlMonitorMode1;
-    ctlChartSpectrum &chart = m_holders.ctlChartSpectrum1;
     // Behind every read-back, and the axes last: only then are all four values those of one scale.
     if (isScaleKnown()) {
-        chart.setDataResolution(panel.fStep());
-        chart.setScanStart(panel.fStart());
-        chart.setScanStop(panel.fEnd());
+        showScaleOfMonitor();
     }
-    chart.DrawAxes();
+    m_holders.ctlChartSpectrum1.DrawAxes();
     m_parts.lastSession.endReads();
+}
+
+/// The handlers mark the receive frequency by themselves; only one that was left out is caught up.
+void PanelMediation::showScaleOfMonitor() {
+    if (m_markIsDue) {
+        updateChartFrequencies(m_holders);
+        m_markIsDue = false;
+        return;
+    }
+    const ctlMonitorMode &panel = m_holders.ctlMonitorMode1;
+    ctlChartSpectrum &chart = m_holders.ctlChartSpectrum1;
+    chart.setDataResolution(panel.fStep());
+    chart.setScanStart(panel.fStart());
+    chart.setScanStop(panel.fEnd());
 }
 
 /// Which frequencies there are to read depends on the mode that the unit has really taken.
@@ -348,7 +361,8 @@ void PanelMediation::readBackFrequencies() {
 }
 
 void PanelMediation::UpdateChartSettings() {
-    if (isScaleKnown()) {
+    m_markIsDue = !isScaleKnown();
+    if (!m_markIsDue) {
         updateChartFrequencies(m_holders);
     }
     updateChartDisplay(m_holders);

@@ -72,9 +72,12 @@ private:
     [[nodiscard]] bool isChannelMode() const;
     [[nodiscard]] bool isScaleKnown() const;
     void markOnChart(Hertz frequency);
+    void showScaleOfMonitor();
 
     SettingHolders m_holders;
     Parts m_parts;
+    /// The chart's receive frequency was left alone because the scale wasn't known.
+    bool m_markIsDue = false;
 };
 
 } // namespace veldron

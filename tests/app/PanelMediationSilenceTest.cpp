@@ -83,6 +83,19 @@ TEST_F(SilenceTest, onlyTheMarkerGarbledInChannelMode_leavesTheChartAsItWas) {
     EXPECT_EQ(scale(), before);
 }
 
+TEST_F(SilenceTest, scaleKnownAgainByTheUsersSpan_marksTheCentreReadBefore) {
+    startUp();
+    setUnit("SCF", "120");
+    m_control.queueReply("RSSP", "#\r\n");
+    setUnit("URX", "5");
+    poll();
+    ASSERT_EQ(monitor().fSpan(), kFailed);
+    monitor().setfSpan(megahertz(4));
+    raise(monitor(), MonitorChangeCode::Span);
+    EXPECT_EQ(chart().ScanStart(), megahertz(118));
+    EXPECT_EQ(chart().RXFreq(), megahertz(120));
+}
+
 TEST_F(SilenceTest, userActsOverADeadLink_leaveTheChartAsItWas) {
     startUp();
     mute();
