@@ -215,6 +215,7 @@ TEST_F(EveryUnitSetting, read_sendsItsCommandAndGivesAndCachesTheValue) {
         control.queueReply(each.command, each.reply);
         EXPECT_EQ(each.read(vdr), each.value) << each.name;
         EXPECT_EQ(each.cached(vdr), each.value) << each.name;
+        EXPECT_FALSE(vdr.readFailed()) << each.name;
         EXPECT_EQ(control.commands().last(), QLatin1String(each.command)) << each.name;
     }
 }
@@ -229,6 +230,7 @@ TEST_F(EveryUnitSetting, failedRead_givesAndCachesTheFailureValueSilently) {
             dataMode(DataModeCode::Average);
             EXPECT_EQ(each.read(vdr), each.failure) << each.name;
             EXPECT_EQ(each.cached(vdr), each.failure) << each.name;
+            EXPECT_TRUE(vdr.readFailed()) << each.name;
         }
     }
     EXPECT_EQ(vdr.Status(), "VELDRON connected on COM 3");
