@@ -30,10 +30,6 @@ void OverlayLine::setX(int x) {
     setEnds({x, Y1()}, {x, Y2()});
 }
 
-void OverlayLine::setY1(int y) {
-    setEnds({X1(), y}, m_to);
-}
-
 void OverlayLine::setY2(int y) {
     setEnds(m_from, {X2(), y});
 }

@@ -21,7 +21,6 @@ public:
     [[nodiscard]] int X2() const { return m_to.x(); }
     [[nodiscard]] int Y2() const { return m_to.y(); }
     void setX(int x);
-    void setY1(int y);
     void setY2(int y);
     void setEnds(QPoint from, QPoint to);
     /// True when it is to be seen, whether or not the window is.

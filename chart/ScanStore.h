@@ -45,7 +45,6 @@ public:
     [[nodiscard]] qint32 binCount() const { return m_binCount; }
     [[nodiscard]] const LevelScan &current() const { return m_current; }
     [[nodiscard]] const LevelScan &peaks() const { return m_peaks; }
-    [[nodiscard]] const std::vector<qint32> &ages() const { return m_ages; }
 
 private:
     [[nodiscard]] qint32 elapsedSince(const PeakLife &life);
@@ -53,7 +52,7 @@ private:
     qint32 m_binCount = 0;
     LevelScan m_current;
     LevelScan m_peaks;
-    std::vector<qint32> m_ages;
+    std::vector<qint32> m_ages; ///< seconds since the peak was last reached
     float m_lastAgeTime = 0.0F;
 };
 

@@ -18,7 +18,6 @@ public:
     ~ScreenCursor();
 
     void setShape(CursorShape shape);
-    [[nodiscard]] CursorShape shape() const { return m_shape; }
 
 private:
     CursorShape m_shape = CursorShape::Default;

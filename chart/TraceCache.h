@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "chart/PixelSurface.h"
 #include "chart/TraceRenderer.h"
 
 #include <QRect>
@@ -11,8 +12,9 @@ namespace veldron {
 
 /// Paints a trace over the one that stands in the picture, touching only what differs.
 ///
-/// The pixels come out exactly as if each column were painted anew by TraceRenderer::paint; a scan
-/// costs a fraction of that, because most of a column stays as it is. Another generation of the
+/// The pixels come out exactly as if each column were painted anew: body from the plot's bottom up
+/// to its row, background from there to the top, then the dot. A scan costs a fraction of that,
+/// because most of a column stays as it is. Another generation of the
 /// surface invalidates the cache. Nobody else paints within the plot.
 class TraceCache {
 public:

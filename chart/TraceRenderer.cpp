@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "chart/TraceRenderer.h"
 
-#include "chart/ChartColours.h"
-
 #include <algorithm>
 #include <array>
 
@@ -56,15 +54,6 @@ void TraceRenderer::columns(const Input &input, std::vector<TraceColumn> &result
         spread(input, rows, result);
     } else {
         gather(input, rows, result);
-    }
-}
-
-void TraceRenderer::paint(PixelSurface &surface, const ChartLayout &layout, int x,
-                          const TraceColumn &column) {
-    surface.line({x, layout.plotBottom}, {x, column.y}, ChartColours::kTrace);
-    surface.line({x, column.y}, {x, layout.plotTop}, ChartColours::kBackground);
-    if (column.dot != TraceColumn::kNoDot) {
-        surface.pset({x, column.dot}, ChartColours::kPeak);
     }
 }
 

@@ -4,7 +4,6 @@
 #include "chart/BinGrid.h"
 #include "chart/ChartLayout.h"
 #include "chart/LevelScale.h"
-#include "chart/PixelSurface.h"
 #include "chart/ScanStore.h"
 
 #include <climits>
@@ -22,7 +21,7 @@ struct TraceColumn {
     friend bool operator==(const TraceColumn &, const TraceColumn &) = default;
 };
 
-/// From a scan to the columns of a trace, and from those to pixels.
+/// From a scan to the columns of a trace, which TraceCache paints.
 ///
 /// Two methods: spread, for more pixels than bins, holds its rows within the plot and shows one
 /// bin in each column; gather, for fewer, shows the highest of a column's bins, does not hold its
@@ -40,9 +39,6 @@ public:
 
     /// Columns from plotLeft to plotRight - 1. UntrappedError for a scale without height.
     static void columns(const Input &input, std::vector<TraceColumn> &result);
-    /// Paints column \a x: body, background over it, and dot.
-    static void paint(PixelSurface &surface, const ChartLayout &layout, int x,
-                      const TraceColumn &column);
 };
 
 } // namespace veldron

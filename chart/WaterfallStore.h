@@ -83,9 +83,7 @@ public:
     }
     [[nodiscard]] qint32 rowCount() const { return m_rowCount; }
     [[nodiscard]] qint32 playRow() const { return m_playRow; }
-    [[nodiscard]] bool rowIsOpen() const { return m_rowOpen; }
     [[nodiscard]] float nextRowTime() const { return m_nextRowTime; }
-    [[nodiscard]] qint32 lastDataTime() const { return m_lastDataTime; }
     [[nodiscard]] float playbackTime() const { return m_playbackTime; }
     RowChange takeChange();
 

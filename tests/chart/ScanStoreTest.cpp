@@ -23,7 +23,6 @@ TEST(ScanStore, arrays_haveTwoElementsMoreThanBins) {
     const ScanStore store(321);
     EXPECT_EQ(store.current().size(), 323U);
     EXPECT_EQ(store.peaks().size(), 323U);
-    EXPECT_EQ(store.ages().size(), 323U);
 }
 
 TEST(ScanStore, scanOfUpTo323_isAcceptedOnAFullGridAnd324IsNot) {
@@ -61,9 +60,10 @@ TEST_F(ScanStorePeaks, peakOfFiveSeconds_dropsAtOnceWhenMoreThanFiveAreCounted) 
     EXPECT_EQ(peakAt(100.0F), 50);
     scan(40);
     EXPECT_EQ(peakAt(105.0F), 50);
-    EXPECT_EQ(store.ages()[0], 5);
     EXPECT_EQ(peakAt(106.0F), 40);
-    EXPECT_EQ(store.ages()[0], 0);
+    scan(30); // the new peak lives its five seconds too
+    EXPECT_EQ(peakAt(111.0F), 40);
+    EXPECT_EQ(peakAt(112.0F), 30);
 }
 
 TEST_F(ScanStorePeaks, equalScan_beginsThePeaksLifeAnew) {
@@ -85,7 +85,7 @@ TEST_F(ScanStorePeaks, timespanZeroAndMinusOne_holdForEver) {
         EXPECT_EQ(peakAt(100.0F, timespan), 50);
         scan(10);
         EXPECT_EQ(peakAt(50000.0F, timespan), 50);
-        EXPECT_EQ(store.ages()[0], 0);
+        EXPECT_EQ(peakAt(50005.0F, 5), 50); // its life begins only now
     }
 }
 
@@ -94,7 +94,8 @@ TEST_F(ScanStorePeaks, midnight_addsTheRealElapsedTimeOnly) {
     EXPECT_EQ(peakAt(86398.0F), 50);
     scan(40);
     EXPECT_EQ(peakAt(2.0F), 50);
-    EXPECT_EQ(store.ages()[0], 4);
+    EXPECT_EQ(peakAt(3.0F), 50);
+    EXPECT_EQ(peakAt(4.0F), 40);
 }
 
 TEST_F(ScanStorePeaks, jumpBackInPlayback_agesNothing) {
@@ -102,9 +103,8 @@ TEST_F(ScanStorePeaks, jumpBackInPlayback_agesNothing) {
     EXPECT_EQ(peakAt(1000.0F, 5, true), 50);
     scan(40);
     EXPECT_EQ(peakAt(500.0F, 5, true), 50);
-    EXPECT_EQ(store.ages()[0], 0);
-    EXPECT_EQ(peakAt(503.0F, 5, true), 50);
-    EXPECT_EQ(store.ages()[0], 3);
+    EXPECT_EQ(peakAt(505.0F, 5, true), 50);
+    EXPECT_EQ(peakAt(506.0F, 5, true), 40);
 }
 
 TEST_F(ScanStorePeaks, passesUnderHalfASecond_roundToNothing) {
@@ -114,7 +114,8 @@ TEST_F(ScanStorePeaks, passesUnderHalfASecond_roundToNothing) {
     for (int i = 1; i <= 40; ++i) {
         EXPECT_EQ(peakAt(100.0F + static_cast<float>(i) * 0.25F), 50);
     }
-    EXPECT_EQ(store.ages()[0], 0);
+    EXPECT_EQ(peakAt(115.0F), 50);
+    EXPECT_EQ(peakAt(116.0F), 40);
 }
 
 TEST_F(ScanStorePeaks, zeroedPeaks_areThoseOfTheBinsOnly) {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "chart/TraceCache.h"
 
-#include "chart/ChartColours.h"
+#include "tests/chart/PlainTrace.h"
 
 #include <gtest/gtest.h>
 
@@ -23,7 +23,7 @@ protected:
     void paint(const std::vector<TraceColumn> &columns) {
         cache.paint(fast, layout, columns);
         for (std::size_t i = 0; i < columns.size(); ++i) {
-            TraceRenderer::paint(plain, layout, layout.plotLeft + static_cast<int>(i), columns[i]);
+            paintPlain(plain, layout, layout.plotLeft + static_cast<int>(i), columns[i]);
         }
     }
     [[nodiscard]] bool isSame() const {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "chart/TraceRenderer.h"
 
-#include "chart/ChartColours.h"
+#include "tests/chart/PlainTrace.h"
 
 #include <gtest/gtest.h>
 
@@ -33,8 +33,7 @@ protected:
     std::string pixels(int x) {
         PixelSurface surface(layout.scaleWidth, layout.scaleHeight);
         surface.fill(surface.bounds(), 0x00123456);
-        TraceRenderer::paint(surface, layout, layout.plotLeft + x,
-                             columns()[static_cast<std::size_t>(x)]);
+        paintPlain(surface, layout, layout.plotLeft + x, columns()[static_cast<std::size_t>(x)]);
         std::string text;
         for (int y = 0; y < surface.height(); ++y) {
             const quint32 colour = surface.pixel(layout.plotLeft + x, y);

@@ -70,11 +70,11 @@ TEST_F(WaterfallStoreTest, firstScanAfterAClosedRow_startsTheRowAfresh) {
     begin(kNoon, 1);
     scan(50, kNoon);
     EXPECT_EQ(advance(kNoon + 1.0F), 1);
-    EXPECT_TRUE(store->rowIsOpen());
     scan(40, kNoon + 1.0F);
     EXPECT_EQ(level(0), 40);
     EXPECT_EQ(level(1), 50);
-    EXPECT_FALSE(store->rowIsOpen());
+    scan(30, kNoon + 1.0F);
+    EXPECT_EQ(level(0), 40); // and later ones don't
 }
 
 TEST_F(WaterfallStoreTest, playback_keepsTheLastScanOnly) {
@@ -93,10 +93,17 @@ TEST_F(WaterfallStoreTest, fullScansLastBin_goesToTheFirstByteOfRowOne) {
 }
 
 TEST_F(WaterfallStoreTest, scanTime_isRoundedToWholeSecondsTiesToEven) {
-    scan(1, 100.5F);
-    EXPECT_EQ(store->lastDataTime(), 100);
-    scan(1, 101.5F);
-    EXPECT_EQ(store->lastDataTime(), 102);
+    // A row is blank when it begins more than two poll periods after the scan's time.
+    begin(100.0F, 1);
+    store->setPoll(750);
+    scan(50, 100.5F); // counts as 100
+    advance(102.0F);
+    EXPECT_EQ(level(0), 0);
+    begin(100.0F, 1);
+    store->setPoll(750);
+    scan(50, 101.5F); // counts as 102
+    advance(103.0F);
+    EXPECT_EQ(level(0), 50);
 }
 
 TEST_F(WaterfallStoreTest, noScanForMoreThanTwoPollPeriods_leavesTheRowBlank) {
@@ -453,12 +460,14 @@ TEST_F(WaterfallStoreTest, updateThatDividesNoRowsEvenly_roundsRowsAndView) {
 }
 
 TEST_F(WaterfallStoreTest, scanInPlayback_hasTheTimeOfPlayback) {
-    scan(50, kNoon);
-    EXPECT_EQ(store->lastDataTime(), 43200);
     store->setPlayback(true);
+    store->setPoll(1000);
     store->setPlaybackTime(777.0F);
     scan(50, kNoon + 5.0F);
-    EXPECT_EQ(store->lastDataTime(), 777);
+    advance(779.0F);
+    EXPECT_EQ(level(0), 50);
+    advance(780.0F); // more than two poll periods later
+    EXPECT_EQ(level(0), 0);
 }
 
 } // namespace
