@@ -9,11 +9,6 @@
 
 namespace veldron {
 
-void updateChart(const SettingHolders &holders) {
-    updateChartFrequencies(holders);
-    updateChartDisplay(holders);
-}
-
 void updateChartFrequencies(const SettingHolders &holders) {
     const ctlMonitorMode &panel = holders.ctlMonitorMode1;
     ctlChartSpectrum &chart = holders.ctlChartSpectrum1;

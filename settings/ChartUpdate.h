@@ -5,14 +5,11 @@
 
 namespace veldron {
 
-/// Copies the frequencies of the panels, then the display settings, into the chart, and draws it
-/// anew.
-void updateChart(const SettingHolders &holders);
-
-/// The first part of it: resolution, ends of the scan, marker.
+/// Copies the frequencies of the panels into the chart: resolution, ends of the scan, marker.
 void updateChartFrequencies(const SettingHolders &holders);
 
-/// The second part: the display settings, and the axes.
+/// Copies the display settings into the chart, and lays its axes out anew. Goes after the
+/// frequencies, so that the axes are those of the new scan.
 void updateChartDisplay(const SettingHolders &holders);
 
 } // namespace veldron

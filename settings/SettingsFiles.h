@@ -31,10 +31,10 @@ public:
     /// Writes \a settings, which the unit has reported, to the file of the last connected session.
     /// An error leaves the old one as it is.
     void saveLastConnected(const SettingsBlock &settings) noexcept;
-    [[nodiscard]] QString defaultPath() const;
-    [[nodiscard]] QString lastConnectedPath() const;
 
 private:
+    [[nodiscard]] QString defaultPath() const;
+    [[nodiscard]] QString lastConnectedPath() const;
     void save(const QString &path);
     void load(const QString &path);
     [[nodiscard]] FileRequest request(const QString &title) const;

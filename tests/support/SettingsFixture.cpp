@@ -47,7 +47,8 @@ void SettingsFixture::setUp() {
     ctlDataMode1.setDataMode(mode);
     ctlDataMode1.setSamples(3);
     ctlChartSpectrum1.setPoll(1000);
-    updateChart(holders);
+    updateChartFrequencies(holders);
+    updateChartDisplay(holders);
     scanDate.clear();
     scan.reset();
     log.clear();
@@ -98,7 +99,8 @@ QStringList SettingsFixture::changesOf(const QString &textLine) {
 
 void SettingsFixture::UpdateChartSettings() {
     note(QStringLiteral("UpdateChartSettings"));
-    updateChart(holders);
+    updateChartFrequencies(holders);
+    updateChartDisplay(holders);
 }
 
 void SettingsFixture::noteWait() {
