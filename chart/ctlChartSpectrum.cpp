@@ -116,10 +116,6 @@ ChartLayout ctlChartSpectrum::chartLayout() const {
     return ChartLayout::of(ScaleWidth(), ScaleHeight(), m_DisplayType, m_SplitFraction);
 }
 
-QString ctlChartSpectrum::statusText() const {
-    return StatusBar1->currentMessage();
-}
-
 void ctlChartSpectrum::setDisplayType(DisplayTypeCode type) {
     if (type != m_DisplayType) {
         m_DisplayType = type;

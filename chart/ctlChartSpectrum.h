@@ -128,9 +128,6 @@ public:
     /// stopped the step; the limits are looked at only before it.
     bool Rewind(qint16 rows);
 
-    /// Text of the first panel of the control's own, invisible, status bar.
-    [[nodiscard]] QString statusText() const;
-
 Q_SIGNALS:
     /// The user chose MarkerFreq by a double click; \a What is always 0.
     void Changed(qint32 What);

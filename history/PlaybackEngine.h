@@ -57,15 +57,6 @@ public:
     /// Closes the file; harmless when none is open.
     void closeStream();
 
-    /// Bytes of the file read so far, each line end counted as two.
-    [[nodiscard]] qint64 HistoryPosition() const { return m_HistoryPosition; }
-    [[nodiscard]] qint64 HistoryFileSize() const { return m_HistoryFileSize; }
-    /// The place of the display relative to the last scan read, in scans: 0 or negative. A step
-    /// forward by more scans than the chart holds leaves it above 0 until the next scan is read.
-    [[nodiscard]] qint32 RewindOffset() const { return m_RewindOffset; }
-    /// The last scan that was read; nothing where the file has had none so far.
-    [[nodiscard]] const std::optional<ScanLine> &Scan() const { return m_Scan; }
-
 private:
     /// The last StartSettings line that was read.
     struct BlockDate {
@@ -94,12 +85,14 @@ private:
     Dependencies m_needs;
     std::unique_ptr<TextFileReader> m_HistoryStream;
     QString m_HistoryFileName;
-    qint64 m_HistoryFileSize = 0;
-    qint64 m_HistoryPosition = 0;
+    qint64 m_HistoryFileSize = 0; ///< in bytes, when it was opened
+    qint64 m_HistoryPosition = 0; ///< bytes read so far, each line end counted as two
+    /// The place of the display relative to the last scan read, in scans: 0 or negative. A step
+    /// forward by more scans than the chart holds leaves it above 0 until the next scan is read.
     qint32 m_RewindOffset = 0;
     QString m_line; ///< the last line that was read
     std::optional<BlockDate> m_ScanDate;
-    /// The last scan that was read.
+    /// The last scan that was read; nothing where the file has had none so far.
     std::optional<ScanLine> m_Scan;
     /// Date and time of the first scan shown. A stranded file keeps that of the playback before it.
     QDateTime m_PlaybackStart{QDate(1899, 12, 30), QTime(0, 0), QTimeZone::utc()};

@@ -45,10 +45,6 @@ public:
     void writeSettings();
     /// Closes the file and leaves Recording as it is; harmless when nothing is open.
     void closeStream();
-    /// Path of the running recording, or of the last one.
-    [[nodiscard]] QString HistoryFileName() const { return m_HistoryFileName; }
-    /// Length of the file in bytes after the last data line.
-    [[nodiscard]] qint64 HistoryFileSize() const { return m_HistoryFileSize; }
 
 private:
     void start();
@@ -58,8 +54,8 @@ private:
 
     Dependencies m_needs;
     std::unique_ptr<TextFileWriter> m_HistoryStream;
-    QString m_HistoryFileName;
-    qint64 m_HistoryFileSize = 0;
+    QString m_HistoryFileName;    ///< of the running recording, or of the last one
+    qint64 m_HistoryFileSize = 0; ///< in bytes, after the last data line
 };
 
 } // namespace veldron

@@ -25,6 +25,7 @@
 #include <QDialog>
 #include <QFile>
 #include <QLocale>
+#include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTimer>
 
@@ -186,6 +187,10 @@ protected:
     [[nodiscard]] ctlDataMode &data() const { return child<ctlDataMode>("ctlDataMode1"); }
     [[nodiscard]] ctlChartSpectrum &chart() const {
         return child<ctlChartSpectrum>("ctlChartSpectrum1");
+    }
+    /// Text of the chart's own status bar, which is never shown.
+    [[nodiscard]] QString chartStatus() const {
+        return chart().findChild<QStatusBar *>()->currentMessage();
     }
     [[nodiscard]] ctlPlayback &transport() const { return child<ctlPlayback>("ctlPlayback1"); }
     /// Writes one of the display settings from code.

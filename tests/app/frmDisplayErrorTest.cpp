@@ -213,7 +213,7 @@ protected:
         button("cmdStepForward").setEnabled(true);
         QTest::mouseClick(&button("cmdStepForward"), Qt::LeftButton);
         EXPECT_EQ(place(), before);
-        EXPECT_NE(chart().statusText(), "10:00:20");
+        EXPECT_NE(chartStatus(), "10:00:20");
         EXPECT_EQ(m_dialogs.log().count("error"), 1);
         expectNoTimers();
     }

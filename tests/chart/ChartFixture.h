@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QScrollBar>
 #include <QSignalSpy>
+#include <QStatusBar>
 #include <QTest>
 #include <QTimer>
 
@@ -50,6 +51,10 @@ protected:
     [[nodiscard]] PictureBox &picture() const { return child<PictureBox>("Picture1"); }
     [[nodiscard]] OverlayLine &line(const char *name) const { return child<OverlayLine>(name); }
     [[nodiscard]] QLabel &readOut() const { return child<QLabel>("lblMarker"); }
+    /// Text of the chart's own status bar, which is never shown.
+    [[nodiscard]] QString chartStatus() const {
+        return child<QStatusBar>("StatusBar1").currentMessage();
+    }
     [[nodiscard]] quint32 shown(int x, int y) const { return picture().surface().pixel(x, y); }
 
     void scan(quint8 level, std::size_t bins = 321) {

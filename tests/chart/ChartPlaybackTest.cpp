@@ -43,7 +43,7 @@ using ChartPlaybackTest = Playback;
 
 TEST_F(ChartPlaybackTest, time_isShownInTheChartsOwnStatusBar) {
     setTime(QTime(10, 20, 30));
-    EXPECT_EQ(chart.statusText(), QStringLiteral("10:20:30"));
+    EXPECT_EQ(chartStatus(), QStringLiteral("10:20:30"));
 }
 
 TEST_F(ChartPlaybackTest, scans_makeOneRowEach) {

@@ -29,7 +29,7 @@ TEST_F(ChartTest, newChart_hasItsDefaults) {
     EXPECT_FALSE(chart.Playback());
     EXPECT_FALSE(chart.MarkerEn());
     EXPECT_FALSE(chart.Active());
-    EXPECT_EQ(chart.statusText(), QStringLiteral("Initialising"));
+    EXPECT_EQ(chartStatus(), QStringLiteral("Initialising"));
     EXPECT_EQ(timer().interval(), 200);
     EXPECT_EQ(readOut().y(), 10);
     EXPECT_TRUE(child<QWidget>("StatusBar1").isHidden());

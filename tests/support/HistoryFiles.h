@@ -7,6 +7,8 @@
 #include <gtest/gtest.h>
 
 #include <QFile>
+#include <QImage>
+#include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTime>
 
@@ -70,6 +72,17 @@ protected:
         for (int i = 0; i < times; ++i) {
             m_fixture.step(direction);
         }
+    }
+    /// Text of the chart's own status bar, which is never shown.
+    [[nodiscard]] QString chartStatus() {
+        return chart().findChild<QStatusBar *>()->currentMessage();
+    }
+    /// Whether the chart shows \a levels already: taking them once more changes no pixel.
+    [[nodiscard]] bool shows(const LevelScan &levels) {
+        const QImage before = chart().grab().toImage();
+        chart().SetData(levels);
+        chart().Refresh();
+        return chart().grab().toImage() == before;
     }
     [[nodiscard]] QStringList takeLog() { return std::exchange(m_fixture.log, {}); }
     /// Bytes of \a lines with two for each line end.
