@@ -110,7 +110,8 @@ void WaterfallStore::AdvanceRows(float time, float fallRoom, const RowClosed &cl
             bridgeGap(time, late, interval);
         }
         pushRow(time);
-        const bool scrollBarIsDue = countRow(fallRoom);
+        // A gap may fill the history at once, and a full one asks for the scroll bar no more.
+        const bool scrollBarIsDue = countRow(fallRoom) || gap;
         // Row ends are whole seconds, which can't tell rows of less than a second apart: there,
         // each scan closes one row.
         bool oneRowOnly = interval < 1.0F;

@@ -216,5 +216,13 @@ TEST_F(ChartPlaybackTest, pollUnderASecond_makesOneRowOfEachScan) {
     }
 }
 
+TEST_F(ChartPlaybackTest, gapThatFillsTheHistory_bringsTheScrollBar) {
+    play(3);
+    EXPECT_TRUE(scrollBar().isHidden());
+    setTime(QTime(15, 0));
+    EXPECT_FALSE(scrollBar().isHidden());
+    EXPECT_EQ(scrollBar().maximum(), WaterfallStore::kHeight - scrollBar().pageStep());
+}
+
 } // namespace
 } // namespace veldron
