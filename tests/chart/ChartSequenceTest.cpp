@@ -230,6 +230,18 @@ protected:
         plain.lookFrom(static_cast<qint32>(
             Numbers::divideHalfEven(qint64{to} * plain.rows().rowCount(), whole)));
     }
+    // The lines and texts over the picture, which move with a scrolled window if nobody sees to it.
+    void changeMarker() { chart.setMarkerEn(!chart.MarkerEn()); }
+    void tune() {
+        chart.setRXFreq(hz(oneOf<qint64>({1000000, 5000000, 5031250, 9968750, 20000000})));
+        plain.drawAxes(); // as each write of the receive frequency does
+    }
+    void clickPicture() {
+        const QPoint at(40 + below(chart.width() - 60), 11 + below(chart.height() - 20));
+        QTest::mousePress(&picture(), Qt::LeftButton, {}, at);
+        QTest::mouseRelease(&picture(), Qt::LeftButton, {}, at);
+    }
+
     // Back and forth between the screen of this test and any other.
     [[nodiscard]] double anotherDensity() {
         return density() == GetParam() ? oneOf({1.0, 1.25, 1.5, 1.75, 2.0}) : GetParam();
@@ -254,7 +266,7 @@ protected:
         int weight;
         void (Sequence::*take)();
     };
-    const std::array<Step, 21> steps{{{"scan", 40, &Sequence::takeScan},
+    const std::array<Step, 24> steps{{{"scan", 40, &Sequence::takeScan},
                                       {"one bin", 20, &Sequence::changeOneBin},
                                       {"refresh", 3, &Sequence::refresh},
                                       {"axes", 6, &Sequence::drawAxes},
@@ -273,6 +285,9 @@ protected:
                                       {"peak", 4, &Sequence::changePeak},
                                       {"playback", 2, &Sequence::setPlayback},
                                       {"scale", 3, &Sequence::changeScale},
+                                      {"marker", 6, &Sequence::changeMarker},
+                                      {"receiver", 6, &Sequence::tune},
+                                      {"click", 6, &Sequence::clickPicture},
                                       {"screen", 2, &Sequence::changeScreen},
                                       {"screen, unseen", 2, &Sequence::changeScreenUnseen}}};
 
@@ -288,6 +303,7 @@ protected:
             ASSERT_EQ(plain.shown().differences(picture().surface()), 0)
                 << "step " << i << ", " << step.name;
             ASSERT_TRUE(showsWhatARepaintShows()) << "step " << i << ", " << step.name;
+            redrawWhereExposed(); // by the events that the look at the screen has run
             ++met[step.name];
             noteWhatIsSeen();
         }
@@ -299,6 +315,9 @@ protected:
     }
     bool showsWhatARepaintShows() {
         QApplication::processEvents();
+        // The toolkit repaints a child that was shown or moved a few milliseconds later.
+        QEvent update(QEvent::UpdateRequest);
+        QApplication::sendEvent(&window, &update);
         const QImage found = onScreen();
         window.repaint();
         const QImage expected = onScreen();
