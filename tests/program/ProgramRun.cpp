@@ -62,6 +62,19 @@ const ScreenItem *find(const QList<ScreenItem> &items, const QString &role, cons
     return nullptr;
 }
 
+std::optional<ScreenItem> controlIn(const QList<ScreenItem> &all, const QString &label) {
+    const ScreenItem *found = find(all, QStringLiteral("label"), label);
+    if (found == nullptr) {
+        return std::nullopt;
+    }
+    for (const ScreenItem &item : all) {
+        if (isControl(item) && belongsTo(item, *found)) {
+            return item;
+        }
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
 ProgramRun::ProgramRun() : m_folder(QDir::currentPath() + QStringLiteral("/program-XXXXXX")) {
@@ -156,17 +169,7 @@ bool ProgramRun::ends(std::chrono::milliseconds limit) {
 }
 
 std::optional<ScreenItem> ProgramRun::control(const QString &label) const {
-    const QList<ScreenItem> all = items();
-    const ScreenItem *found = find(all, QStringLiteral("label"), label);
-    if (found == nullptr) {
-        return std::nullopt;
-    }
-    for (const ScreenItem &item : all) {
-        if (isControl(item) && belongsTo(item, *found)) {
-            return item;
-        }
-    }
-    return std::nullopt;
+    return controlIn(items(), label);
 }
 
 std::optional<ScreenItem> ProgramRun::named(const QString &role, const QString &name) const {
@@ -176,14 +179,26 @@ std::optional<ScreenItem> ProgramRun::named(const QString &role, const QString &
 }
 
 QString ProgramRun::shown(const QString &label) const {
-    const std::optional<ScreenItem> item = control(label);
-    if (!item) {
+    return textOf(control(label));
+}
+
+QMap<QString, QString> ProgramRun::shown(const QStringList &labels) const {
+    const QList<ScreenItem> all = items();
+    QMap<QString, QString> texts;
+    for (const QString &label : labels) {
+        texts[label] = textOf(controlIn(all, label));
+    }
+    return texts;
+}
+
+QString ProgramRun::textOf(const std::optional<ScreenItem> &control) const {
+    if (!control) {
         return QStringLiteral("(not there)");
     }
-    if (item->role == QLatin1String("check box")) {
-        return item->isChecked ? QStringLiteral("on") : QStringLiteral("off");
+    if (control->role == QLatin1String("check box")) {
+        return control->isChecked ? QStringLiteral("on") : QStringLiteral("off");
     }
-    return m_reader.textOf(*item);
+    return m_reader.textOf(*control);
 }
 
 QString ProgramRun::shownAfterWait(const QString &label, const QString &text,

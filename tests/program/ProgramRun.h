@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QMap>
 #include <QProcess>
 #include <QString>
 #include <QStringList>
@@ -71,6 +72,8 @@ public:
     [[nodiscard]] std::optional<ScreenItem> named(const QString &role, const QString &name) const;
     /// What a control shows: its text, its row, or "on" and "off".
     [[nodiscard]] QString shown(const QString &label) const;
+    /// The same for several controls at one moment.
+    [[nodiscard]] QMap<QString, QString> shown(const QStringList &labels) const;
     /// Waits until a control shows a text; what it shows then.
     [[nodiscard]] QString shownAfterWait(const QString &label, const QString &text,
                                          std::chrono::milliseconds limit = std::chrono::seconds(8));
@@ -97,6 +100,7 @@ public:
     [[nodiscard]] bool answerQuestion(const QString &text, const QString &button);
 
 private:
+    [[nodiscard]] QString textOf(const std::optional<ScreenItem> &control) const;
     void focusWindow() const;
     void agreeToNewFile(const QString &file) const;
 
