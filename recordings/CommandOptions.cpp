@@ -75,11 +75,18 @@ void OutputOptions::addTo(CLI::App &options) {
 
 std::unique_ptr<OutputFile> OutputOptions::open(const std::string &byDefault,
                                                 const std::string &input) const {
+    return open(byDefault, std::vector<std::string>{input});
+}
+
+std::unique_ptr<OutputFile> OutputOptions::open(const std::string &byDefault,
+                                                const std::vector<std::string> &inputs) const {
     const std::string &target = path.empty() ? byDefault : path;
-    if (target != "-" && input != "-" && FileSource(input).isFile(target)) {
-        throw UntrappedError(UntrappedError::Kind::File,
-                             QFile::decodeName(target.c_str()) +
-                                 QStringLiteral(": this is the recording itself"));
+    for (const std::string &input : inputs) {
+        if (target != "-" && input != "-" && FileSource(input).isFile(target)) {
+            throw UntrappedError(UntrappedError::Kind::File,
+                                 QFile::decodeName(target.c_str()) +
+                                     QStringLiteral(": this is the recording itself"));
+        }
     }
     return std::make_unique<OutputFile>(target, force);
 }

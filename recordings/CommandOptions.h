@@ -15,6 +15,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace CLI {
 class App;
@@ -47,6 +48,9 @@ struct OutputOptions {
     /// \a input itself.
     [[nodiscard]] std::unique_ptr<OutputFile> open(const std::string &byDefault,
                                                    const std::string &input) const;
+    /// The same for several recordings.
+    [[nodiscard]] std::unique_ptr<OutputFile> open(const std::string &byDefault,
+                                                   const std::vector<std::string> &inputs) const;
 
     std::string path;
     bool force = false;

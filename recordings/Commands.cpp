@@ -2,8 +2,10 @@
 #include "recordings/Commands.h"
 
 #include "recordings/CheckCommand.h"
+#include "recordings/CutCommand.h"
 #include "recordings/ExportCommand.h"
 #include "recordings/InfoCommand.h"
+#include "recordings/JoinCommand.h"
 
 #include <array>
 
@@ -23,6 +25,11 @@ constexpr std::array kRows{
                "veldron-history export --csv band.rec -o band.csv", make<ExportCommand>},
     CommandRow{"check", "Tell whether playback would show a recording to its end",
                "veldron-history check band.rec", make<CheckCommand>},
+    CommandRow{"cut", "Make a recording of a part of one",
+               "veldron-history cut --from 14:00 --to 15:30 band.rec -o part.rec",
+               make<CutCommand>},
+    CommandRow{"join", "Make one recording of several",
+               "veldron-history join monday.rec tuesday.rec -o both.rec", make<JoinCommand>},
 };
 
 } // namespace

@@ -182,6 +182,16 @@ DateForms::Reading DateForms::read(QByteArrayView text, Set among) {
     return reading;
 }
 
+DateForms::Set DateForms::formsOf(QByteArrayView text, const QDate &date) {
+    Set forms = 0;
+    for (const DateOrder order :
+         {DateOrder::DayMonthYear, DateOrder::MonthDayYear, DateOrder::YearMonthDay}) {
+        const Reading reading = read(text, of(order));
+        forms |= reading.by(order) == date ? reading.forms : Set{0};
+    }
+    return forms;
+}
+
 QByteArray DateForms::write(QDate date, Set form) {
     QByteArray text;
     for (std::size_t number = 0; number < kForms.size() && text.isEmpty(); ++number) {

@@ -39,6 +39,8 @@ public:
     [[nodiscard]] static Set of(DateOrder order);
     /// What the whole \a text is in the forms of \a among; no form fits where it is no date.
     [[nodiscard]] static Reading read(QByteArrayView text, Set among);
+    /// The forms in which the whole \a text is \a date.
+    [[nodiscard]] static Set formsOf(QByteArrayView text, const QDate &date);
     /// \a date in the first form of \a form.
     [[nodiscard]] static QByteArray write(QDate date, Set form);
 };

@@ -17,7 +17,8 @@ namespace veldron {
 /// (Ctrl-C) removes the temporary file too. Pipes and devices are written as they are.
 ///
 /// A failure is an UntrappedError(File) that names the file and, where scans were counted, how many
-/// of them arrived. At most one OutputFile lives at a time.
+/// of them arrived. At most one file lives at a time,
+/// beside the standard output.
 class OutputFile {
 public:
     /// "-" is the standard output. A file that is there is replaced only with \a force.

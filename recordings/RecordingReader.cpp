@@ -152,6 +152,7 @@ void RecordingReader::takeDate(QByteArrayView text, RecordedPlace place) {
     using Outcome = RecordingDates::Outcome;
     const Outcome outcome = m_dates.takeBlock(text);
     m_blockDate = outcome == Outcome::NoDate ? std::nullopt : m_dates.date();
+    m_blockDateForms = m_blockDate ? DateForms::formsOf(text, *m_blockDate) & m_dates.forms() : 0;
     const QString quoted = quotedForReport(QString::fromLatin1(text));
     if (outcome == Outcome::NoDate) {
         report(Kind::BadDate, place,
@@ -175,6 +176,7 @@ void RecordingReader::closeBlock() {
     RecordedBlock block;
     block.place = m_blockLines.front().place;
     block.date = std::exchange(m_blockDate, std::nullopt);
+    block.dateForms = std::exchange(m_blockDateForms, 0);
     qsizetype place = 0;
     for (const BlockLine &line : m_blockLines) {
         const QByteArrayView bytes = QByteArrayView(m_blockBytes).sliced(place, line.length);

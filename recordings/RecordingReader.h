@@ -55,6 +55,7 @@ private:
     QByteArray m_blockBytes;
     std::vector<BlockLine> m_blockLines;
     std::optional<QDate> m_blockDate;
+    DateForms::Set m_blockDateForms = 0;
     bool m_hasFirstLine = false;
     qint64 m_scanCount = 0;
 };

@@ -4,6 +4,7 @@
 
 #include "format/SettingsBlock.h"
 #include "format/SettingsKeys.h"
+#include "recordings/DateForms.h"
 
 #include <QByteArrayView>
 #include <QDate>
@@ -56,6 +57,8 @@ struct RecordedBlock {
     SettingsBlock values;
     /// What its StartSettings line tells; nothing without one, and where that is no date.
     std::optional<QDate> date;
+    /// The forms that its text has and all dates above it have too; none without a date.
+    DateForms::Set dateForms = 0;
 
     [[nodiscard]] bool has(SettingsKey key) const { return values.value(key).has_value(); }
     /// Whether the block is there from its first line to its last one.

@@ -28,6 +28,13 @@ void SettingsInForce::take(const RecordedBlock &block) {
     }
 }
 
+void SettingsInForce::takeLines(const std::map<SettingsKey, QByteArray> &lines) {
+    std::erase_if(m_lines, [](const auto &line) { return !isDisplayLine(line.first); });
+    for (const auto &[key, line] : lines) {
+        m_lines[key] = line;
+    }
+}
+
 std::optional<QString> SettingsInForce::value(SettingsKey key) const {
     const auto found = m_lines.find(key);
     if (found == m_lines.end()) {

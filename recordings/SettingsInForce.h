@@ -29,6 +29,8 @@ struct FrequencyAxis {
 class SettingsInForce {
 public:
     void take(const RecordedBlock &block);
+    /// Takes the lines of a whole block as lines() of another place has them.
+    void takeLines(const std::map<SettingsKey, QByteArray> &lines);
 
     /// The text of a value; nothing where no block had the line.
     [[nodiscard]] std::optional<QString> value(SettingsKey key) const;

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "recordings/CommandOptions.h"
+#include "recordings/HistoryCommand.h"
+
+#include <string>
+#include <vector>
+
+namespace veldron {
+
+/// `join`: several recordings, one behind the other, as one. The lines stay as they are; of the
+/// first block of a further recording only what changes something is kept.
+class JoinCommand : public HistoryCommand {
+public:
+    void addTo(CLI::App &options) override;
+    ExitCode run(Console &console) override;
+
+private:
+    std::vector<std::string> m_files;
+    OutputOptions m_output;
+    DateOptions m_dates;
+};
+
+} // namespace veldron
