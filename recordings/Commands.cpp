@@ -6,6 +6,7 @@
 #include "recordings/ExportCommand.h"
 #include "recordings/InfoCommand.h"
 #include "recordings/JoinCommand.h"
+#include "recordings/RepairCommand.h"
 
 #include <array>
 
@@ -30,6 +31,8 @@ constexpr std::array kRows{
                make<CutCommand>},
     CommandRow{"join", "Make one recording of several",
                "veldron-history join monday.rec tuesday.rec -o both.rec", make<JoinCommand>},
+    CommandRow{"repair", "Make a copy that playback shows to its end",
+               "veldron-history repair band.rec mended.rec", make<RepairCommand>},
 };
 
 } // namespace

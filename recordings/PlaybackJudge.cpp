@@ -60,7 +60,10 @@ UntrappedError nothingBehindTheScan() {
 } // namespace
 
 PlaybackJudge::PlaybackJudge(const QLocale &locale, Report report)
-    : m_texts(locale), m_forms(formsOf(m_texts)), m_report(std::move(report)) {}
+    : PlaybackJudge(DateTimeText(locale), std::move(report)) {}
+
+PlaybackJudge::PlaybackJudge(const DateTimeText &texts, Report report)
+    : m_texts(texts), m_forms(formsOf(m_texts)), m_report(std::move(report)) {}
 
 void PlaybackJudge::report(Kind kind, qint64 line, const UntrappedError &error) {
     ++m_stumbles;

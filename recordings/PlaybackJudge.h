@@ -46,6 +46,7 @@ public:
     using Report = std::function<void(const Stumble &)>;
 
     PlaybackJudge(const QLocale &locale, Report report);
+    PlaybackJudge(const DateTimeText &texts, Report report);
 
     /// Takes the next bytes of the file.
     void take(QByteArrayView bytes);
@@ -53,7 +54,7 @@ public:
     void finish();
     /// Afterwards: whether playback shows the file from its first scan to its end.
     [[nodiscard]] bool plays() const { return m_stumbles == 0; }
-    [[nodiscard]] qint64 stumbles() const { return m_stumbles; }
+    [[nodiscard]] const DateTimeText &texts() const { return m_texts; }
 
 private:
     struct BlockDate {

@@ -2,6 +2,7 @@
 // The judge of playback against playback itself: the same files, the same verdict.
 #include "recordings/PlaybackJudge.h"
 
+#include "recordings/RecordingRepair.h"
 #include "tests/recordings/Recordings.h"
 #include "tests/support/HistoryFixture.h"
 
@@ -68,6 +69,20 @@ protected:
                 << run << ": " << outcome.toStdString() << " but " << stumble->line << ": "
                 << stumble->what.toStdString();
         }
+    }
+    /// Nothing where no scan is left.
+    [[nodiscard]] std::optional<QByteArray> repair(const QByteArray &bytes) const {
+        const QString path = m_folder.filePath("mended.rec");
+        OutputFile out(path.toStdString(), true);
+        RecordingRepair repair(out, m_locale, [](qint64 /*line*/, const QString & /*what*/) {});
+        MemorySource source(bytes);
+        RecordingReader(source, repair).read();
+        repair.finish();
+        EXPECT_EQ(out.scanCount() > 0, repair.plays());
+        out.commit();
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        return repair.plays() ? std::optional(file.readAll()) : std::nullopt;
     }
     [[nodiscard]] RecordingText begun() const {
         RecordingText text(m_locale);
@@ -223,6 +238,30 @@ TEST_F(PlaybackOracle, channelsWithAWideStep_areJudgedAsTheyPlay) {
             expectAgreement(text.scan(QTime(10, 0, 1)).bytes, 0);
             EXPECT_FALSE(HasFatalFailure()) << mode << ' ' << step;
         }
+    }
+}
+
+TEST_F(PlaybackOracle, repairedFiles_playToTheirEnd) {
+    std::mt19937 random(2000);
+    int repaired = 0;
+    for (int run = 0; run < 500; ++run) {
+        const QByteArray bytes = damaged(random, randomRecording(random, begun()));
+        if (const auto mended = repair(bytes)) {
+            ASSERT_EQ(play(*mended).toStdString(), "") << run;
+            ++repaired;
+        }
+    }
+    EXPECT_GT(repaired, 350);
+}
+
+TEST_F(AmericanOracle, recordingsOfOtherLocales_playWhenTheyAreRepaired) {
+    for (const QLocale &locale :
+         QLocale::matchingLocales(QLocale::AnyLanguage, QLocale::AnyScript, QLocale::AnyCountry)) {
+        RecordingText text(locale);
+        text.block(kDay, {"Centre 145500000,5"}).scan(QTime(0, 0)).scan(QTime(9, 5, 7), {32});
+        const auto mended = repair(text.bytes);
+        ASSERT_TRUE(mended) << locale.name().toStdString();
+        ASSERT_EQ(play(*mended).toStdString(), "") << locale.name().toStdString();
     }
 }
 
