@@ -23,6 +23,7 @@ private:
     std::string m_file;
     bool m_csv = false;
     bool m_long = false;
+    bool m_netcdf = false;
     OutputOptions m_output;
     DateOptions m_dates;
     TimeWindow m_window;
