@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "chart/BinGrid.h"
 
+#include "common/LevelScan.h"
 #include "common/Numbers.h"
 
 #include <algorithm>
@@ -10,9 +11,6 @@
 namespace veldron {
 
 namespace {
-
-// A grid with more bins than this has its bins on the edges of cells.
-constexpr qint32 kMostCentredBins = 320;
 
 // Up to here (7 GHz, twice the whole range) the integer products below keep within 64 bits for
 // every picture that a screen can hold.
@@ -66,7 +64,8 @@ void BinGrid::recalculate() {
     const qint64 resolution = std::min(m_dataResolution.units(), kExactUnits);
     const qint64 span = (m_scanStop - m_scanStart).units();
     m_binCount = static_cast<qint32>(Numbers::divideHalfEven(span + resolution, resolution));
-    m_binCentred = m_binCount > kMostCentredBins ? 0 : 1;
+    // A full scan has its bins on the edges of the cells, a shorter one in their middles.
+    m_binCentred = m_binCount > kScanSteps ? 0 : 1;
     m_cellCount =
         static_cast<qint32>(Numbers::divideHalfEven(span + m_binCentred * resolution, resolution));
 }

@@ -20,7 +20,7 @@ namespace veldron {
 /// is bin x, by flat addressing: bin 320 of a full scan is the first byte of row 1.
 class WaterfallStore {
 public:
-    static constexpr qint32 kWidth = 320;
+    static constexpr qint32 kWidth = kScanSteps;
     static constexpr qint32 kHeight = 10000;
     static constexpr qint32 kDefaultUpdate = 10;
 

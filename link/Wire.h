@@ -2,6 +2,8 @@
 // The numbers and letters of the line between the program and the unit, each in this one place.
 #pragma once
 
+#include "common/LevelScan.h"
+
 #include <QtGlobal>
 
 #include <cstddef>
@@ -58,12 +60,10 @@ inline constexpr qint64 kHertzPerKilohertz = 1000;
 inline constexpr qint64 kHertzPerMegahertz = 1000000;
 inline constexpr qint16 kSwitchOn = 1;
 inline constexpr qint16 kSwitchOff = 2;
-/// Steps from one edge of the unit's screen to the other.
-inline constexpr qint32 kScreenSteps = 320;
 
 // ---- downloads, in bytes
 
-inline constexpr std::size_t kFullScan = kScreenSteps + 1;
+inline constexpr std::size_t kFullScan = kScanSteps + 1;
 inline constexpr std::size_t kTerminatorLength = 3; ///< blank, CR, LF
 inline constexpr std::size_t kFullFrame = kFullScan + kTerminatorLength;
 inline constexpr qsizetype kImageSize = 168036;  ///< an image download ends here

@@ -2,6 +2,7 @@
 // The settings of the unit and of the receiver behind it.
 #include "link/frmVDR.h"
 
+#include "common/LevelScan.h"
 #include "common/Numbers.h"
 #include "link/Wire.h"
 
@@ -174,8 +175,7 @@ qint32 frmVDR::markerStep() const {
     if (m_settings.VDRMonitorMode.cached == MonitorModeCode::Channel) {
         return m_settings.VDRChData.cached[1].roundedTo32();
     }
-    return Numbers::roundTo<qint32>(static_cast<double>(m_settings.VDRSpan.cached) /
-                                    Wire::kScreenSteps);
+    return Numbers::roundTo<qint32>(static_cast<double>(m_settings.VDRSpan.cached) / kScanSteps);
 }
 
 void frmVDR::setVDRMarkerFreq(Hertz value) {
@@ -187,7 +187,7 @@ void frmVDR::setVDRMarkerFreq(Hertz value) {
         return;
     }
     const Hertz delta = Hertz::fromUnits(units);
-    const Hertz screen = step * Wire::kScreenSteps;
+    const Hertz screen = step * kScanSteps;
     if (delta == Hertz() || delta > screen || delta < -screen) {
         return;
     }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "panels/ctlMonitorMode.h"
 
+#include "common/LevelScan.h"
 #include "common/Numbers.h"
 #include "panels/Accessibility.h"
 #include "panels/DropDownList.h"
@@ -16,8 +17,6 @@ namespace veldron {
 
 namespace {
 
-/// Points across a scan.
-constexpr qint64 kPoints = 320;
 /// Spans and steps that are typed stay below these.
 constexpr Hertz kSpanLimit = Hertz::fromWhole(2'000'000'000);
 constexpr Hertz kStepLimit = Hertz::fromWhole(100'000);
@@ -25,12 +24,12 @@ constexpr Hertz kStepLimit = Hertz::fromWhole(100'000);
 qint32 stepOfSpan(Hertz span) {
     constexpr qint64 lowest = std::numeric_limits<qint32>::min();
     constexpr qint64 highest = std::numeric_limits<qint32>::max();
-    const qint64 step = Numbers::divideHalfEven(span.units(), kPoints * Hertz::kUnitsPerHertz);
+    const qint64 step = Numbers::divideHalfEven(span.units(), kScanSteps * Hertz::kUnitsPerHertz);
     return static_cast<qint32>(qBound(lowest, step, highest));
 }
 
 Hertz spanOfStep(qint32 step) {
-    const qint64 span = step * kPoints;
+    const qint64 span = qint64{step} * kScanSteps;
     if (span < std::numeric_limits<qint32>::min() || span > std::numeric_limits<qint32>::max()) {
         throw UntrappedError(UntrappedError::Kind::Overflow,
                              QStringLiteral("The span of a step of %1 Hz is too large.").arg(step));

@@ -2,18 +2,12 @@
 #include "recordings/SettingsInForce.h"
 
 #include "common/LeadingNumber.h"
+#include "common/LevelScan.h"
 #include "common/Numbers.h"
 #include "recordings/ScanFinder.h"
 #include "utilities/Codes.h"
 
 namespace veldron {
-
-namespace {
-
-/// A span has so many steps, whatever its width.
-constexpr qint64 kStepsOfSpan = 320;
-
-} // namespace
 
 bool isDisplayLine(SettingsKey key) {
     return key >= SettingsKey::PersistenceOn && key <= SettingsKey::MarkerOn;
@@ -70,8 +64,7 @@ std::optional<FrequencyAxis> SettingsInForce::axis() const {
     if (!span || !centre) {
         return std::nullopt;
     }
-    const qint64 step =
-        Numbers::divideHalfEven(span->units(), kStepsOfSpan * Hertz::kUnitsPerHertz);
+    const qint64 step = Numbers::divideHalfEven(span->units(), kScanSteps * Hertz::kUnitsPerHertz);
     return FrequencyAxis{*centre - span->dividedBy(2), Hertz::fromWhole(step)};
 }
 
