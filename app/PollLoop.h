@@ -34,6 +34,9 @@ public:
     };
     explicit PollLoop(const Parts &parts) : m_parts(parts) {}
 
+    /// The poll period of a program that has just started, in milliseconds.
+    static constexpr qint16 kPeriodAtStart = 1000;
+
     void tick();
     /// Milliseconds from one poll to the next, from 250 to 10000.
     [[nodiscard]] qint16 PollPeriod() const { return m_PollPeriod; }
@@ -47,7 +50,7 @@ private:
 
     Parts m_parts;
     PollGrid m_grid;
-    qint16 m_PollPeriod = 1000;
+    qint16 m_PollPeriod = kPeriodAtStart;
 };
 
 } // namespace veldron

@@ -6,13 +6,12 @@
 #include "app/frmDisplay_parts.h"
 #include "app/frmSplash.h"
 #include "chart/ctlChartSpectrum.h"
+#include "common/ReportText.h"
 #include "panels/ctlFrequency.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QScreen>
-
-#include <cstdio>
 
 namespace veldron {
 
@@ -64,9 +63,8 @@ void frmDisplay::InitialiseSettings() {
     // Ends whatever state the search has left: no port, no link.
     comms.selectComPort(0);
     showStatus(QStringLiteral("No serial port selected"));
-    comms.setPoll(1000);
-    m_parts->pollLoop.setPollPeriod(static_cast<qint16>(comms.Poll()));
-    m_pollTimer.setInterval(PollLoop::tickInterval(m_parts->pollLoop.PollPeriod()));
+    comms.setPoll(PollLoop::kPeriodAtStart);
+    m_pollTimer.setInterval(PollLoop::tickInterval(PollLoop::kPeriodAtStart));
     display.setValues(DisplaySettings::atStart());
     display.values().applyTo(*ctlChartSpectrum1);
 }
@@ -190,8 +188,7 @@ void frmDisplay::endWithError(const UntrappedError &error) {
         return;
     }
     shutDown(EndReason::Error);
-    const QByteArray line = error.message().simplified().toUtf8();
-    std::fprintf(stderr, "veldron: %s\n", line.constData());
+    writeReportLine(error.message().simplified());
     m_world.dialogs.showError(
         error.message() +
         QStringLiteral("\n\nVELDRON can't go on after this error and has to end. The serial port "

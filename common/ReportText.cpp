@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "common/ReportText.h"
 
+#include <cstdio>
+
 namespace veldron {
 
 QString quotedForReport(const QString &text) {
@@ -13,6 +15,10 @@ QString quotedForReport(const QString &text) {
     }
     const QString quoted = QLatin1Char('"') + shown + QLatin1Char('"');
     return text.size() > kLongest ? quoted + QLatin1String("...") : quoted;
+}
+
+void writeReportLine(const QString &text) {
+    std::fprintf(stderr, "veldron: %s\n", text.toUtf8().constData());
 }
 
 } // namespace veldron

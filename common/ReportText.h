@@ -10,4 +10,7 @@ namespace veldron {
 /// are shown, with "..." behind the quotes.
 [[nodiscard]] QString quotedForReport(const QString &text);
 
+/// Writes \a text, which is one line, to standard error behind the program's name.
+void writeReportLine(const QString &text);
+
 } // namespace veldron

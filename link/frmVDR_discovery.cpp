@@ -2,10 +2,9 @@
 // Which ports there are, which one is open, and whether the unit is on it.
 #include "link/frmVDR.h"
 
+#include "common/ReportText.h"
 #include "link/PortMap.h"
 #include "link/Wire.h"
-
-#include <cstdio>
 
 namespace veldron {
 
@@ -102,7 +101,7 @@ void frmVDR::noteOpening(qint16 port, const SerialControl::Result &failure) {
                             failure->number == SerialErrorCode::kPermissionDenied);
     if (explained) {
         m_portProblems[port] = failure->description;
-        std::fprintf(stderr, "veldron: COM %d: %s\n", port, qPrintable(failure->description));
+        writeReportLine(QStringLiteral("COM %1: %2").arg(port).arg(failure->description));
     }
 }
 
