@@ -12,7 +12,7 @@ namespace veldron {
 void updateChartFrequencies(const SettingHolders &holders) {
     const ctlMonitorMode &panel = holders.ctlMonitorMode1;
     ctlChartSpectrum &chart = holders.ctlChartSpectrum1;
-    const bool channels = MonitorModeCode{panel.MonitorMode()} == MonitorModeCode::Channel;
+    const bool channels = panel.MonitorMode() == MonitorModeCode::Channel;
     // The marker stands on a bin of the new scale, so the scale comes first.
     chart.setDataResolution(panel.fStep());
     chart.setScanStart(panel.fStart());

@@ -5,6 +5,7 @@
 
 #include "chart/ctlChartSpectrum.h"
 #include "format/SettingsKeys.h"
+#include "utilities/Palette.h"
 
 #include <array>
 #include <variant>
@@ -26,14 +27,15 @@ Q_DECLARE_OPERATORS_FOR_FLAGS(DisplayChanges)
 /// the chart takes it over with applyTo().
 ///
 /// A new setting is a member here, a row in kDisplaySettings, a key in format/SettingsKeys.h, a
-/// control in frmDisplaySettings.cpp, and whatever the chart does with it.
+/// place in settings/SettingsLine.cpp, a control in frmDisplaySettings.cpp, and whatever the chart
+/// does with it.
 struct DisplaySettings {
     /// The trace holds its peaks.
     bool PersistenceEnable = false;
     /// Seconds that peaks last, from 5 to 3600, or -1 for ever.
     qint32 Persistence = 0;
     bool WaterfallEnable = false;
-    /// Position in the list of palettes, from 0 to 5.
+    /// The number of a PaletteCode.
     qint16 PaletteIndex = 0;
     /// Seconds a waterfall row: 1, 2, 5, 10, 30 or 60.
     qint32 Update = 0;
@@ -41,7 +43,10 @@ struct DisplaySettings {
 
     /// What a program that has just started shows.
     [[nodiscard]] static constexpr DisplaySettings atStart() {
-        return {.Persistence = 5, .PaletteIndex = 3, .Update = 1, .MarkerEnable = true};
+        return {.Persistence = 5,
+                .PaletteIndex = static_cast<qint16>(PaletteCode::Rainbow),
+                .Update = 1,
+                .MarkerEnable = true};
     }
 
     /// Writes all settings into \a chart, which takes over what it is given, also a value that no

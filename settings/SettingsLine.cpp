@@ -42,7 +42,7 @@ bool notRecording(From from) {
     return !from.session.Recording;
 }
 bool inChannelMode(From from) {
-    return MonitorModeCode{from.holders.ctlMonitorMode1.MonitorMode()} == MonitorModeCode::Channel;
+    return from.holders.ctlMonitorMode1.MonitorMode() == MonitorModeCode::Channel;
 }
 bool outsideChannelMode(From from) {
     return !inChannelMode(from);
@@ -51,7 +51,7 @@ bool withOwnReceiver(From from) {
     return GeneralUtilities::isTunable(from.holders.ctlFrequency1.RX());
 }
 bool withSamples(From from) {
-    return hasSamples(DataModeCode{from.holders.ctlDataMode1.DataMode()});
+    return hasSamples(from.holders.ctlDataMode1.DataMode());
 }
 
 // ---- values to texts and back, by their types

@@ -3,12 +3,14 @@
 
 #include "settings/DialogList.h"
 #include "settings/PalettePreview.h"
+#include "utilities/Palette.h"
 
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QLabel>
 #include <QPushButton>
 
+#include <algorithm>
 #include <span>
 #include <utility>
 
@@ -29,8 +31,27 @@ constexpr Choice kPersistenceRows[] = {{"5s", 5},     {"10s", 10},  {"30s", 30},
                                        {"30m", 1800}, {"1h", 3600}, {"life", -1}};
 constexpr Choice kUpdateRows[] = {{"1s", 1},   {"2s", 2},   {"5s", 5},
                                   {"10s", 10}, {"30s", 30}, {"1m", 60}};
-constexpr Choice kPaletteRows[] = {{"black to white", 0}, {"white to black", 1}, {"hot metal", 2},
-                                   {"rainbow", 3},        {"spectrum 5", 4},     {"spectrum 6", 5}};
+
+constexpr Choice palette(const char *text, PaletteCode code) {
+    return {text, static_cast<qint32>(code)};
+}
+constexpr Choice kPaletteRows[] = {palette("black to white", PaletteCode::BlackToWhite),
+                                   palette("white to black", PaletteCode::WhiteToBlack),
+                                   palette("hot metal", PaletteCode::HotMetal),
+                                   palette("rainbow", PaletteCode::Rainbow),
+                                   palette("spectrum 5", PaletteCode::Spectrum5),
+                                   palette("spectrum 6", PaletteCode::Spectrum6)};
+
+/// What a user changes by the control of \a field.
+template <typename Field>
+DisplayChange changeOf(Field field) {
+    return std::find_if(kDisplaySettings.begin(), kDisplaySettings.end(),
+                        [field](const DisplaySetting &setting) {
+                            const auto *const stored = std::get_if<Field>(&setting.field);
+                            return stored != nullptr && *stored == field;
+                        })
+        ->change;
+}
 
 template <typename Control, typename... Text>
 Control *made(const char *name, QWidget *parent, Text... text) {
@@ -47,7 +68,6 @@ struct frmDisplaySettings::BoxRow {
     const char *caption;
     const char *tip;
     bool DisplaySettings::*field;
-    DisplayChange change;
 };
 
 /// A fixed list with a label in front of it.
@@ -58,7 +78,6 @@ struct frmDisplaySettings::ListRow {
     const char *tip;
     std::span<const Choice> choices;
     std::variant<qint16 DisplaySettings::*, qint32 DisplaySettings::*> field;
-    DisplayChange change;
 };
 
 frmDisplaySettings::frmDisplaySettings(ErrorGuard guard, QWidget *parent)
@@ -72,24 +91,22 @@ frmDisplaySettings::frmDisplaySettings(ErrorGuard guard, QWidget *parent)
 
 /// From top to bottom, which is the order of the tab key too.
 void frmDisplaySettings::makeControls(QGridLayout *grid) {
-    addBox(grid, {"chkPersistence", "Peak following", "", &DisplaySettings::PersistenceEnable,
-                  DisplayChange::Persistence});
+    addBox(grid, {"chkPersistence", "Peak following", "", &DisplaySettings::PersistenceEnable});
     addList(grid, {"cboPersistence", "Label5", "Persistence time",
                    "How long the peak values persist on the spectrum display", kPersistenceRows,
-                   &DisplaySettings::Persistence, DisplayChange::Persistence});
+                   &DisplaySettings::Persistence});
     addGap(grid, kGap);
-    addBox(grid, {"chkWaterfall", "Show waterfall", "", &DisplaySettings::WaterfallEnable,
-                  DisplayChange::Waterfall});
+    addBox(grid, {"chkWaterfall", "Show waterfall", "", &DisplaySettings::WaterfallEnable});
     addList(grid, {"cboUpdate", "Label4", "Waterfall update rate",
                    "How fast the waterfall display moves downwards", kUpdateRows,
-                   &DisplaySettings::Update, DisplayChange::Waterfall});
+                   &DisplaySettings::Update});
     addList(grid,
             {"cboPalette", "Label6", "Waterfall colours", "Colour scheme for the waterfall display",
-             kPaletteRows, &DisplaySettings::PaletteIndex, DisplayChange::Palette});
+             kPaletteRows, &DisplaySettings::PaletteIndex});
     addPreview(grid);
     addGap(grid, kGap);
     addBox(grid, {"chkMarker", "Show marker", "Show the Frequency marker on the spectrum display",
-                  &DisplaySettings::MarkerEnable, DisplayChange::Marker});
+                  &DisplaySettings::MarkerEnable});
     addOk(grid);
     setFirstControl(findChild<QCheckBox *>());
 }
@@ -104,9 +121,9 @@ void frmDisplaySettings::addBox(QGridLayout *grid, const BoxRow &row) {
     });
     // A write from code raises no clicked.
     connectGuarded(guard(), box, &QCheckBox::clicked, this,
-                   [this, field = row.field, change = row.change](bool checked) {
+                   [this, field = row.field](bool checked) {
                        m_values.*field = checked;
-                       noteChange(change);
+                       noteChange(changeOf(field));
                    });
 }
 
@@ -122,7 +139,7 @@ void frmDisplaySettings::addList(QGridLayout *grid, const ListRow &row) {
     grid->addWidget(label, m_row, 0);
     grid->addWidget(list, m_row++, 1, 1, 2);
     std::visit(
-        [this, list, change = row.change](auto field) {
+        [this, list](auto field) {
             m_writers.emplace_back([this, list, field](const DisplaySettings &values) {
                 if (const int place = list->rowOfValue(values.*field); place >= 0) {
                     m_values.*field = values.*field;
@@ -130,11 +147,11 @@ void frmDisplaySettings::addList(QGridLayout *grid, const ListRow &row) {
                 }
             });
             // A write from code raises no activated.
-            connectGuarded(guard(), list, &QComboBox::activated, this, [this, list, field, change] {
+            connectGuarded(guard(), list, &QComboBox::activated, this, [this, list, field] {
                 m_values.*field =
                     static_cast<std::decay_t<decltype(m_values.*field)>>(list->itemValue());
                 Picture1->setScheme(m_values.PaletteIndex);
-                noteChange(change);
+                noteChange(changeOf(field));
             });
         },
         row.field);
