@@ -26,9 +26,9 @@ Q_DECLARE_OPERATORS_FOR_FLAGS(DisplayChanges)
 /// All settings of the picture, as one value. The dialog holds one, settings files store it, and
 /// the chart takes it over with applyTo().
 ///
-/// A new setting is a member here, a row in kDisplaySettings, a key in format/SettingsKeys.h, a
-/// place in settings/SettingsLine.cpp, a control in frmDisplaySettings.cpp, and whatever the chart
-/// does with it.
+/// A new setting is a member here, a row in kDisplaySettings, a place in the order that
+/// DisplaySettings.cpp holds, a key in format/SettingsKeys.h, a control in frmDisplaySettings.cpp,
+/// and whatever the chart does with it. settings/SettingsLine.cpp makes its line out of the row.
 struct DisplaySettings {
     /// The trace holds its peaks.
     bool PersistenceEnable = false;
