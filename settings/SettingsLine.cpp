@@ -25,8 +25,8 @@ namespace veldron {
 
 namespace {
 
-using From = const LineSource &;
-using To = const LineTarget &;
+using Source = const LineSource &;
+using Target = const LineTarget &;
 using Key = SettingsKey;
 using Pause = SettingsLine::Pause;
 
@@ -35,22 +35,22 @@ constexpr qint32 kLongestInterval = 65535;
 
 // ---- when a line is written
 
-bool always(From) {
+bool always(Source) {
     return true;
 }
-bool notRecording(From from) {
+bool notRecording(Source from) {
     return !from.session.Recording;
 }
-bool inChannelMode(From from) {
+bool inChannelMode(Source from) {
     return from.holders.ctlMonitorMode1.MonitorMode() == MonitorModeCode::Channel;
 }
-bool outsideChannelMode(From from) {
+bool outsideChannelMode(Source from) {
     return !inChannelMode(from);
 }
-bool withOwnReceiver(From from) {
+bool withOwnReceiver(Source from) {
     return GeneralUtilities::isTunable(from.holders.ctlFrequency1.RX());
 }
-bool withSamples(From from) {
+bool withSamples(Source from) {
     return hasSamples(from.holders.ctlDataMode1.DataMode());
 }
 
@@ -83,11 +83,11 @@ void write(Object &object, void (Object::*set)(T), const QString &text) {
     (object.*set)(value);
 }
 
-QString textOfFrequency(From from, Hertz value) {
+QString textOfFrequency(Source from, Hertz value) {
     return SettingsValue::ofFrequency(value, from.texts.decimalMark());
 }
 
-Hertz frequencyOf(To to) {
+Hertz frequencyOf(Target to) {
     return SettingsValue::frequency(to.value, to.texts.decimalMark());
 }
 
@@ -109,16 +109,16 @@ Panel ownerOf(T (Panel::*)() const);
 
 /// A number or a flag that unit and panel take as it is.
 template <auto Get, auto SetUnit, auto SetPanel>
-constexpr SettingsLine plain(Key key, bool (*isWritten)(From), Pause pause) {
+constexpr SettingsLine unitAndPanel(Key key, bool (*isWritten)(Source), Pause pause) {
     using Panel = decltype(ownerOf(Get));
     constexpr const Panel *kType = nullptr;
     return {key,
             isWritten,
-            [](From from) { return textOfValue((panelOf(from.holders, kType).*Get)()); },
+            [](Source from) { return textOfValue((panelOf(from.holders, kType).*Get)()); },
             pause,
-            [](To to) { write(to.holders.vdr, SetUnit, to.value); },
+            [](Target to) { write(to.holders.vdr, SetUnit, to.value); },
             nullptr,
-            [](To to) {
+            [](Target to) {
                 write(panelOf(to.holders, kType), SetPanel, to.value);
             }};
 }
@@ -136,16 +136,16 @@ DisplaySettings withField(const DisplaySetting &setting, DisplaySettings setting
 /// A display setting, for the dialog and the chart. In playback the chart takes over what is a
 /// flag, and keeps it up to the end of the block; numbers are left alone.
 template <std::size_t Number>
-constexpr SettingsLine display() {
+constexpr SettingsLine displayLine() {
     constexpr const DisplaySetting &kSetting = kDisplaySettings.at(Number);
     constexpr bool kIsFlag = std::holds_alternative<bool DisplaySettings::*>(kSetting.field);
-    const auto toChart = [](To to) {
+    const auto toChart = [](Target to) {
         kSetting.applyTo(withField(kSetting, to.holders.displaySettings.values(), to.value),
                          to.holders.ctlChartSpectrum1);
     };
     return {kSetting.key,
             notRecording,
-            [](From from) {
+            [](Source from) {
                 return std::visit(
                     [&](auto field) {
                         return textOfValue(from.holders.displaySettings.values().*field);
@@ -154,7 +154,7 @@ constexpr SettingsLine display() {
             },
             Pause::None,
             nullptr,
-            [](To to) {
+            [](Target to) {
                 frmDisplaySettings &dialog = to.holders.displaySettings;
                 const DisplaySettings values = withField(kSetting, dialog.values(), to.value);
                 dialog.setValues(values);
@@ -168,7 +168,7 @@ constexpr SettingsLine display() {
 // ---- the rows that have a way of their own
 
 /// Unlike the dialog's poll rate this is the timer's interval itself.
-void setPollInDialog(To to) {
+void setPollInDialog(Target to) {
     const auto milliseconds = valueOf<qint32>(to.value);
     to.holders.commSettings.setPoll(milliseconds);
     if (milliseconds < 0 || milliseconds > kLongestInterval) {
@@ -177,7 +177,7 @@ void setPollInDialog(To to) {
     to.host.setPollInterval(milliseconds);
 }
 
-void storeChannel(To to, Hertz ChannelStore::*field, Hertz value) {
+void storeChannel(Target to, Hertz ChannelStore::*field, Hertz value) {
     if (to.channels.Count == std::numeric_limits<qint16>::max()) {
         throw FileErrors::tooManyChannelLines();
     }
@@ -187,7 +187,7 @@ void storeChannel(To to, Hertz ChannelStore::*field, Hertz value) {
 
 constexpr qint16 kChannelLines = 3;
 
-void sendChannels(To to) {
+void sendChannels(Target to) {
     const ChannelStore &channels = to.channels;
     if (channels.Count == kChannelLines) {
         to.holders.vdr.setVDRChData({channels.Start, channels.Step, channels.End});
@@ -196,7 +196,7 @@ void sendChannels(To to) {
     }
 }
 
-void showChannels(To to) {
+void showChannels(Target to) {
     const ChannelStore &channels = to.channels;
     if (channels.Count == kChannelLines) {
         ctlMonitorMode &panel = to.holders.ctlMonitorMode1;
@@ -208,7 +208,7 @@ void showChannels(To to) {
     }
 }
 
-void endBlock(To to) {
+void endBlock(Target to) {
     showChannels(to);
     if (to.holders.vdr.Connected() && !to.session.InPlayback) {
         to.host.ReadBackSettings(); // what the unit has made of the values is what counts
@@ -221,69 +221,72 @@ void endBlock(To to) {
 constexpr std::array kOtherLines{
     SettingsLine{.key = Key::StartSettings,
                  .isWritten = always,
-                 .source = [](From from) { return from.texts.dateText(from.clock.now().date()); },
+                 .source = [](Source from) { return from.texts.dateText(from.clock.now().date()); },
                  .toPanel =
-                     [](To to) {
+                     [](Target to) {
                          to.channels = {};
                      }},
-    SettingsLine{.key = Key::Poll,
-                 .isWritten = always,
-                 .source = [](From from) { return textOfValue(from.holders.commSettings.Poll()); },
-                 .toDialog = setPollInDialog,
-                 .toPanel =
-                     [](To to) {
-                         write(to.holders.ctlChartSpectrum1, &ctlChartSpectrum::setPoll, to.value);
-                     }},
-    plain<&ctlMonitorMode::MonitorMode, &frmVDR::setVDRMonitorMode,
-          &ctlMonitorMode::setMonitorMode>(Key::MonitorMode, always, Pause::Receiver),
+    SettingsLine{
+        .key = Key::Poll,
+        .isWritten = always,
+        .source = [](Source from) { return textOfValue(from.holders.commSettings.Poll()); },
+        .toDialog = setPollInDialog,
+        .toPanel =
+            [](Target to) {
+                write(to.holders.ctlChartSpectrum1, &ctlChartSpectrum::setPoll, to.value);
+            }},
+    unitAndPanel<&ctlMonitorMode::MonitorMode, &frmVDR::setVDRMonitorMode,
+                 &ctlMonitorMode::setMonitorMode>(Key::MonitorMode, always, Pause::Receiver),
     SettingsLine{
         .key = Key::Span,
         .isWritten = outsideChannelMode,
         .source =
-            [](From from) { return textOfFrequency(from, from.holders.ctlMonitorMode1.fSpan()); },
-        .toUnit = [](To to) { write(to.holders.vdr, &frmVDR::setVDRSpan, to.value); },
+            [](Source from) { return textOfFrequency(from, from.holders.ctlMonitorMode1.fSpan()); },
+        .toUnit = [](Target to) { write(to.holders.vdr, &frmVDR::setVDRSpan, to.value); },
         .toPanel =
-            [](To to) {
+            [](Target to) {
                 to.holders.ctlMonitorMode1.setfSpan(SettingsValue::numberOfHertz(to.value));
             }},
-    SettingsLine{
-        .key = Key::Centre,
-        .isWritten = outsideChannelMode,
-        .source =
-            [](From from) { return textOfFrequency(from, from.holders.ctlMonitorMode1.fCentre()); },
-        .pause = Pause::Receiver,
-        .toUnit = [](To to) { to.holders.vdr.setVDRCentre(frequencyOf(to)); },
-        .toPanel =
-            [](To to) {
-                to.holders.ctlMonitorMode1.setfCentre(frequencyOf(to));
-                to.holders.ctlFrequency1.setFrequency(frequencyOf(to));
-            }},
-    SettingsLine{
-        .key = Key::Start,
-        .isWritten = inChannelMode,
-        .source =
-            [](From from) { return textOfFrequency(from, from.holders.ctlMonitorMode1.fStart()); },
-        .toPanel =
-            [](To to) {
-                storeChannel(to, &ChannelStore::Start, frequencyOf(to));
-            }},
+    SettingsLine{.key = Key::Centre,
+                 .isWritten = outsideChannelMode,
+                 .source =
+                     [](Source from) {
+                         return textOfFrequency(from, from.holders.ctlMonitorMode1.fCentre());
+                     },
+                 .pause = Pause::Receiver,
+                 .toUnit = [](Target to) { to.holders.vdr.setVDRCentre(frequencyOf(to)); },
+                 .toPanel =
+                     [](Target to) {
+                         to.holders.ctlMonitorMode1.setfCentre(frequencyOf(to));
+                         to.holders.ctlFrequency1.setFrequency(frequencyOf(to));
+                     }},
+    SettingsLine{.key = Key::Start,
+                 .isWritten = inChannelMode,
+                 .source =
+                     [](Source from) {
+                         return textOfFrequency(from, from.holders.ctlMonitorMode1.fStart());
+                     },
+                 .toPanel =
+                     [](Target to) {
+                         storeChannel(to, &ChannelStore::Start, frequencyOf(to));
+                     }},
     // The one channel line that takes the point for its decimal mark whatever the locale.
     SettingsLine{
         .key = Key::Step,
         .isWritten = inChannelMode,
         .source =
-            [](From from) { return textOfFrequency(from, from.holders.ctlMonitorMode1.fStep()); },
+            [](Source from) { return textOfFrequency(from, from.holders.ctlMonitorMode1.fStep()); },
         .toPanel =
-            [](To to) {
+            [](Target to) {
                 storeChannel(to, &ChannelStore::Step, SettingsValue::numberOfHertz(to.value));
             }},
     SettingsLine{
         .key = Key::End,
         .isWritten = inChannelMode,
         .source =
-            [](From from) { return textOfFrequency(from, from.holders.ctlMonitorMode1.fEnd()); },
+            [](Source from) { return textOfFrequency(from, from.holders.ctlMonitorMode1.fEnd()); },
         .toPanel =
-            [](To to) {
+            [](Target to) {
                 storeChannel(to, &ChannelStore::End, frequencyOf(to));
             }},
     // Goes to the unit at the end of the block, behind the channels that it lies in.
@@ -291,11 +294,11 @@ constexpr std::array kOtherLines{
         .key = Key::MarkerFrequency,
         .isWritten = inChannelMode,
         .source =
-            [](From from) {
+            [](Source from) {
                 return textOfFrequency(from, from.holders.ctlChartSpectrum1.RXFreq());
             },
         .toPanel =
-            [](To to) {
+            [](Target to) {
                 to.holders.ctlChartSpectrum1.setRXFreq(SettingsValue::numberOfHertz(to.value));
                 to.holders.ctlFrequency1.setFrequency(SettingsValue::numberOfHertz(to.value));
             }},
@@ -303,40 +306,43 @@ constexpr std::array kOtherLines{
         .key = Key::Receiver,
         .isWritten = always,
         .source =
-            [](From from) {
+            [](Source from) {
                 return GeneralUtilities::ReceiverName(from.holders.ctlFrequency1.RX());
             },
-        .toUnit = [](To to) { to.holders.vdr.setRXType(GeneralUtilities::ReceiverCode(to.value)); },
+        .toUnit =
+            [](Target to) { to.holders.vdr.setRXType(GeneralUtilities::ReceiverCode(to.value)); },
         .toPanel =
-            [](To to) {
+            [](Target to) {
                 to.holders.ctlFrequency1.setRX(GeneralUtilities::ReceiverCode(to.value));
             }},
     SettingsLine{
         .key = Key::RXMode,
         .isWritten = withOwnReceiver,
         .source =
-            [](From from) { return GeneralUtilities::ModeName(from.holders.ctlFrequency1.Mode()); },
+            [](Source from) {
+                return GeneralUtilities::ModeName(from.holders.ctlFrequency1.Mode());
+            },
         .pause = Pause::Receiver,
-        .toUnit = [](To to) { to.holders.vdr.setRXMode(GeneralUtilities::ModeCode(to.value)); },
+        .toUnit = [](Target to) { to.holders.vdr.setRXMode(GeneralUtilities::ModeCode(to.value)); },
         .toPanel =
-            [](To to) {
+            [](Target to) {
                 to.holders.ctlFrequency1.setMode(GeneralUtilities::ModeCode(to.value));
             }},
-    plain<&ctlFrequency::Step, &frmVDR::setRXStep, &ctlFrequency::setStep>(
+    unitAndPanel<&ctlFrequency::Step, &frmVDR::setRXStep, &ctlFrequency::setStep>(
         Key::RXStep, withOwnReceiver, Pause::Receiver),
-    plain<&ctlFrequency::Atten, &frmVDR::setRXAtten, &ctlFrequency::setAtten>(
+    unitAndPanel<&ctlFrequency::Atten, &frmVDR::setRXAtten, &ctlFrequency::setAtten>(
         Key::RXAtten, withOwnReceiver, Pause::Receiver),
-    plain<&ctlDataMode::RBW, &frmVDR::setVDRRBW, &ctlDataMode::setRBW>(Key::RBW, always,
-                                                                       Pause::None),
-    plain<&ctlDataMode::Amp, &frmVDR::setVDRAmp, &ctlDataMode::setAmp>(Key::Amp, always,
-                                                                       Pause::None),
-    plain<&ctlDataMode::DataMode, &frmVDR::setVDRDataMode, &ctlDataMode::setDataMode>(
+    unitAndPanel<&ctlDataMode::RBW, &frmVDR::setVDRRBW, &ctlDataMode::setRBW>(Key::RBW, always,
+                                                                              Pause::None),
+    unitAndPanel<&ctlDataMode::Amp, &frmVDR::setVDRAmp, &ctlDataMode::setAmp>(Key::Amp, always,
+                                                                              Pause::None),
+    unitAndPanel<&ctlDataMode::DataMode, &frmVDR::setVDRDataMode, &ctlDataMode::setDataMode>(
         Key::DataMode, always, Pause::None),
-    plain<&ctlDataMode::Samples, &frmVDR::setVDRSamples, &ctlDataMode::setSamples>(
+    unitAndPanel<&ctlDataMode::Samples, &frmVDR::setVDRSamples, &ctlDataMode::setSamples>(
         Key::Samples, withSamples, Pause::None),
     SettingsLine{.key = Key::EndSettings,
                  .isWritten = always,
-                 .source = [](From /*from*/) { return QString(); },
+                 .source = [](Source /*from*/) { return QString(); },
                  .toUnit = sendChannels,
                  .toPanel = endBlock},
 };
@@ -350,7 +356,7 @@ constexpr Lines allLines(std::index_sequence<Number...> /*displaySettings*/) {
     for (const SettingsLine &line : kOtherLines) {
         lines.at(static_cast<std::size_t>(line.key)) = line;
     }
-    ((lines.at(static_cast<std::size_t>(kDisplaySettings.at(Number).key)) = display<Number>()),
+    ((lines.at(static_cast<std::size_t>(kDisplaySettings.at(Number).key)) = displayLine<Number>()),
      ...);
     return lines;
 }
