@@ -31,23 +31,23 @@ Value PanelMediation::read(Value (frmVDR::*property)()) {
     const Value value = (m_holders.vdr.*property)();
     // The attenuator has no failure value: that of a receiver which has none may never be readable.
     constexpr bool showsFailure = !std::is_same_v<Value, bool>;
-    m_parts.lastSession.noteRead(showsFailure && m_holders.vdr.readFailed());
+    m_dependencies.lastSession.noteRead(showsFailure && m_holders.vdr.readFailed());
     return value;
 }
 
 void PanelMediation::showLinkStatus() {
-    m_parts.statusBar.setStatusText(m_holders.vdr.Status());
+    m_dependencies.statusBar.setStatusText(m_holders.vdr.Status());
 }
 
 void PanelMediation::setPollInterval(qint32 milliseconds) {
-    m_parts.pollTimer.setInterval(milliseconds);
+    m_dependencies.pollTimer.setInterval(milliseconds);
 }
 
 /// A silent unit leaves failure values in the panels. As a scale they would wipe the history, so
 /// the chart keeps the scale that it has until all values of a new one have been read. What
 /// playback puts into the panels is no reading, and goes to the chart as it is.
 bool PanelMediation::isScaleKnown() const {
-    if (m_parts.session.InPlayback) {
+    if (m_dependencies.session.InPlayback) {
         return true;
     }
     const ctlMonitorMode &panel = m_holders.ctlMonitorMode1;
@@ -74,7 +74,7 @@ void PanelMediation::markOnChart(Hertz frequency) {
 void PanelMediation::ctlFrequency1_Changed(ReceiverChangeCode What) {
     frmVDR &unit = m_holders.vdr;
     ctlFrequency &panel = m_holders.ctlFrequency1;
-    m_parts.lastSession.beginReads();
+    m_dependencies.lastSession.beginReads();
     switch (What) {
     case ReceiverChangeCode::Frequency:
         changeFrequency();
@@ -97,7 +97,7 @@ void PanelMediation::ctlFrequency1_Changed(ReceiverChangeCode What) {
     default:
         break;
     }
-    m_parts.lastSession.endReads();
+    m_dependencies.lastSession.endReads();
     showLinkStatus();
 }
 
@@ -134,7 +134,7 @@ void PanelMediation::showCentre(Hertz centre) {
 /// Another receiver has settings of its own, all of which the unit needs a moment to take over.
 void PanelMediation::changeReceiver() {
     m_holders.vdr.setRXType(m_holders.ctlFrequency1.RX());
-    GeneralUtilities::WaitSeconds(m_parts.clock, kReceiverPause);
+    GeneralUtilities::WaitSeconds(m_dependencies.clock, kReceiverPause);
     ReadBackSettings();
 }
 
@@ -143,7 +143,7 @@ void PanelMediation::changeReceiver() {
 void PanelMediation::ctlDataMode1_Changed(DataChangeCode What) {
     frmVDR &unit = m_holders.vdr;
     ctlDataMode &panel = m_holders.ctlDataMode1;
-    m_parts.lastSession.beginReads();
+    m_dependencies.lastSession.beginReads();
     switch (What) {
     case DataChangeCode::RBW:
         unit.setVDRRBW(panel.RBW());
@@ -165,7 +165,7 @@ void PanelMediation::ctlDataMode1_Changed(DataChangeCode What) {
     default:
         break;
     }
-    m_parts.lastSession.endReads();
+    m_dependencies.lastSession.endReads();
     showLinkStatus();
 }
 
@@ -207,7 +207,7 @@ void PanelMediation::readDataModeBack() {
 // ---- monitor panel
 
 void PanelMediation::ctlMonitorMode1_Changed(MonitorChangeCode What) {
-    m_parts.lastSession.beginReads();
+    m_dependencies.lastSession.beginReads();
     switch (What) {
     case MonitorChangeCode::MonitorMode:
         changeMonitorMode();
@@ -230,7 +230,7 @@ void PanelMediation::ctlMonitorMode1_Changed(MonitorChangeCode What) {
         showScaleOfMonitor();
     }
     m_holders.ctlChartSpectrum1.DrawAxes();
-    m_parts.lastSession.endReads();
+    m_dependencies.lastSession.endReads();
 }
 
 /// The handlers mark the receive frequency by themselves; only one that was left out is caught up.
@@ -323,7 +323,7 @@ void PanelMediation::ctlChartSpectrum1_Changed() {
 void PanelMediation::ReadBackSettings() {
     ctlFrequency &receiver = m_holders.ctlFrequency1;
     ctlDataMode &data = m_holders.ctlDataMode1;
-    m_parts.lastSession.beginReads();
+    m_dependencies.lastSession.beginReads();
     // The receiver comes before its mode, because it decides which modes the panel lists; the data
     // mode before its count, because the unit keeps one count a mode; the monitor mode before the
     // frequencies, because it decides which of them there are.
@@ -341,11 +341,11 @@ void PanelMediation::ReadBackSettings() {
     // Behind all panels, so that the chart changes its scale once at most.
     UpdateChartSettings();
     // Behind the chart, which holds the marker frequency that is saved.
-    m_parts.lastSession.endReads();
+    m_dependencies.lastSession.endReads();
     // The full period, whatever interval the timer had: the first tick comes when all is shown.
-    m_parts.pollTimer.start(m_holders.commSettings.Poll());
+    m_dependencies.pollTimer.start(m_holders.commSettings.Poll());
     // Last, because the block is written from the panels.
-    m_parts.recorder.writeSettings();
+    m_dependencies.recorder.writeSettings();
 }
 
 void PanelMediation::readBackFrequencies() {

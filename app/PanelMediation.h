@@ -27,7 +27,7 @@ enum class ReceiverChangeCode : qint32;
 class PanelMediation : public SettingsHost {
 public:
     /// What it works on besides the holders of the settings; all of it outlives the mediation.
-    struct Parts {
+    struct Dependencies {
         PollTimer &pollTimer;
         StatusPanels &statusBar;
         Recorder &recorder;
@@ -35,8 +35,8 @@ public:
         const SessionState &session;
         Clock &clock;
     };
-    PanelMediation(const SettingHolders &holders, const Parts &parts)
-        : m_holders(holders), m_parts(parts) {}
+    PanelMediation(const SettingHolders &holders, const Dependencies &dependencies)
+        : m_holders(holders), m_dependencies(dependencies) {}
 
     void ctlFrequency1_Changed(ReceiverChangeCode What);
     void ctlDataMode1_Changed(DataChangeCode What);
@@ -75,7 +75,7 @@ private:
     void showScaleOfMonitor();
 
     SettingHolders m_holders;
-    Parts m_parts;
+    Dependencies m_dependencies;
     /// The chart's receive frequency was left alone because the scale wasn't known.
     bool m_markIsDue = false;
 };

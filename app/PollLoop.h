@@ -23,7 +23,7 @@ class frmVDR;
 class PollLoop {
 public:
     /// What a poll passes through; all of it outlives the loop.
-    struct Parts {
+    struct Dependencies {
         frmVDR &vdr;
         ScanPipeline &scans;
         RoundRobin &roundRobin;
@@ -32,7 +32,7 @@ public:
         StatusPanels &statusBar;
         Clock &clock;
     };
-    explicit PollLoop(const Parts &parts) : m_parts(parts) {}
+    explicit PollLoop(const Dependencies &dependencies) : m_dependencies(dependencies) {}
 
     /// The poll period of a program that has just started, in milliseconds.
     static constexpr qint16 kPeriodAtStart = 1000;
@@ -48,7 +48,7 @@ private:
     void pollConnected();
     void reconnect();
 
-    Parts m_parts;
+    Dependencies m_dependencies;
     PollGrid m_grid;
     qint16 m_PollPeriod = kPeriodAtStart;
 };

@@ -10,13 +10,13 @@
 namespace veldron {
 
 void ScanPipeline::TakeScan() {
-    const LevelScan scan = m_parts.vdr.GetData();
-    m_parts.chart.SetData(scan);
-    m_parts.chart.Refresh();
-    if (m_parts.session.Recording) {
-        m_parts.recorder.writeScan(scan);
+    const LevelScan scan = m_dependencies.vdr.GetData();
+    m_dependencies.chart.SetData(scan);
+    m_dependencies.chart.Refresh();
+    if (m_dependencies.session.Recording) {
+        m_dependencies.recorder.writeScan(scan);
     } else {
-        m_parts.statusBar.setStatusText(m_parts.vdr.Status());
+        m_dependencies.statusBar.setStatusText(m_dependencies.vdr.Status());
     }
 }
 

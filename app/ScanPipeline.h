@@ -13,21 +13,21 @@ struct SessionState;
 class ScanPipeline {
 public:
     /// All of it outlives the pipeline.
-    struct Parts {
+    struct Dependencies {
         frmVDR &vdr;
         ctlChartSpectrum &chart;
         const SessionState &session;
         Recorder &recorder;
         StatusPanels &statusBar;
     };
-    explicit ScanPipeline(const Parts &parts) : m_parts(parts) {}
+    explicit ScanPipeline(const Dependencies &dependencies) : m_dependencies(dependencies) {}
 
     /// Takes one scan and shows it. A scan that failed goes the same way. The status bar's text is
     /// then that of the recording, or the state of the link while nothing is recorded.
     void TakeScan();
 
 private:
-    Parts m_parts;
+    Dependencies m_dependencies;
 };
 
 } // namespace veldron

@@ -37,8 +37,9 @@ QHBoxLayout *rowIn(QWidget *strip) {
 
 } // namespace
 
-frmDisplay::frmDisplay(const World &world)
-    : m_world(world), m_guard([this](const UntrappedError &error) { endWithError(error); }) {
+frmDisplay::frmDisplay(const Dependencies &dependencies)
+    : m_dependencies(dependencies),
+      m_guard([this](const UntrappedError &error) { endWithError(error); }) {
     setObjectName(QStringLiteral("frmDisplay"));
     setWindowTitle(QStringLiteral("VELDRON"));
     m_sessionEnd.setObjectName(QStringLiteral("SessionEnd"));
@@ -85,12 +86,12 @@ void frmDisplay::makeStrips() {
     setCentralWidget(m_inside);
     makePanels();
     makeTransport();
-    ctlChartSpectrum1 =
-        new ctlChartSpectrum(m_guard, m_world.clock, m_world.texts, m_cursor, m_inside);
+    ctlChartSpectrum1 = new ctlChartSpectrum(m_guard, m_dependencies.clock, m_dependencies.texts,
+                                             m_cursor, m_inside);
     ctlChartSpectrum1->setObjectName(QStringLiteral("ctlChartSpectrum1"));
     // The chart sets the pointer's shape itself; its moves are none over the bare form.
     ctlChartSpectrum1->setAttribute(Qt::WA_NoMousePropagation);
-    StatusBar1 = new StatusPanels(m_guard, m_world.clock, m_inside);
+    StatusBar1 = new StatusPanels(m_guard, m_dependencies.clock, m_inside);
     StatusBar1->setObjectName(QStringLiteral("StatusBar1"));
     Command1 = new QPushButton(QStringLiteral("Command1"), m_inside);
     Command1->setObjectName(QStringLiteral("Command1"));

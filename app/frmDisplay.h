@@ -41,8 +41,8 @@ class frmDisplay : public QMainWindow, private HistoryHost {
     Q_OBJECT
 
 public:
-    /// What the form takes from the world; all of it outlives the form.
-    struct World {
+    /// What the form needs from outside; all of it outlives the form.
+    struct Dependencies {
         SerialControl &control;
         Clock &clock;
         UserDialogs &dialogs;
@@ -53,7 +53,7 @@ public:
         /// Path of the manual, empty if there is none.
         QString manual{};
     };
-    explicit frmDisplay(const World &world);
+    explicit frmDisplay(const Dependencies &dependencies);
     ~frmDisplay() override;
 
     /// The whole start: splash, port search, defaults, first connection, settings of the last run,
@@ -143,7 +143,7 @@ private:
     void showPlaybackPlace(const QString &time, const QString &percent) override;
     void showClockAndActivity() override;
 
-    World m_world;
+    Dependencies m_dependencies;
     ErrorGuard m_guard;
     LifeState m_life = LifeState::Starting;
     ScreenCursor m_cursor;

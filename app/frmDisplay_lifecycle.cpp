@@ -49,7 +49,7 @@ void frmDisplay::start() {
 
 /// The one turn of the event loop before the start is done, so that the splash is painted.
 void frmDisplay::showSplash() {
-    m_splash = std::make_unique<frmSplash>(m_world.version, this);
+    m_splash = std::make_unique<frmSplash>(m_dependencies.version, this);
     m_splash->show();
     m_cursor.setShape(CursorShape::Hourglass);
     m_splash->awaitPaint();
@@ -104,7 +104,7 @@ bool frmDisplay::mayEnd() {
     if (hasEnded() || !m_session.Recording || m_sessionEnd.isActive()) {
         return true;
     }
-    return m_world.dialogs.askOkOrCancel(
+    return m_dependencies.dialogs.askOkOrCancel(
         QStringLiteral("Exit VELDRON?"),
         QStringLiteral("You are still recording.\r\n Do you want to stop recording and exit?"));
 }
@@ -189,7 +189,7 @@ void frmDisplay::endWithError(const UntrappedError &error) {
     }
     shutDown(EndReason::Error);
     writeReportLine(error.message().simplified());
-    m_world.dialogs.showError(
+    m_dependencies.dialogs.showError(
         error.message() +
         QStringLiteral("\n\nVELDRON can't go on after this error and has to end. The serial port "
                        "and any recording have been closed; what was recorded so far is kept."));

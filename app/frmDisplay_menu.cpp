@@ -52,7 +52,7 @@ void frmDisplay::applyPollRate() {
 void frmDisplay::onMnuAbout() {
     AboutFacts facts;
     facts.title = windowTitle();
-    facts.version = m_world.version;
+    facts.version = m_dependencies.version;
     facts.programFile = QCoreApplication::applicationFilePath();
     facts.Connected = m_parts->vdr.Connected();
     facts.Status = m_parts->vdr.Status();
@@ -62,9 +62,9 @@ void frmDisplay::onMnuAbout() {
 }
 
 void frmDisplay::onHelp() {
-    const QString refusal = Manual::show(m_world.manual);
+    const QString refusal = Manual::show(m_dependencies.manual);
     if (!refusal.isEmpty()) {
-        m_world.dialogs.showMessage(QStringLiteral("VELDRON Manual"), refusal);
+        m_dependencies.dialogs.showMessage(QStringLiteral("VELDRON Manual"), refusal);
     }
 }
 

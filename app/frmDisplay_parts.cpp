@@ -17,8 +17,8 @@
 namespace veldron {
 
 frmDisplay::Parts::Parts(frmDisplay &form)
-    : linkScreen(form.m_cursor, form.m_world.dialogs),
-      vdr(form.m_world.control, form.m_world.clock, linkScreen),
+    : linkScreen(form.m_cursor, form.m_dependencies.dialogs),
+      vdr(form.m_dependencies.control, form.m_dependencies.clock, linkScreen),
       commSettings(form.m_guard, vdr, &form),
       displaySettings(form.m_guard, &form), holders{vdr,
                                                     *form.ctlFrequency1,
@@ -28,18 +28,21 @@ frmDisplay::Parts::Parts(frmDisplay &form)
                                                     displaySettings,
                                                     commSettings},
       mediation(holders, {form.m_pollTimer, *form.StatusBar1, recorder, lastSession, form.m_session,
-                          form.m_world.clock}),
-      settingsLines(holders, form.m_session, mediation, form.m_world.clock, form.m_world.texts),
-      settingsFiles(settingsLines, form.m_world.dialogs, form.m_world.programFolder),
+                          form.m_dependencies.clock}),
+      settingsLines(holders, form.m_session, mediation, form.m_dependencies.clock,
+                    form.m_dependencies.texts),
+      settingsFiles(settingsLines, form.m_dependencies.dialogs, form.m_dependencies.programFolder),
       lastSession(vdr, settingsLines, settingsFiles),
-      recorder({form.m_session, settingsLines, form, form.m_world.dialogs, form.m_world.clock,
-                form.m_world.texts, form.m_world.programFolder}),
+      recorder({form.m_session, settingsLines, form, form.m_dependencies.dialogs,
+                form.m_dependencies.clock, form.m_dependencies.texts,
+                form.m_dependencies.programFolder}),
       playback({holders, form.m_session, settingsLines, form, mediation, *form.ctlPlayback1,
-                form.m_world.dialogs, form.m_world.texts, form.m_world.programFolder}),
+                form.m_dependencies.dialogs, form.m_dependencies.texts,
+                form.m_dependencies.programFolder}),
       roundRobin(holders, mediation),
       scans({vdr, *form.ctlChartSpectrum1, form.m_session, recorder, *form.StatusBar1}),
-      pollLoop(
-          {vdr, scans, roundRobin, mediation, lastSession, *form.StatusBar1, form.m_world.clock}) {}
+      pollLoop({vdr, scans, roundRobin, mediation, lastSession, *form.StatusBar1,
+                form.m_dependencies.clock}) {}
 
 void frmDisplay::wireMenus() {
     Parts &parts = *m_parts;

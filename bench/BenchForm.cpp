@@ -20,8 +20,8 @@ constexpr QSize kForm(1300, 1000);
 BenchForm::BenchForm(UnitPresence presence)
     : m_control(presence == UnitPresence::OnCom1),
       m_dialogs(m_folder.filePath(QStringLiteral("bench.rec"))),
-      form(frmDisplay::World{m_control, m_clock, m_dialogs, m_texts, m_folder.path(),
-                             QStringLiteral("1.0.0")}) {
+      form(frmDisplay::Dependencies{m_control, m_clock, m_dialogs, m_texts, m_folder.path(),
+                                    QStringLiteral("1.0.0")}) {
     form.load();
     form.resize(kForm);
     QApplication::processEvents();

@@ -39,8 +39,8 @@ public:
         : m_simulator(QStringLiteral("9600")),
           control(ErrorGuard([](const UntrappedError & /*error*/) {}),
                   PortMap::ofFolder(m_simulator.portsFolder())),
-          form(frmDisplay::World{control, m_clock, m_dialogs, m_texts, m_simulator.folder(),
-                                 QStringLiteral("1.0.0")}),
+          form(frmDisplay::Dependencies{control, m_clock, m_dialogs, m_texts, m_simulator.folder(),
+                                        QStringLiteral("1.0.0")}),
           ready(m_simulator.isReady()) {}
 
 private:

@@ -12,19 +12,19 @@
 
 namespace veldron {
 
-PlaybackEngine::PlaybackEngine(const Dependencies &needs) : m_needs(needs) {}
+PlaybackEngine::PlaybackEngine(const Dependencies &dependencies) : m_dependencies(dependencies) {}
 
 void PlaybackEngine::mnuFilePlayback() {
-    const auto path = m_needs.dialogs.openFile({QStringLiteral("History playback"),
-                                                QLatin1String(kHistoryFile.filter), m_needs.folder,
-                                                QLatin1String(kHistoryFile.suffix)});
+    const auto path = m_dependencies.dialogs.openFile(
+        {QStringLiteral("History playback"), QLatin1String(kHistoryFile.filter),
+         m_dependencies.folder, QLatin1String(kHistoryFile.suffix)});
     // The poll timer runs while the dialog is up, so the state may have changed.
-    if (!path || m_needs.session.Recording || m_needs.session.InPlayback) {
+    if (!path || m_dependencies.session.Recording || m_dependencies.session.InPlayback) {
         return;
     }
     open(*path);
-    m_needs.host.showTransport(true);
-    m_needs.host.SetControlsEnabled(false);
+    m_dependencies.host.showTransport(true);
+    m_dependencies.host.SetControlsEnabled(false);
     if (!m_HistoryStream) {
         return; // an error while the form was laid out anew has ended the program
     }
@@ -34,7 +34,7 @@ void PlaybackEngine::mnuFilePlayback() {
     }
     if (m_HistoryStream->atEnd()) {
         // Stranded on purpose: the transport stays up over the live poll until the user closes it.
-        m_needs.session.InPlayback = false;
+        m_dependencies.session.InPlayback = false;
         return;
     }
     startShowing();
@@ -46,7 +46,7 @@ void PlaybackEngine::open(const QString &path) {
     m_HistoryFileSize = m_HistoryStream->size();
     m_HistoryPosition = 0;
     m_RewindOffset = 0;
-    m_needs.session.InPlayback = true;
+    m_dependencies.session.InPlayback = true;
     // Nothing of an earlier file is used for this one.
     m_ScanDate.reset();
     m_Scan.reset();
@@ -54,20 +54,20 @@ void PlaybackEngine::open(const QString &path) {
 }
 
 void PlaybackEngine::startShowing() {
-    ctlChartSpectrum &chart = m_needs.holders.ctlChartSpectrum1;
-    m_needs.host.setPollTimerEnabled(false);
-    m_needs.host.setRecordEnabled(false);
+    ctlChartSpectrum &chart = m_dependencies.holders.ctlChartSpectrum1;
+    m_dependencies.host.setPollTimerEnabled(false);
+    m_dependencies.host.setRecordEnabled(false);
     m_PlaybackStart = scanMoment();
     chart.setPlayback(true);
     feedChart();
     if (!m_HistoryStream) {
         return;
     }
-    m_needs.host.showStatus(QStringLiteral("Playback from ") + m_HistoryFileName +
-                            GeneralUtilities::FormatFileSize(m_HistoryFileSize));
-    m_needs.host.hideClockAndActivity();
-    m_needs.host.showPlaybackPlace(m_ScanDate->text + QLatin1Char(' ') + m_Scan->timeText,
-                                   m_needs.texts.percentText(shareRead()));
+    m_dependencies.host.showStatus(QStringLiteral("Playback from ") + m_HistoryFileName +
+                                   GeneralUtilities::FormatFileSize(m_HistoryFileSize));
+    m_dependencies.host.hideClockAndActivity();
+    m_dependencies.host.showPlaybackPlace(m_ScanDate->text + QLatin1Char(' ') + m_Scan->timeText,
+                                          m_dependencies.texts.percentText(shareRead()));
 }
 
 QString PlaybackEngine::nextLine() {
@@ -85,7 +85,7 @@ bool PlaybackEngine::readToNextScan() {
             return false;
         }
         if (loaded.date) {
-            m_ScanDate = BlockDate{*loaded.date, m_needs.texts.readDate(*loaded.date),
+            m_ScanDate = BlockDate{*loaded.date, m_dependencies.texts.readDate(*loaded.date),
                                    m_HistoryStream->lineNumber()};
         }
         if (loaded.scan) {
@@ -99,17 +99,17 @@ bool PlaybackEngine::readToNextScan() {
 LoadedLine PlaybackEngine::loadLine() {
     m_line = nextLine();
     try {
-        return m_needs.lines.LoadSettings(m_line);
+        return m_dependencies.lines.LoadSettings(m_line);
     } catch (const UntrappedError &error) {
         throw m_HistoryStream ? FileErrors::inLastLine(*m_HistoryStream, m_line, error) : error;
     }
 }
 
 void PlaybackEngine::Step(qint16 Direction) {
-    ctlChartSpectrum &chart = m_needs.holders.ctlChartSpectrum1;
+    ctlChartSpectrum &chart = m_dependencies.holders.ctlChartSpectrum1;
     // A recording may be started over a stranded file; the file is not stepped through meanwhile.
-    if (!m_HistoryStream || m_needs.session.Recording) {
-        m_needs.transport.StopPlay();
+    if (!m_HistoryStream || m_dependencies.session.Recording) {
+        m_dependencies.transport.StopPlay();
         return;
     }
     if (chart.Rewind(Direction)) {
@@ -117,7 +117,7 @@ void PlaybackEngine::Step(qint16 Direction) {
     } else if (Direction >= 1) {
         m_RewindOffset = 0;
         if (!readToNextScan()) {
-            m_needs.transport.StopPlay();
+            m_dependencies.transport.StopPlay();
             return;
         }
         feedChart();
@@ -129,7 +129,7 @@ void PlaybackEngine::Step(qint16 Direction) {
 
 /// A scan that is too long for the chart's present span is dropped.
 void PlaybackEngine::feedChart() {
-    ctlChartSpectrum &chart = m_needs.holders.ctlChartSpectrum1;
+    ctlChartSpectrum &chart = m_dependencies.holders.ctlChartSpectrum1;
     const QTime time = scanTime();
     try {
         chart.SetPlaybackTime(m_Scan->timeText, time);
@@ -180,7 +180,7 @@ double PlaybackEngine::shareRead() const {
 /// file was recorded at.
 void PlaybackEngine::showPlace() {
     const QDateTime t0 = scanMoment();
-    const qint64 offset = qint64{m_RewindOffset} * m_needs.host.PollPeriod();
+    const qint64 offset = qint64{m_RewindOffset} * m_dependencies.host.PollPeriod();
     if (offset != static_cast<qint32>(offset)) {
         throw atLastLine(FileErrors::tooFarBack());
     }
@@ -191,27 +191,28 @@ void PlaybackEngine::showPlace() {
     const QDateTime t = t0.addMSecs(Numbers::divideHalfEven(offset, 1000) * 1000);
     const double share =
         (1.0 + static_cast<double>(offset) / static_cast<double>(elapsed)) * shareRead();
-    m_needs.host.showPlaybackPlace(m_needs.texts.dateText(t.date()) + QLatin1Char(' ') +
-                                       m_needs.texts.timeText(t.time()),
-                                   m_needs.texts.percentText(share));
+    m_dependencies.host.showPlaybackPlace(m_dependencies.texts.dateText(t.date()) +
+                                              QLatin1Char(' ') +
+                                              m_dependencies.texts.timeText(t.time()),
+                                          m_dependencies.texts.percentText(share));
 }
 
 void PlaybackEngine::Quit() {
-    ctlChartSpectrum &chart = m_needs.holders.ctlChartSpectrum1;
-    HistoryHost &host = m_needs.host;
+    ctlChartSpectrum &chart = m_dependencies.holders.ctlChartSpectrum1;
+    HistoryHost &host = m_dependencies.host;
     host.setPollTimerEnabled(true);
     // A recording that was started over a stranded file goes on with the controls disabled.
-    host.SetControlsEnabled(!m_needs.session.Recording);
+    host.SetControlsEnabled(!m_dependencies.session.Recording);
     host.setRecordEnabled(true);
-    m_needs.session.InPlayback = false;
+    m_dependencies.session.InPlayback = false;
     host.showTransport(false);
     closeStream();
     chart.setPlayback(false);
-    chart.setPoll(Numbers::roundTo<qint16>(m_needs.holders.commSettings.Poll()));
-    if (m_needs.holders.vdr.Connected()) {
-        m_needs.panels.ReadBackSettings();
+    chart.setPoll(Numbers::roundTo<qint16>(m_dependencies.holders.commSettings.Poll()));
+    if (m_dependencies.holders.vdr.Connected()) {
+        m_dependencies.panels.ReadBackSettings();
     }
-    host.showStatus(m_needs.holders.vdr.Status());
+    host.showStatus(m_dependencies.holders.vdr.Status());
     host.showClockAndActivity();
 }
 

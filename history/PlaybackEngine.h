@@ -44,7 +44,7 @@ public:
         const DateTimeText &texts;
         QString folder;
     };
-    explicit PlaybackEngine(const Dependencies &needs);
+    explicit PlaybackEngine(const Dependencies &dependencies);
 
     /// Asks for a file and shows its first scan. A file without a scan, and one whose only scan is
     /// its last line, is stranded: the transport stays visible over the live picture until Quit.
@@ -82,7 +82,7 @@ private:
     /// \a error as it is where the file has been closed meanwhile.
     [[nodiscard]] UntrappedError atLastLine(const UntrappedError &error) const;
 
-    Dependencies m_needs;
+    Dependencies m_dependencies;
     std::unique_ptr<TextFileReader> m_HistoryStream;
     QString m_HistoryFileName;
     qint64 m_HistoryFileSize = 0; ///< in bytes, when it was opened

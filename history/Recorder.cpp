@@ -10,10 +10,10 @@
 
 namespace veldron {
 
-Recorder::Recorder(const Dependencies &needs) : m_needs(needs) {}
+Recorder::Recorder(const Dependencies &dependencies) : m_dependencies(dependencies) {}
 
 void Recorder::mnuFileRecord() {
-    if (m_needs.session.Recording) {
+    if (m_dependencies.session.Recording) {
         stop();
     } else {
         start();
@@ -21,21 +21,21 @@ void Recorder::mnuFileRecord() {
 }
 
 void Recorder::start() {
-    const auto path = m_needs.dialogs.saveFile({QStringLiteral("Record to file"),
-                                                QLatin1String(kHistoryFile.filter), m_needs.folder,
-                                                QLatin1String(kHistoryFile.suffix)});
+    const auto path = m_dependencies.dialogs.saveFile(
+        {QStringLiteral("Record to file"), QLatin1String(kHistoryFile.filter),
+         m_dependencies.folder, QLatin1String(kHistoryFile.suffix)});
     // The poll timer runs while the dialog is up, so the state may have changed.
-    if (!path || m_needs.session.Recording || m_needs.session.InPlayback) {
+    if (!path || m_dependencies.session.Recording || m_dependencies.session.InPlayback) {
         return;
     }
     m_HistoryFileName = *path;
     m_HistoryFileSize = 0;
-    m_HistoryStream = std::make_unique<TextFileWriter>(*path, m_needs.disk);
+    m_HistoryStream = std::make_unique<TextFileWriter>(*path, m_dependencies.disk);
     m_HistoryStream->writeLine(QLatin1String(kHistoryFile.firstLine));
     writeBlock();
-    m_needs.session.Recording = true;
-    m_needs.host.setRecordCaption(QStringLiteral("Stop recording"));
-    m_needs.host.SetControlsEnabled(false);
+    m_dependencies.session.Recording = true;
+    m_dependencies.host.setRecordCaption(QStringLiteral("Stop recording"));
+    m_dependencies.host.SetControlsEnabled(false);
 }
 
 void Recorder::stop() {
@@ -47,13 +47,13 @@ void Recorder::stop() {
         return; // Trapped: the recording stands, and the next scan or click stops it.
     }
     closeStream();
-    m_needs.session.Recording = false;
-    m_needs.host.setRecordCaption(QStringLiteral("Record"));
-    m_needs.host.SetControlsEnabled(true);
+    m_dependencies.session.Recording = false;
+    m_dependencies.host.setRecordCaption(QStringLiteral("Record"));
+    m_dependencies.host.SetControlsEnabled(true);
 }
 
 void Recorder::writeBlock() {
-    m_needs.lines.SaveSettings(*m_HistoryStream);
+    m_dependencies.lines.SaveSettings(*m_HistoryStream);
     m_HistoryStream->sync();
 }
 
@@ -68,7 +68,7 @@ void Recorder::writeScan(const LevelScan &scan) {
                                  QStringLiteral("The recording is closed"));
         }
         m_HistoryStream->writeLine(
-            ScanLine::lineFor(scan, m_needs.clock.now().time(), m_needs.texts));
+            ScanLine::lineFor(scan, m_dependencies.clock.now().time(), m_dependencies.texts));
         m_HistoryStream->sync();
         learnSize();
     } catch (const UntrappedError &) {
@@ -76,8 +76,8 @@ void Recorder::writeScan(const LevelScan &scan) {
         stop();
         return;
     }
-    m_needs.host.showStatus(QStringLiteral("Recording to file ") + m_HistoryFileName +
-                            GeneralUtilities::FormatFileSize(m_HistoryFileSize));
+    m_dependencies.host.showStatus(QStringLiteral("Recording to file ") + m_HistoryFileName +
+                                   GeneralUtilities::FormatFileSize(m_HistoryFileSize));
 }
 
 /// Asks for the size by the name, not by the handle: so a file that was removed or moved meanwhile
@@ -91,7 +91,7 @@ void Recorder::learnSize() {
 }
 
 void Recorder::writeSettings() {
-    if (!m_needs.session.Recording || !m_HistoryStream) {
+    if (!m_dependencies.session.Recording || !m_HistoryStream) {
         return;
     }
     try {

@@ -34,7 +34,7 @@ public:
         QString folder;
         Disk &disk = systemDisk();
     };
-    explicit Recorder(const Dependencies &needs);
+    explicit Recorder(const Dependencies &dependencies);
 
     /// Starts a recording, or stops the running one. A failure to make the file or to write its
     /// head is an UntrappedError.
@@ -52,7 +52,7 @@ private:
     void writeBlock();
     void learnSize();
 
-    Dependencies m_needs;
+    Dependencies m_dependencies;
     std::unique_ptr<TextFileWriter> m_HistoryStream;
     QString m_HistoryFileName;    ///< of the running recording, or of the last one
     qint64 m_HistoryFileSize = 0; ///< in bytes, after the last data line

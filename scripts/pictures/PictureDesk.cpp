@@ -78,8 +78,8 @@ void PictureDesk::start() {
     m_form.reset();
     m_unit = Unit();
     m_form = std::make_unique<frmDisplay>(
-        frmDisplay::World{m_line, m_clock, m_dialogs, m_texts, QDir::currentPath(),
-                          QCoreApplication::applicationVersion(), QString()});
+        frmDisplay::Dependencies{m_line, m_clock, m_dialogs, m_texts, QDir::currentPath(),
+                                 QCoreApplication::applicationVersion(), QString()});
     m_dialogs.setWindow(m_form.get());
     m_form->load();
     m_form->resize(kWindow);

@@ -105,9 +105,9 @@ protected:
     }
     void make(const QString &manual = {}) {
         dropForm(); // gives the line back before another form takes it
-        m_form = std::make_unique<frmDisplay>(frmDisplay::World{m_control, m_clock, m_dialogs,
-                                                                m_texts, m_folder.path(),
-                                                                QStringLiteral("1.0.0"), manual});
+        m_form = std::make_unique<frmDisplay>(
+            frmDisplay::Dependencies{m_control, m_clock, m_dialogs, m_texts, m_folder.path(),
+                                     QStringLiteral("1.0.0"), manual});
     }
     void start() {
         make();

@@ -183,7 +183,7 @@ TEST_F(FrmDisplayStartTest, portsMessageClosed_doesNotEndTheProgramBeforeItsWind
     QtDialogs boxes;
     dropForm();
     m_form = std::make_unique<frmDisplay>(
-        frmDisplay::World{m_control, m_clock, boxes, m_texts, m_folder.path(), "1.0.0"});
+        frmDisplay::Dependencies{m_control, m_clock, boxes, m_texts, m_folder.path(), "1.0.0"});
     boxes.setWindow(m_form.get());
     constexpr int kStillRunning = 7;
     // Before the loop of the program runs, as in life.
