@@ -15,8 +15,8 @@ namespace veldron::FileErrors {
 /// \a error with the place where it was met: "Line 3 of the file "/some/file": what is wrong."
 [[nodiscard]] UntrappedError at(const QString &path, qint64 line, const UntrappedError &error);
 /// The same for an error in the content of the last line that \a reader has read, which is \a line.
-/// A scan line without a line end is told to be cut: the recorder writes whole lines, so the file
-/// has lost its end.
+/// A scan line without a line end is reported as cut, whatever \a error says: the recorder writes
+/// whole lines, so the file has lost its end.
 [[nodiscard]] UntrappedError inLastLine(const TextFileReader &reader, const QString &line,
                                         const UntrappedError &error);
 

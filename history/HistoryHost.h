@@ -28,11 +28,11 @@ public:
     [[nodiscard]] virtual qint16 PollPeriod() const = 0;
     /// Text of panel 1 of the status bar.
     virtual void showStatus(const QString &text) = 0;
-    /// Panels 2 and 3 show texts from now on, and neither the clock nor a picture.
+    /// Takes clock and activity picture away from panels 2 and 3, which show texts from then on.
     virtual void hideClockAndActivity() = 0;
-    /// Texts of panels 2 and 3: the time of the scan shown, and how far the file is read. Before
-    /// hideClockAndActivity, panel 2 keeps showing the clock, and panel 3 its picture beside the
-    /// text.
+    /// Texts of panels 2 and 3: the time of the scan shown, and how far the file is read. Call
+    /// hideClockAndActivity first. Without that (as in a stranded playback) the clock writes over
+    /// panel 2 again each second, and panel 3 shows the text beside its picture.
     virtual void showPlaybackPlace(const QString &time, const QString &percent) = 0;
     /// Panels 2 and 3 show the clock and the first activity picture again.
     virtual void showClockAndActivity() = 0;

@@ -11,9 +11,9 @@ namespace veldron {
 ///
 /// Unlike the toolkit's pressed, wentDown doesn't come again when the pointer leaves the held
 /// button and returns. Each wentDown is followed by exactly one wentUp, also when the held button
-/// is disabled or hidden and gets no release event. A key press gives both at once, and auto-repeat
-/// gives nothing. So does the press action of assistive technology, which comes without an event of
-/// mouse or keyboard.
+/// is disabled or hidden and gets no release event. A key press gives both at once; auto-repeat of
+/// the key gives nothing. The press action of assistive technology, which comes without an event of
+/// mouse or keyboard, gives both at once too.
 class StepButton : public QToolButton {
     Q_OBJECT
 

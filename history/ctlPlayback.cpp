@@ -41,8 +41,9 @@ ctlPlayback::ctlPlayback(ErrorGuard guard, QWidget *parent)
 }
 
 ctlPlayback::~ctlPlayback() {
-    // A button that is held to the end is let go when it is hidden: our members are gone by then,
-    // though the connections, which belong to the base class, still stand.
+    // A step button that is still held emits wentUp when it is hidden, which happens in the
+    // destructor of the base class. The connections would still call slots here, whose members are
+    // gone by then.
     disconnect(cmdStepForward, nullptr, this, nullptr);
     disconnect(cmdStepBack, nullptr, this, nullptr);
 }
@@ -172,7 +173,8 @@ void ctlPlayback::finishSpeedChange() {
 }
 
 void ctlPlayback::speedValueChanged() {
-    // While the thumb is dragged the change goes on; everything else is finished as it comes.
+    // A drag of the thumb ends with a signal of its own. Any other change, by a key or by a click
+    // beside the thumb, is complete at once.
     if (Slider1->isSliderDown()) {
         SetSpeed();
     } else {

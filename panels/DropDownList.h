@@ -6,9 +6,11 @@
 
 namespace veldron {
 
-/// What all drop-down lists of the program have in common: the wheel over the closed list does
-/// nothing, while an open one scrolls by itself. Users' picks are the signal activated, also of the
-/// row that is shown.
+/// What all drop-down lists of the program have in common: the wheel over the closed list picks no
+/// row and scrolls what lies under the list instead; an open list scrolls itself.
+///
+/// Listen to the signal activated for picks of the user. It also comes when the user picks the row
+/// that is shown already, and never for a row that code selects.
 class DropDownList : public QComboBox {
     Q_OBJECT
 

@@ -17,7 +17,7 @@ EditableList::EditableList(QWidget *parent) : DropDownList(parent) {
     setCompleter(nullptr);
     setAttribute(Qt::WA_InputMethodEnabled, false);
     lineEdit()->setAttribute(Qt::WA_InputMethodEnabled, false);
-    // It would pick the row whose text equals what has been typed.
+    // The toolkit's slot would pick the row whose text equals what has been typed.
     disconnect(lineEdit(), &QLineEdit::editingFinished, this, nullptr);
 }
 
@@ -58,8 +58,8 @@ void EditableList::hidePopup() {
     if (!std::exchange(m_isOpen, false)) {
         return;
     }
-    // Enter and Escape close the rows before they are delivered, and then come here: they were
-    // meant for the rows, and are no keys of an entry.
+    // Enter and Escape close the open rows first and are delivered to this list afterwards. They
+    // were meant for the rows, so keyPressEvent drops the next key.
     m_closingKey = true;
     QMetaObject::invokeMethod(
         this, [this] { m_closingKey = false; }, Qt::QueuedConnection);

@@ -24,7 +24,7 @@ public:
     void showValue(const QString &text, Hertz value);
     /// Shows \a row from code, or \a noneText with no row for -1, and announces a change.
     void showRowText(int row, const QString &noneText);
-    /// Whether the key that comes next was meant for the open rows, which it has closed.
+    /// Whether the next key press is the one that has just closed the open rows. It is dropped.
     [[nodiscard]] bool isClosingKey() const { return m_closingKey; }
     void showPopup() override;
     void hidePopup() override;

@@ -33,7 +33,8 @@ void EntryBox::setTypingLimit(int length) {
 void EntryBox::showText(const QString &text) {
     const QString before = this->text();
     if (m_typing != nullptr) {
-        // Before the text comes: while a text counts as invalid, the box lets everything in.
+        // Ahead of setText: as long as the validator finds the present text invalid, the toolkit
+        // lets every edit through.
         m_typing->shown = std::max(m_typing->shown, text.size());
     }
     setText(text);

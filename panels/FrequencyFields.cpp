@@ -20,7 +20,7 @@ void FrequencyFields::add(QWidget &control, QLineEdit &box, const Field &field) 
         return takeKey(control, box, field, key);
     };
     parts.leave = [this, field] {
-        // The typed text goes from the screen, but Editing stays for the event.
+        // The field shows the stored value again, but Editing stays true: apply raises the event.
         m_fields.close();
         field.apply();
     };
@@ -69,7 +69,8 @@ void FrequencyFields::cancel() {
 
 void FrequencyFields::raiseOutOfEntry(const std::function<void()> &raise) {
     if (m_entry.Editing()) {
-        // Whoever hears the event may move the focus and finds the entry still in progress.
+        // In this order, because a slot of the event may move the focus and relies on the entry
+        // being in progress still.
         raise();
         m_entry.setEditing(false);
     }

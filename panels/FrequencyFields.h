@@ -9,18 +9,22 @@ namespace veldron {
 class EditableList;
 class EntryBox;
 
-/// The frequency and step fields of a panel, which share one entry.
+/// The frequency and step fields of a panel, which share one FrequencyEntry: a number can be typed
+/// into one of them at a time.
 ///
-/// The key that ends an entry above 0 hands its value to the field; an entry that comes to 0 is
-/// refused, and its key goes on to the field, which shows what was typed until the next key or the
-/// loss of focus. A field raises its event out of an entry in progress alone, so Editing stays true
-/// while its value is stored and shown, and the event is raised before it goes false.
+/// When a key ends the entry with a value above 0, the field's store() and then apply() run. An
+/// entry that comes to 0 is refused: nothing runs, the key goes on to the text box, and the typed
+/// text stays until the next key or the loss of focus.
+///
+/// apply() shows the stored value and raises the panel's event, but raises it only while an entry
+/// is in progress. Therefore Editing stays true during store() and apply(), and goes false after
+/// the event.
 class FrequencyFields {
 public:
     struct Field {
         /// What a number without a unit letter means.
         std::function<FrequencyEntry::Unit()> defaultUnit;
-        /// Stores the value of an entry.
+        /// Takes over the value of an entry, or drops it if it is out of range.
         std::function<void(Hertz)> store;
         /// Shows the stored value and, out of an entry, raises the event.
         std::function<void()> apply;
@@ -35,8 +39,8 @@ public:
     /// Fields without an entry of their own can be added to it.
     [[nodiscard]] PanelFields &fields() { return m_fields; }
 
-    /// A row was picked in place of an entry: the entry is closed, and the apply routine that runs
-    /// next raises its event.
+    /// A row was picked from a list. An entry that was open ends, and the next apply() raises its
+    /// event as if the value had been typed.
     void takePick();
     /// Closes the entry without any event.
     void cancel();

@@ -130,7 +130,7 @@ bool PanelFields::handle(Entry &entry, const QObject *watched, QEvent &event) {
     }
     if (event.type() == QEvent::Drop) {
         auto &drop = static_cast<QDropEvent &>(event);
-        // Whatever comes from elsewhere stays there.
+        // Copied and never moved, so that the text stays where it was dragged from.
         drop.setDropAction(Qt::CopyAction);
         drop.accept();
         takeText(entry, drop.mimeData()->text());
@@ -163,13 +163,14 @@ bool PanelFields::takeKeyPress(Entry &entry, QKeyEvent &event) {
 
 /// Feeds \a text as keys up to the first that ends the entry.
 void PanelFields::takeText(Entry &entry, const QString &text) {
-    // The toolkit keeps mouse events from a disabled field only behind the event filters, and a
-    // menu may have been opened before the field was disabled.
+    // An event filter sees mouse events of a disabled field too, and a menu may have been opened
+    // before the field was disabled.
     if (!entry.control->isEnabled()) {
         return;
     }
-    // Something dropped may come to a field that hasn't got the focus; the field that has it is
-    // left first. A window that isn't active tells of no change of the focus.
+    // Text can be dropped on a field that hasn't got the focus. Taking the focus leaves the field
+    // that had it; but in a window that isn't active no signal tells so, and the open entry is left
+    // here.
     entry.control->setFocus(Qt::OtherFocusReason);
     if (m_open != nullptr && m_open != &entry) {
         m_open->field.leave();
@@ -201,8 +202,8 @@ void PanelFields::showMenu(Entry &entry, QPoint place) {
     menu->popup(place);
 }
 
-/// Each way of changing a text box ends in one of its signals; this undoes them all. Setting the
-/// text signals again, and finds nothing left to do.
+/// Runs after each change of text, cursor or selection, and puts back what the entry shows. Setting
+/// the text emits the same signals once more; that run finds nothing left to do.
 void PanelFields::keepShown(const Entry &entry) {
     if (m_open != &entry || !entry.field.entryText) {
         return;
@@ -216,7 +217,8 @@ void PanelFields::keepShown(const Entry &entry) {
 }
 
 void PanelFields::noteFocus(QWidget *now) {
-    // Whoever only borrows the focus gives it back, or another control of the window takes it.
+    // Another window and the menu bar have the focus for a while only. It comes back to the same
+    // control, or another one of this window takes it, and both are told here again.
     if (now == nullptr || now->window() != m_panel.window() || qobject_cast<QMenuBar *>(now)) {
         return;
     }

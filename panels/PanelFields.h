@@ -16,11 +16,13 @@ class QWidget;
 
 namespace veldron {
 
-/// The fields of a panel into which text can be typed. It knows in which of them an entry is open
-/// and when a field has lost the focus, and shows each key to the field's panel first.
+/// Watches the text fields of a panel: each key is offered to the panel before the field gets it,
+/// and the panel is told when a field loses the focus. It also knows in which field an entry is
+/// open.
 ///
-/// A field loses the focus when another control of its window takes it. Another window, a pop-up
-/// and the menu bar only borrow it, and a field that is disabled tells so instead.
+/// A field counts as left when another control of the same window takes the focus. Another window,
+/// a pop-up and the menu bar take it for a while only, which is no loss. A field that is disabled
+/// runs disable() and not leave().
 class PanelFields : public QObject {
     Q_OBJECT
 
@@ -33,9 +35,9 @@ public:
         std::function<void()> leave;
         /// The field has been disabled: the panel ends its entry and shows the stored value.
         std::function<void()> disable;
-        /// What the field shows for as long as an entry is open in it, whatever else changes its
-        /// text, with the cursor at its end; text then comes in by keys alone, and what is pasted
-        /// or dropped is taken as keys. Without it the field is free.
+        /// The text of the entry. While an entry is open, the field always shows this text with the
+        /// cursor at its end; pasted and dropped text is fed to takeKey character by character. A
+        /// field without this function can be edited freely.
         std::function<QString()> entryText;
     };
 

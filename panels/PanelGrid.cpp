@@ -106,7 +106,7 @@ void PanelGrid::levelColumns(int count, int leastWidth) {
 void PanelGrid::fitBox(QWidget &box, const QString &text) {
     constexpr int padding = 16;
     box.setMinimumWidth(box.fontMetrics().horizontalAdvance(text) + padding);
-    // A box's own idea of its width is that of a line of prose.
+    // The toolkit's size hint for a text box has room for 17 characters, too much for a panel.
     box.setSizePolicy(QSizePolicy::Ignored, box.sizePolicy().verticalPolicy());
 }
 

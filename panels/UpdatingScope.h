@@ -3,8 +3,8 @@
 
 namespace veldron {
 
-/// Marks a panel as written to by code for as long as it lives. A plain flag, not a counter: the
-/// end of a write within a write clears it too.
+/// Marks a panel as being written to by code, so that it raises no event, for as long as this
+/// lives. The flag is no counter: the inner of two nested scopes clears it for the outer one too.
 class UpdatingScope {
 public:
     explicit UpdatingScope(bool &updating) : m_updating(updating) { m_updating = true; }

@@ -46,7 +46,8 @@ ctlMonitorMode::ctlMonitorMode(ErrorGuard guard, QWidget *parent)
     makeScanRow(grid);
     makeWindowRow(grid);
     reactToMode();
-    // All numbers are 0 here. The mode is none that somebody has changed to.
+    // Shows the numbers, all of which are 0. Reacting to the first row has noted a change of the
+    // mode; nobody has made one.
     {
         const UpdatingScope updating(m_Updating);
         ApplySpan();
@@ -290,7 +291,7 @@ void ctlMonitorMode::finishApply(bool wasUpdating, MonitorChangeCode what) {
 
 void ctlMonitorMode::reactToMode() {
     const auto mode = static_cast<MonitorModeCode>(cboMonitorMode->currentIndex() + 1);
-    // It stays until a span is written: a mode may be written again before that.
+    // Remembered until a span is written, also if the same mode is written again before that.
     m_isModeNew = m_isModeNew || mode != m_MonitorMode;
     m_MonitorMode = mode;
     const bool channel = isChannelMode();

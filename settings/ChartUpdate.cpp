@@ -23,7 +23,7 @@ void updateChartFrequencies(const SettingHolders &holders) {
 
 void updateChartDisplay(const SettingHolders &holders) {
     holders.displaySettings.values().applyTo(holders.ctlChartSpectrum1);
-    // Over all of it.
+    // Last: the axes show the scale, the kind of display and the update rate set above.
     holders.ctlChartSpectrum1.DrawAxes();
 }
 

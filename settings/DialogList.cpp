@@ -6,7 +6,7 @@ namespace veldron {
 void DialogList::addRow(const QString &text, qint32 itemValue) {
     const int selected = currentIndex();
     addItem(text, itemValue);
-    // The toolkit selects the first row that comes.
+    // The toolkit selects a row of its own accord when it is the first one.
     setCurrentIndex(selected);
 }
 

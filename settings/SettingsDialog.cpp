@@ -10,7 +10,7 @@ SettingsDialog::SettingsDialog(ErrorGuard guard, QWidget *parent)
 
 void SettingsDialog::showEvent(QShowEvent *event) {
     QDialog::showEvent(event);
-    // A hidden dialog remembers the control that had the focus last.
+    // Otherwise the control that had the focus when the dialog was hidden would have it again.
     if (m_firstControl != nullptr) {
         m_firstControl->setFocus();
     }

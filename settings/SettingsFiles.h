@@ -12,9 +12,9 @@ namespace veldron {
 /// "VELDRON.set" at each exit, for the next start, and "VELDRON-last-connected.set" with the
 /// settings of the last session that had a unit, for the user to load.
 ///
-/// A file is written beside the old one and put in its place when it is whole. After its dialog a
-/// menu command lets every error through as an UntrappedError; the other routines end silently
-/// where an error meets them.
+/// A file is written beside the old one and put in its place when it is whole. The menu commands
+/// throw an UntrappedError for whatever fails once a file is chosen. The other routines throw
+/// nothing: they stop at the error and tell nobody, since no user asked for them.
 class SettingsFiles {
 public:
     /// \a folder is the program's folder.

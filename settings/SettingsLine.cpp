@@ -107,7 +107,8 @@ ctlDataMode &panelOf(const SettingHolders &holders, const ctlDataMode * /*type*/
 template <typename Panel, typename T>
 Panel ownerOf(T (Panel::*)() const);
 
-/// A number or a flag that unit and panel take as it is.
+/// A number or a flag that is written as \a Get of a panel has it, and loaded into the unit by
+/// \a SetUnit and into the panel by \a SetPanel, both without a conversion.
 template <auto Get, auto SetUnit, auto SetPanel>
 constexpr SettingsLine unitAndPanel(Key key, bool (*isWritten)(Source), Pause pause) {
     using Panel = decltype(ownerOf(Get));
@@ -167,7 +168,8 @@ constexpr SettingsLine displayLine() {
 
 // ---- the rows that have a way of their own
 
-/// Unlike the dialog's poll rate this is the timer's interval itself.
+/// The timer takes the value itself as its interval, while a rate that is chosen in the dialog
+/// gives it half of that, 500 ms at most.
 void setPollInDialog(Target to) {
     const auto milliseconds = valueOf<qint32>(to.value);
     to.holders.commSettings.setPoll(milliseconds);
@@ -289,7 +291,7 @@ constexpr std::array kOtherLines{
             [](Target to) {
                 storeChannel(to, &ChannelStore::End, frequencyOf(to));
             }},
-    // Goes to the unit at the end of the block, behind the channels that it lies in.
+    // Sent to the unit at the end of the block, after the channels that it lies in.
     SettingsLine{
         .key = Key::MarkerFrequency,
         .isWritten = inChannelMode,

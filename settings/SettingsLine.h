@@ -51,10 +51,10 @@ struct LineTarget {
 /// are left alone in playback. An UntrappedError for a value that one of them can't take leaves the
 /// later ones undone.
 struct SettingsLine {
-    /// What comes before the write to the unit, outside playback.
+    /// How long loading waits before it writes to the unit; in playback nothing is written.
     enum class Pause {
         None,
-        Receiver, ///< one second: the unit drops what comes sooner behind a write to its receiver
+        Receiver, ///< kReceiverPause, for a setting that the unit passes on to its receiver
     };
 
     SettingsKey key = SettingsKey::StartSettings;
@@ -62,7 +62,7 @@ struct SettingsLine {
     bool (*isWritten)(const LineSource &from) = nullptr;
     /// The text of the value, read from a panel or a dialog, never from the unit.
     QString (*source)(const LineSource &from) = nullptr;
-    /// Ahead of toUnit.
+    /// The wait before toUnit.
     Pause pause = Pause::None;
     void (*toUnit)(const LineTarget &to) = nullptr;
     void (*toDialog)(const LineTarget &to) = nullptr;
@@ -73,7 +73,8 @@ struct SettingsLine {
 /// All lines in the order in which they are written.
 [[nodiscard]] std::span<const SettingsLine> settingsLines();
 
-/// How long the unit is given after a write to its receiver, in seconds.
+/// Seconds that the unit is busy with its receiver after a write to it. A command that comes sooner
+/// is lost, so each such write is preceded by this pause.
 inline constexpr float kReceiverPause = 1.0F;
 
 } // namespace veldron

@@ -12,11 +12,12 @@
 
 namespace veldron {
 
-/// What a line told apart from settings.
+/// What the caller gets from a line that was loaded: at most one of the two is there, and neither
+/// for an ordinary settings line, which is applied and done with.
 struct LoadedLine {
-    /// The scan of a scan line.
+    /// The scan of a scan line; the caller shows it.
     std::optional<ScanLine> scan;
-    /// The date text of a StartSettings line.
+    /// The date text of a StartSettings line, as it stands in the file; not yet read as a date.
     std::optional<QString> date;
 };
 
@@ -37,12 +38,11 @@ public:
     void SaveSettings(LineSink &sink) const;
     /// What SaveSettings writes.
     [[nodiscard]] SettingsBlock block() const;
-    /// Applies \a line, and returns what is no setting in it. A line of an unknown key does
-    /// nothing.
+    /// Applies \a line. A scan line and a line of an unknown key apply nothing.
     LoadedLine LoadSettings(const QString &line);
 
 private:
-    /// What a row of the table says of loading, in its order.
+    /// Loads \a value by the row \a line of the table: pause, unit, dialog, panel.
     void apply(const SettingsLine &line, const QString &value);
 
     SettingHolders m_holders;
@@ -50,7 +50,8 @@ private:
     SettingsHost &m_host;
     Clock &m_clock;
     const DateTimeText &m_texts;
-    /// Lives from line to line, and from file to file, until a block begins.
+    /// The channel lines since the last StartSettings line. They are kept beyond the end of a file,
+    /// because a file need not begin with that line.
     ChannelStore m_channels;
 };
 

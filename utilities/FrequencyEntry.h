@@ -10,9 +10,9 @@ namespace veldron {
 
 /// A frequency or a step that is being typed, one key at a time.
 ///
-/// Each panel has one, which all its fields share. The unit letter or the key that ends the entry
-/// decides the scale; a point only sets a scale that every ending overrides. Whatever is typed
-/// stays at or under 3.5 GHz. No key is an error.
+/// Each panel has one, which all its fields share. The key that ends the entry decides the scale: K
+/// and M their own, Enter and any other key that of the field. A point sets the scale of K until
+/// then, which only counts for the limit of 3.5 GHz that no entry goes above. No key is an error.
 class FrequencyEntry {
 public:
     /// What a number without a unit letter means in a field.

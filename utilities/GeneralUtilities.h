@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The free functions behind the panels, the chart and the files, under the one name that they
-// share. Whoever needs one topic alone includes that topic's header.
+// share. A source that needs one topic includes that topic's header alone.
 #pragma once
 
 #include "utilities/NumberTexts.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The constant vocabularies of the attached receiver: its modes and its types.
+// The tables of the receivers that can be attached to the unit: their types and their modes.
 //
 // Data only. The codes are what the unit speaks and what the panels hold; settings files hold the
 // names. The look-ups in these tables are in Receivers.h.
@@ -50,7 +50,7 @@ inline constexpr std::array<Receiver, 11> kReceivers = {{
     {u"VKF2700", Detail::kModes2700, true},
 }};
 
-/// What stands for a name that a code does not have.
+/// The name of a code that is in no table.
 inline constexpr const char16_t *kNoName = u"ERR";
 
 } // namespace veldron::MagicStatics

@@ -25,7 +25,7 @@ void WaitSeconds(Clock &clock, float Seconds) {
     const float start = clock.timeOfDay();
     const WaitLimit longest(clock);
     float now = start;
-    // Not folded at midnight: a wait that crosses it is ended by the steady clock.
+    // The plain difference, so a wait across midnight is ended by the steady clock below.
     while (start + Seconds > now && !longest.isReached()) {
         clock.rest(kRestMilliseconds);
         now = clock.timeOfDay();

@@ -8,8 +8,9 @@
 
 namespace veldron::GeneralUtilities {
 
-/// Holds the thread until \a Seconds have passed on \a clock; the event loop does not turn.
-/// Midnight is not folded: a wait that crosses it ends with WaitLimit, after a minute.
+/// Holds the thread until \a Seconds have passed on \a clock; the event loop does not run.
+/// It compares times of day, which start again at midnight, so a wait that crosses midnight ends
+/// only with WaitLimit, after a minute.
 void WaitSeconds(Clock &clock, float Seconds);
 /// \a To minus \a From, both seconds since midnight, folded into -43200 up to but not including
 /// 43200, so that two moments just across midnight are a small difference apart.

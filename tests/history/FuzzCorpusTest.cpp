@@ -36,7 +36,7 @@ TEST(FuzzCorpus, historyFiles_playOrFailCleanly) {
     EXPECT_GE(replay("history", playHistoryBytes), 8);
 }
 
-/// A promise of the reader that is broken ends the process, and with it this test.
+/// A reader that breaks a promise aborts the process, and so fails this test.
 TEST(FuzzCorpus, plainLines_addUpToTheirFile) {
     EXPECT_GE(replay("lines", readLinesOf), 9);
 }

@@ -126,7 +126,7 @@ TEST_F(PlaybackEngineTest, quit_givesTheChartThePollRateOfTheDialog) {
 
 // ---- an error in a slot ends the program, and closes the file, below a call of the engine
 
-/// Ends so at the end of a block, and may fail there as well.
+/// Closes the file at the end of a block, as such an error does, and may throw there as well.
 class EndingFixture : public HistoryFixture {
 public:
     bool ends = true;

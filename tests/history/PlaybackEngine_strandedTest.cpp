@@ -80,7 +80,7 @@ TEST_F(PlaybackEngineStrandedTest, stepsBack_moveTheLiveChartAndCountFromTheOnly
     const QImage newest = chart().grab().toImage();
     (void)takeLog();
     step(-1, 2);
-    // Counted from the day on which dates begin, two seconds are no part of the time.
+    // The playback counts as begun in 1899, so that two seconds don't show in the share.
     EXPECT_EQ(takeLog(), (QStringList{"place: 21/03/2005 09:59:59 / 100.00%",
                                       "place: 21/03/2005 09:59:58 / 100.00%"}));
     EXPECT_NE(chart().grab().toImage(), newest);

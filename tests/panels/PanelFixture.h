@@ -17,7 +17,7 @@
 
 namespace veldron {
 
-/// What the acts of a panel's user throw ends the test.
+/// Fails the test on any error out of a panel's slots.
 inline ErrorGuard failingGuard() {
     return ErrorGuard([](const UntrappedError &error) { ADD_FAILURE() << error.what(); });
 }

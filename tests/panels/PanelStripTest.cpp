@@ -93,7 +93,7 @@ protected:
         monitor->setEnabled(value);
         data->setEnabled(value);
     }
-    /// Layouts settle in a few turns: one change asks for the next.
+    /// Runs the event loop until the layouts have settled: one change may ask for another.
     static void settleLayouts() {
         for (int turn = 0; turn < 5; ++turn) {
             QApplication::sendPostedEvents();

@@ -280,7 +280,7 @@ TEST_F(SettingsFilesTest, defaultFileThatCannotBeWritten_isSilent) {
     EXPECT_FALSE(QFile::exists(path("missing")));
 }
 
-/// Sees what stands under a name while a block is being written: the date is asked for first.
+/// Runs onNow when it is asked for the date, which is the first thing in writing a block.
 class WatchingClock : public ManualClock {
 public:
     using ManualClock::ManualClock;
