@@ -14,7 +14,7 @@ class ActivityPicture : public QWidget {
 public:
     explicit ActivityPicture(QWidget *parent = nullptr);
 
-    /// Paints \a image at once, without turning the event loop.
+    /// Paints \a image at once, without running the event loop.
     void setImage(ActivityImage image);
 
 protected:

@@ -9,7 +9,8 @@ constexpr int kGapAboveTransport = 12;
 constexpr int kGapBelowTransport = 25;
 constexpr int kChartLeft = 10;
 constexpr QSize kFirstSize(1100, 760);
-/// What title bar and edges take at most, before any desktop has told.
+/// An upper estimate of the window frame's width and height. The real frame is known only once the
+/// window is on the screen, which is too late for its first size.
 constexpr QSize kFrame(16, 48);
 
 } // namespace

@@ -225,7 +225,8 @@ void PanelMediation::ctlMonitorMode1_Changed(MonitorChangeCode What) {
     default:
         return;
     }
-    // Behind every read-back, and the axes last: only then are all four values those of one scale.
+    // After the routines above, which have read the panel's values back from the unit: step, start
+    // and end belong to one scale only now. The axes come last, because they show all three.
     if (isScaleKnown()) {
         showScaleOfMonitor();
     }
@@ -284,8 +285,8 @@ void PanelMediation::changeChannels() {
     readChannelsIn();
 }
 
-/// The marker is asked for twice, once for the panel and once for the chart: it may be turning at
-/// the unit, and each of the two shows what was true when it was written.
+/// The marker is read twice, once for the panel and once for the chart: a user may be turning it at
+/// the unit, and each of the two is to show the latest value.
 void PanelMediation::readChannelsIn() {
     showChannels();
     m_holders.ctlFrequency1.setFrequency(read(&frmVDR::VDRMarkerFreq));

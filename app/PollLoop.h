@@ -18,7 +18,7 @@ class frmVDR;
 /// What a tick of the poll timer does: nothing while no poll is due on the grid, else a poll of the
 /// unit, or an attempt to bring a lost link back.
 ///
-/// A poll holds the thread until the unit has answered or a second has passed, and never turns the
+/// A poll holds the thread until the unit has answered or a second has passed, and never runs the
 /// event loop, so that no tick and no user's act comes in between.
 class PollLoop {
 public:

@@ -29,7 +29,7 @@ public:
 
     void addPanels();
     void setStatusText(const QString &text);
-    /// Shows \a image at once, without turning the event loop.
+    /// Shows \a image at once, without running the event loop.
     void showActivity(ActivityImage image);
     /// Panels 2 and 3 are for texts from now on: neither the clock nor a picture is there.
     void hideClockAndActivity();

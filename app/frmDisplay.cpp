@@ -189,7 +189,7 @@ void frmDisplay::setRecordEnabled(bool enable) {
     mnuFileRecord->setEnabled(enable);
 }
 
-/// Painted at once: the first scan of the file is read and drawn before the event loop turns again.
+/// Painted at once: the first scan of the file is read and drawn before the event loop runs again.
 void frmDisplay::showTransport(bool visible) {
     Picture2->setVisible(visible);
     layOut();

@@ -69,7 +69,8 @@ public:
     /// screen is touched.
     void endWithoutDisplay();
     /// Shuts down, tells the user and ends the event loop with 1. Does nothing once the program has
-    /// ended: what a routine meets under which it was ended is no error any more.
+    /// ended: a routine that was still running then may meet closed files and a closed port, and
+    /// its errors are of no interest any more.
     void endWithError(const UntrappedError &error);
     /// True after endWithError.
     [[nodiscard]] bool hasFailed() const { return m_life == LifeState::Failed; }

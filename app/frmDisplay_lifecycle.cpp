@@ -47,7 +47,7 @@ void frmDisplay::start() {
     showForm();
 }
 
-/// The one turn of the event loop before the start is done, so that the splash is painted.
+/// Runs the event loop once, the only time before the start is done, so that the splash is painted.
 void frmDisplay::showSplash() {
     m_splash = std::make_unique<frmSplash>(m_dependencies.version, this);
     m_splash->show();

@@ -19,13 +19,14 @@
 
 namespace veldron {
 
-/// Values in the order in which they stand on each other: each is given those above it, and they go
-/// in the opposite order.
+/// Values in the order in which they are made: each is given references to those above it. They are
+/// destroyed in the opposite order.
 ///
-/// There is one cycle. Reading everything back writes settings: a block into the recording, and a
-/// file when it finds the link lost. Both are written through the settings lines, which read
-/// everything back at the end of a block. So the mediation is given two parts that stand below it,
-/// and uses them only once all parts stand.
+/// One cycle breaks this order. PanelMediation::ReadBackSettings writes a block into the recording,
+/// and has the last session remember the settings. Recorder and LastSession take the block from
+/// SettingsLines, and SettingsLines calls ReadBackSettings at the end of a block that it loads. So
+/// the mediation is given references to recorder and lastSession, which are made after it; it uses
+/// neither before the constructor has ended.
 struct frmDisplay::Parts {
     explicit Parts(frmDisplay &form);
 

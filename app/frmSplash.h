@@ -33,7 +33,7 @@ public:
     /// own in the middle of the screen.
     explicit frmSplash(const QString &version, QWidget *parent = nullptr);
 
-    /// Turns the event loop until the form, which has been shown, is painted on the screen or
+    /// Runs the event loop until the form, which has been shown, is painted on the screen or
     /// closed: once as a rule, and for half a second at most.
     void awaitPaint();
 

@@ -42,7 +42,7 @@ void closedRow(benchmark::State &state) {
         50, 0.4, [&] { bench.closeRow(); }, [&] { bench.feed(); });
 }
 
-// As the program runs: the scan comes with one turn of the event loop, the row with another.
+// As the program runs: the scan comes in one pass of the event loop, the row in another.
 void scanAndRow(ChartBench &bench) {
     bench.fillHistory();
     bench.measure(50, 0.2, [&] {

@@ -18,7 +18,7 @@ namespace veldron {
 /// Shows a surface that is painted outside of paint events; a paint event only copies it.
 ///
 /// Whoever paints calls prepare() before, which fits the surface to size and screen, and Refresh()
-/// with what changed afterwards, both before the event loop turns again. Mouse events go out as
+/// with what changed afterwards, both before the event loop runs again. Mouse events go out as
 /// signals, in pixels.
 class PictureBox : public QWidget {
     Q_OBJECT

@@ -21,7 +21,7 @@ public:
     /// A steady reading in milliseconds: it starts anywhere, never goes back, and knows neither
     /// midnight nor a change of the system's time. For differences only.
     [[nodiscard]] virtual qint64 steadyMilliseconds() = 0;
-    /// Rests the thread for about \a milliseconds, without turning the event loop.
+    /// Rests the thread for about \a milliseconds, without running the event loop.
     virtual void rest(int milliseconds) = 0;
 };
 

@@ -34,8 +34,8 @@ public:
     frmVDR &operator=(const frmVDR &) = delete;
     ~frmVDR();
 
-    /// Closes the port for good: no port is opened any more, not even by a setCommPort that is
-    /// showing its message at this moment.
+    /// Closes the port for good: no later call opens one. That holds for a setCommPort too that is
+    /// still running, because it shows its message box while this is called.
     void unload();
     [[nodiscard]] bool isUnloaded() const { return m_unloaded; }
 
