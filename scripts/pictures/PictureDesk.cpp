@@ -27,14 +27,22 @@ constexpr double kStep = 0.1;
 /// How long the unit takes for a reply, in seconds.
 constexpr double kReplyTime = 0.02;
 
+/// An empty picture for \a size pixels of the program, at the density of \a like.
+QImage emptyPicture(QSize size, const QImage &like) {
+    QImage picture(size * like.devicePixelRatio(), QImage::Format_RGB32);
+    picture.setDevicePixelRatio(like.devicePixelRatio());
+    return picture;
+}
+
 /// \a picture under a bar with \a title, as a window manager would show it.
 QImage withTitle(const QImage &picture, const QString &title) {
-    QImage framed(picture.width() + 2 * kShadow, picture.height() + kTitleHeight + kShadow,
-                  QImage::Format_RGB32);
+    const QSize inside = picture.deviceIndependentSize().toSize();
+    const QSize size = inside + QSize(2 * kShadow, kTitleHeight + kShadow);
+    QImage framed = emptyPicture(size, picture);
     framed.fill(QColor(0x5a, 0x66, 0x78));
     QPainter painter(&framed);
     painter.setPen(Qt::white);
-    painter.drawText(QRect(8, 0, framed.width() - 8, kTitleHeight), Qt::AlignVCenter, title);
+    painter.drawText(QRect(8, 0, size.width() - 8, kTitleHeight), Qt::AlignVCenter, title);
     painter.drawImage(kShadow, kTitleHeight, picture);
     return framed;
 }
@@ -160,7 +168,7 @@ QWidget &PictureDesk::surface() {
     return child<QWidget>("Picture1", &child<QWidget>("ctlChartSpectrum1"));
 }
 
-QImage PictureDesk::desktop() {
+QImage PictureDesk::desktop(const QRect &part) {
     QCoreApplication::processEvents();
     QImage picture = grabbed(*m_form);
     QPainter painter(&picture);
@@ -171,7 +179,9 @@ QImage PictureDesk::desktop() {
         }
     }
     painter.end();
-    return picture;
+    const qreal density = picture.devicePixelRatio();
+    return part.isNull() ? picture
+                         : picture.copy({part.topLeft() * density, part.size() * density});
 }
 
 void PictureDesk::save(const QString &name) {
@@ -184,7 +194,7 @@ void PictureDesk::saveWidgets(const QString &name, const QList<QWidget *> &widge
         shown |= QRect(inWindow(*widget), widget->size());
     }
     shown = shown.adjusted(-margin, -margin, margin, margin).intersected(m_form->rect());
-    write(name, desktop().copy(shown));
+    write(name, desktop(shown));
 }
 
 void PictureDesk::saveDialog(const QString &name, QWidget &dialog) {
@@ -198,8 +208,9 @@ void PictureDesk::saveDialogList(const QString &name, QWidget &dialog, QComboBox
     const QImage below = withTitle(grabbed(dialog), dialog.windowTitle());
     const QPoint place =
         dialog.mapFromGlobal(rows.mapToGlobal(QPoint())) + QPoint(kShadow, kTitleHeight);
-    const QRect whole = below.rect() | QRect(place, rows.size());
-    QImage both(whole.size(), QImage::Format_RGB32);
+    const QRect whole =
+        QRect(QPoint(), below.deviceIndependentSize().toSize()) | QRect(place, rows.size());
+    QImage both = emptyPicture(whole.size(), below);
     both.fill(Qt::white);
     QPainter painter(&both);
     painter.drawImage(-whole.topLeft(), below);

@@ -84,8 +84,8 @@ public:
     /// The same with the rows of \a list open.
     void saveDialogList(const QString &name, QWidget &dialog, QComboBox &list);
     void write(const QString &name, const QImage &picture);
-    /// The window with every menu, list and tip above it.
-    [[nodiscard]] QImage desktop();
+    /// The window with every menu, list and tip above it, or \a part of that.
+    [[nodiscard]] QImage desktop(const QRect &part = {});
     [[nodiscard]] QPoint inWindow(const QWidget &widget) const {
         return widget.mapTo(m_form.get(), QPoint());
     }

@@ -79,15 +79,14 @@ void saveMenu(PictureDesk &desk, const QString &name, const char *menu) {
     auto &entries = desk.child<QMenu>(menu);
     const QRect place = desk.form().menuBar()->actionGeometry(entries.menuAction());
     entries.popup(desk.form().menuBar()->mapToGlobal(place.bottomLeft()));
-    const QImage all = desk.desktop();
-    desk.write(name, all.copy(0, 0, 420, 230));
+    desk.write(name, desk.desktop(QRect(0, 0, 420, 230)));
     entries.close();
 }
 
 void saveList(PictureDesk &desk, const QString &name, const char *list, const QRect &part) {
     auto &box = desk.child<QComboBox>(list);
     box.showPopup();
-    desk.write(name, desk.desktop().copy(part));
+    desk.write(name, desk.desktop(part));
     box.hidePopup();
 }
 
