@@ -16,7 +16,9 @@ public:
 
 private:
     std::string m_file;
+    bool m_json = false;
     DateOptions m_dates;
+    LocaleOption m_locale;
 };
 
 } // namespace veldron

@@ -5,6 +5,10 @@
 #include "tests/recordings/HistoryRun.h"
 #include "tests/recordings/Recordings.h"
 
+#include <QDir>
+
+#include <csignal>
+
 namespace veldron {
 namespace {
 
@@ -57,8 +61,9 @@ TEST_F(HistoryProgram, otherFile_isNotARecording) {
 
 TEST_F(HistoryProgram, standardInput_isReadLikeAFile) {
     put("a.rec", recording());
-    EXPECT_EQ(run({"info", "-"}, recording()).out, run({"info", "a.rec"}).out);
-    EXPECT_EQ(run({"info", "-"}, recording()).code, 0);
+    Result piped = run({"info", "-"}, recording());
+    EXPECT_EQ(piped.code, 0);
+    EXPECT_EQ(piped.out.replace("standard input", "a.rec"), run({"info", "a.rec"}).out);
 }
 
 TEST_F(HistoryProgram, skippedBytes_areToldWithFileAndLine) {
@@ -73,6 +78,50 @@ TEST_F(HistoryProgram, fullOutput_isAnError) {
     const Result result = shell(program() + " info a.rec >/dev/full");
     EXPECT_EQ(result.code, 3);
     EXPECT_TRUE(result.error.contains("No space left on device")) << result.error.constData();
+}
+
+TEST_F(HistoryProgram, interrupt_leavesNoHalfFile) {
+    put("a.rec", recording());
+    const QDir folder(m_folder.path());
+    const QDir::Filters all = QDir::Files | QDir::Hidden;
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        QProcess process;
+        process.setWorkingDirectory(folder.path());
+        process.start(program(), {"cut", "-", "-o", "b.rec"});
+        ASSERT_TRUE(process.waitForStarted());
+        // The input stays open, so that the program waits for more when the signal comes.
+        process.write(recording());
+        while (folder.entryList(all).size() < 2 && process.state() == QProcess::Running) {
+            process.waitForBytesWritten(10);
+        }
+        ::kill(static_cast<pid_t>(process.processId()), signal);
+        ASSERT_TRUE(process.waitForFinished());
+        EXPECT_EQ(process.exitStatus(), QProcess::CrashExit);
+        EXPECT_EQ(process.exitCode(), signal);
+        EXPECT_EQ(folder.entryList(all), QStringList{"a.rec"});
+    }
+}
+
+TEST_F(HistoryProgram, fileThatIsThere_isKeptWithoutForce) {
+    put("a.rec", recording());
+    put("b.rec", "old");
+    EXPECT_EQ(run({"cut", "a.rec", "-o", "b.rec"}).code, 3);
+    EXPECT_EQ(content("b.rec"), "old");
+    EXPECT_EQ(run({"cut", "a.rec", "-o", "b.rec", "--force"}).code, 0);
+    EXPECT_EQ(content("b.rec"), recording());
+}
+
+TEST_F(HistoryProgram, fullDisk_tellsHowManyScansArrived) {
+    RecordingText text;
+    put("a.rec", text.block(QDate(2005, 3, 21)).scans(QTime(10, 0), 1000).bytes);
+    const Result result = shell(program() + " cut a.rec -o /dev/full");
+    EXPECT_EQ(result.code, 3);
+    EXPECT_EQ(result.error, "/dev/full: No space left on device (0 of the scans arrived)\n");
+    const Result limited =
+        shell("trap '' XFSZ; ulimit -f 100; " + program() + " cut a.rec -o b.rec");
+    EXPECT_EQ(limited.code, 3);
+    EXPECT_EQ(limited.error, "b.rec: File too large (303 of the scans arrived)\n");
+    EXPECT_EQ(content("b.rec"), "no file");
 }
 
 TEST_F(HistoryProgram, readerThatGoesAway_endsItQuietly) {
