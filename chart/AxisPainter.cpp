@@ -4,7 +4,7 @@
 #include "chart/ChartColours.h"
 
 #include <algorithm>
-#include <array>
+#include <functional>
 #include <iterator>
 #include <utility>
 
@@ -30,6 +30,11 @@ QRect areaOf(const PlannedLine &line) {
     return PixelSurface::lineArea(line.from, line.to);
 }
 
+bool intersectsAny(const std::vector<QRect> &areas, const QRect &other) {
+    return std::any_of(areas.begin(), areas.end(),
+                       [&](const QRect &area) { return area.intersects(other); });
+}
+
 } // namespace
 
 void AxisPainter::paintWhole(PixelSurface &surface, const AxisPlan &plan,
@@ -44,26 +49,25 @@ void AxisPainter::paintWhole(PixelSurface &surface, const AxisPlan &plan,
     m_printer.print(surface, plan.texts);
 }
 
-bool AxisPainter::replace(PixelSurface &surface, const AxisPlan &plan, const QRect &erased,
-                          const std::vector<QRect> &inside) {
+bool AxisPainter::replace(PixelSurface &surface, const AxisPlan &plan,
+                          const std::vector<QRect> &erased, const std::vector<QRect> &inside) {
     if (surface.generation() != m_generation) {
         return false;
     }
     std::vector<Label> labels = measured(plan.texts);
-    const std::array areas{grownToLabels(erased, labels),
-                           grownToLabels(difference(plan.lines, labels), labels)};
-    for (const QRect &area : areas) {
-        for (const QRect &kept : inside) {
-            if (area.intersects(kept)) {
-                return false;
-            }
+    std::vector<QRect> areas = erased;
+    areas.push_back(difference(plan.lines, labels));
+    areas.erase(std::remove_if(areas.begin(), areas.end(), std::mem_fn(&QRect::isEmpty)),
+                areas.end());
+    addCutLabels(areas, labels);
+    for (const QRect &kept : inside) {
+        if (intersectsAny(areas, kept)) {
+            return false;
         }
     }
     m_lines = plan.lines;
     m_labels = std::move(labels);
-    for (const QRect &area : areas) {
-        repaint(surface, area);
-    }
+    repaint(surface, areas);
     return true;
 }
 
@@ -76,28 +80,35 @@ QRect AxisPainter::difference(const std::vector<PlannedLine> &lines,
 }
 
 // A label is printed whole or not at all: its smoothed edges, printed a second time over
-// themselves, would come out thicker.
-QRect AxisPainter::grownToLabels(QRect area, const std::vector<Label> &labels) {
+// themselves, would come out thicker. The area of a label that is cut may itself cut another one.
+void AxisPainter::addCutLabels(std::vector<QRect> &areas, const std::vector<Label> &labels) {
     for (bool grown = true; grown;) {
         grown = false;
         for (const Label &label : labels) {
-            if (area.intersects(label.area) && !area.contains(label.area)) {
-                area |= label.area;
+            const bool isWhole = std::any_of(areas.begin(), areas.end(), [&](const QRect &area) {
+                return area.contains(label.area);
+            });
+            if (!isWhole && intersectsAny(areas, label.area)) {
+                areas.push_back(label.area);
                 grown = true;
             }
         }
     }
-    return area;
 }
 
-void AxisPainter::repaint(PixelSurface &surface, const QRect &area) const {
-    surface.fill(area, ChartColours::kBackground);
+// Areas may overlap, so each step is made in all of them before the next one.
+void AxisPainter::repaint(PixelSurface &surface, const std::vector<QRect> &areas) const {
+    for (const QRect &area : areas) {
+        surface.fill(area, ChartColours::kBackground);
+    }
     for (const PlannedLine &line : m_lines) {
-        surface.fill(areaOf(line) & area, line.colour);
+        for (const QRect &area : areas) {
+            surface.fill(areaOf(line) & area, line.colour);
+        }
     }
     std::vector<PlannedText> within;
     for (const Label &label : m_labels) {
-        if (area.contains(label.area)) {
+        if (intersectsAny(areas, label.area)) {
             within.push_back(label.text);
         }
     }

@@ -27,10 +27,10 @@ class AxisPainter {
 public:
     explicit AxisPainter(LabelPrinter printer) : m_printer(std::move(printer)) {}
 
-    /// Paints \a plan over the one that stands in \a surface. \a erased is cleared as well. False,
-    /// and nothing painted, when that isn't possible without touching one of \a inside: then
-    /// paintWhole() is to be called.
-    bool replace(PixelSurface &surface, const AxisPlan &plan, const QRect &erased,
+    /// Paints \a plan over the one that stands in \a surface. The areas of \a erased, some of which
+    /// may be empty, are cleared as well. False, and nothing painted, when that isn't possible
+    /// without touching one of \a inside: then paintWhole() is to be called.
+    bool replace(PixelSurface &surface, const AxisPlan &plan, const std::vector<QRect> &erased,
                  const std::vector<QRect> &inside);
     /// Wipes the surface but \a inside, and paints \a plan.
     void paintWhole(PixelSurface &surface, const AxisPlan &plan, const std::vector<QRect> &inside);
@@ -48,8 +48,8 @@ private:
     [[nodiscard]] std::vector<Label> measured(const std::vector<PlannedText> &texts) const;
     [[nodiscard]] QRect difference(const std::vector<PlannedLine> &lines,
                                    const std::vector<Label> &labels) const;
-    [[nodiscard]] static QRect grownToLabels(QRect area, const std::vector<Label> &labels);
-    void repaint(PixelSurface &surface, const QRect &area) const;
+    static void addCutLabels(std::vector<QRect> &areas, const std::vector<Label> &labels);
+    void repaint(PixelSurface &surface, const std::vector<QRect> &areas) const;
 
     LabelPrinter m_printer;
     quint64 m_generation = 0; // of the surface; 0 is none

@@ -38,7 +38,8 @@ PictureChange ChartPainter::paint(PixelSurface &surface, const Input &input) {
     collect();
     int lowestOfTrace = 0;
     if (drawsTrace(input)) {
-        lowestOfTrace = m_trace.paint(surface, layout, m_columns);
+        lowestOfTrace = m_trace.paint(surface, layout, m_columns,
+                                      drawsWaterfall(input) ? layout.fallArea() : QRect());
         collect();
     }
     if (drawsTrace(input) && input.displayType == DisplayTypeCode::TraceAndWaterfall) {
@@ -62,13 +63,18 @@ void ChartPainter::paintAxes(PixelSurface &surface, const Input &input) {
     if (drawsWaterfall(input)) {
         covered.push_back(layout.fallArea());
     }
-    // Pixels that a trace left under the plot may reach into the waterfall's area, which replace()
+    const QRect below = m_trace.strayBelow();
+    // Where no waterfall covers its area, a trace may have left pixels in there, which replace()
     // can't clear: only a whole wipe removes them.
     const bool piecewise =
-        covered == m_covered && drawsTrace(input) && m_trace.strayBelow().isEmpty();
-    if (piecewise && m_axisPainter.replace(surface, m_axes, m_trace.strayAbove(),
-                                           {layout.plotInside(), layout.fallArea()})) {
-        m_trace.aboveErased();
+        covered == m_covered && drawsTrace(input) && (below.isEmpty() || drawsWaterfall(input));
+    const std::vector<QRect> strays{m_trace.strayAbove(),
+                                    below & QRect(0, 0, layout.scaleWidth, layout.fallTop),
+                                    below & QRect(0, layout.fallBottom, layout.scaleWidth,
+                                                  layout.scaleHeight - layout.fallBottom)};
+    if (piecewise &&
+        m_axisPainter.replace(surface, m_axes, strays, {layout.plotInside(), layout.fallArea()})) {
+        m_trace.straysErased();
         return;
     }
     m_axisPainter.paintWhole(surface, m_axes, covered);

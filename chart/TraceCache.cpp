@@ -8,7 +8,8 @@
 namespace veldron {
 
 int TraceCache::paint(PixelSurface &surface, const ChartLayout &layout,
-                      const std::vector<TraceColumn> &columns) {
+                      const std::vector<TraceColumn> &columns, const QRect &hidden) {
+    m_hidden = hidden;
     begin(surface, layout);
     const int count = static_cast<int>(std::min(columns.size(), m_standing.size()));
     const auto at = [](int i) {
@@ -56,12 +57,14 @@ QRect TraceCache::strayBelow() const {
     return acrossThePlot(m_layout.plotBottom + 1, m_lowestStray);
 }
 
-void TraceCache::aboveErased() {
+void TraceCache::straysErased() {
     m_highestStray = m_layout.plotTop + 1;
+    m_lowestStray = m_layout.plotBottom;
     for (Standing &standing : m_standing) {
-        if (standing.dot <= m_layout.plotTop) {
+        if (standing.dot <= m_layout.plotTop || standing.dot > m_layout.plotBottom) {
             standing.dot = TraceColumn::kNoDot;
         }
+        standing.cleared = m_layout.plotBottom;
     }
 }
 
@@ -118,6 +121,15 @@ void TraceCache::paintDot(const QRect &run, int row, Standing &standing) {
 }
 
 void TraceCache::fillRows(const QRect &run, int from, int to, quint32 colour) {
+    if (m_hidden.isEmpty()) {
+        fillShown(run, from, to, colour);
+        return;
+    }
+    fillShown(run, from, std::min(to, m_hidden.top() - 1), colour);
+    fillShown(run, std::max(from, m_hidden.bottom() + 1), to, colour);
+}
+
+void TraceCache::fillShown(const QRect &run, int from, int to, quint32 colour) {
     if (from > to) {
         return;
     }

@@ -19,16 +19,17 @@ namespace veldron {
 class TraceCache {
 public:
     /// Returns the lowest row that was painted, which lies under the plot when levels under the
-    /// scale are gathered.
+    /// scale are gathered. The rows of \a hidden, under the plot and as wide, are left out:
+    /// somebody else covers them.
     int paint(PixelSurface &surface, const ChartLayout &layout,
-              const std::vector<TraceColumn> &columns);
+              const std::vector<TraceColumn> &columns, const QRect &hidden = {});
 
     /// Pixels over and under the plot that the trace has painted and not yet erased: levels beyond
     /// the scale. Each may be empty.
     [[nodiscard]] QRect strayAbove() const;
     [[nodiscard]] QRect strayBelow() const;
-    /// What lies over the plot has just been erased by somebody else, who draws the axes there.
-    void aboveErased();
+    /// The strays have just been erased by somebody else, who draws the axes there.
+    void straysErased();
 
 private:
     // What stands in a column. Within the plot: body under `inside`, background down to it, and
@@ -47,10 +48,12 @@ private:
     void paintOutside(const QRect &run, const TraceColumn &column, Standing &standing);
     void paintDot(const QRect &run, int row, Standing &standing);
     void fillRows(const QRect &run, int from, int to, quint32 colour);
+    void fillShown(const QRect &run, int from, int to, quint32 colour);
     [[nodiscard]] QRect acrossThePlot(int firstRow, int lastRow) const;
 
     quint64 m_generation = 0; // of the surface; 0 is none
     ChartLayout m_layout;
+    QRect m_hidden;
     std::vector<Standing> m_standing;
     PixelSurface *m_surface = nullptr;
     int m_lowest = 0;

@@ -39,7 +39,7 @@ protected:
     }
     void begin() { painter.paintWhole(pieces, plan(), inside()); }
     bool replace(const QRect &erased = {}) {
-        return painter.replace(pieces, plan(), erased, inside());
+        return painter.replace(pieces, plan(), {erased}, inside());
     }
     // Lines of device pixels that differ from a picture painted whole.
     [[nodiscard]] int differences() const {
@@ -130,6 +130,19 @@ TEST_F(AxisPainterTest, viewScrolledBackOverMidnight_isRightWhicheverWayItIsPain
         }
         ASSERT_EQ(differences(), 0) << firstRow;
     }
+}
+
+TEST_F(AxisPainterTest, areasThatCutTheSameLabels_printEachOnce) {
+    begin();
+    const std::vector<QRect> strays{
+        {40, layout.plotBottom + 1, layout.plotWidth(), layout.fallTop - layout.plotBottom - 1},
+        {},
+        {60, layout.plotBottom + 12, 90, 3}};
+    for (const QRect &stray : strays) {
+        pieces.fill(stray, 0x00345678);
+    }
+    EXPECT_TRUE(painter.replace(pieces, plan(), strays, inside()));
+    EXPECT_EQ(differences(), 0);
 }
 
 } // namespace

@@ -34,7 +34,7 @@ protected:
         setAxes();
     }
 
-    const Hertz hz = Hertz::fromWhole(15625);
+    Hertz hz = Hertz::fromWhole(15625);
     const DisplayTypeCode type = DisplayTypeCode::TraceAndWaterfall;
     ChartLayout layout = ChartLayout::of(695, 400, type, 0.5F);
     BinGrid grid;
@@ -92,6 +92,19 @@ TEST_F(ChartPainterTest, anotherLayout_isPaintedWhole) {
     const PictureChange change = paint();
     EXPECT_EQ(change.rows, 0);
     EXPECT_EQ(change.painted.at(0), surface.bounds());
+}
+
+// Gathered bins leave the plot downwards: over the labels, and to where the waterfall covers them.
+TEST_F(ChartPainterTest, closedRowUnderLevelsUnderTheScale_scrollsTheWaterfallAllTheSame) {
+    hz = Hertz::fromWhole(31250);
+    setAxes();
+    take(20);
+    paint();
+    closeRow();
+    const PictureChange change = paint();
+    EXPECT_EQ(change.rows, 1);
+    ASSERT_FALSE(change.painted.empty());
+    EXPECT_EQ(change.painted.back(), QRect(40, 205, 640, 1));
 }
 
 } // namespace

@@ -21,7 +21,7 @@ protected:
         }
     }
     void paint(const std::vector<TraceColumn> &columns) {
-        cache.paint(fast, layout, columns);
+        cache.paint(fast, layout, columns, hidden);
         for (std::size_t i = 0; i < columns.size(); ++i) {
             paintPlain(plain, layout, layout.plotLeft + static_cast<int>(i), columns[i]);
         }
@@ -36,6 +36,7 @@ protected:
         return true;
     }
 
+    QRect hidden;
     ChartLayout layout = ChartLayout::of(105, 100, DisplayTypeCode::Trace, 0.5F);
     PixelSurface fast{105, 100};
     PixelSurface plain{105, 100};
@@ -106,8 +107,38 @@ TEST_F(TraceCacheTest, erasedAbove_paintsItsDotsAnew) {
     wipe();
     paint(columns);
     fast.fill(cache.strayAbove(), 0);
-    cache.aboveErased();
+    cache.straysErased();
     EXPECT_TRUE(cache.strayAbove().isEmpty());
+    paint(columns);
+    EXPECT_TRUE(isSame());
+}
+
+TEST_F(TraceCacheTest, hiddenRows_areLeftOutAndOthersPaintedAsEver) {
+    hidden = QRect(40, 75, 50, 10);
+    std::mt19937 random(12);
+    wipe();
+    const PixelSurface blank = fast;
+    for (int scan = 0; scan < 200; ++scan) {
+        std::vector<TraceColumn> columns(50);
+        for (TraceColumn &column : columns) {
+            column = {static_cast<int>(random() % 100), static_cast<int>(random() % 100)};
+        }
+        paint(columns);
+        for (int y = 0; y < 100; ++y) {
+            const bool isHidden = y >= 75 && y < 85;
+            const quint32 *expected = (isHidden ? blank : plain).deviceLine(y);
+            ASSERT_TRUE(std::equal(expected, expected + 105, fast.deviceLine(y))) << scan << y;
+        }
+    }
+}
+
+TEST_F(TraceCacheTest, erasedBelow_isPaintedAnew) {
+    const std::vector<TraceColumn> columns(50, {80, 85});
+    wipe();
+    paint(columns);
+    fast.fill(cache.strayBelow(), 0x00336699);
+    cache.straysErased();
+    EXPECT_TRUE(cache.strayBelow().isEmpty());
     paint(columns);
     EXPECT_TRUE(isSame());
 }
