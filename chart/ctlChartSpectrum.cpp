@@ -4,6 +4,7 @@
 
 #include "chart/OverlayLine.h"
 #include "chart/PictureBox.h"
+#include "chart/RowScrollBar.h"
 #include "chart/ScreenCursor.h"
 
 #include <QLabel>
@@ -46,7 +47,7 @@ ctlChartSpectrum::~ctlChartSpectrum() {
 
 void ctlChartSpectrum::makeControls() {
     makePicture();
-    VScroll1 = new QScrollBar(Qt::Vertical, this);
+    VScroll1 = new RowScrollBar(Qt::Vertical, this);
     VScroll1->setObjectName(QStringLiteral("VScroll1"));
     VScroll1->setAccessibleName(QStringLiteral("Rows of the waterfall"));
     VScroll1->hide();

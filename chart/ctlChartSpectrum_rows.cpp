@@ -84,7 +84,6 @@ void ctlChartSpectrum::ConfigureScrollBar() {
     VScroll1->setRange(0, m_waterfall.rowCount() - visible);
     VScroll1->setPageStep(visible);
     VScroll1->setValue(m_waterfall.firstRow());
-    VScroll1->update();
 }
 
 // A dragged thumb is taken as a share of the rows that there are now, every other move as a row
