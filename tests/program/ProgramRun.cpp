@@ -131,6 +131,12 @@ void ProgramRun::sendSignal(int number) const {
     ASSERT_EQ(::kill(static_cast<pid_t>(processId()), number), 0);
 }
 
+qint64 ProgramRun::residentSize() const {
+    QFile file(QStringLiteral("/proc/%1/statm").arg(processId()));
+    const bool opened = file.open(QIODevice::ReadOnly);
+    return opened ? file.readAll().split(' ').value(1).toLongLong() * ::sysconf(_SC_PAGESIZE) : 0;
+}
+
 bool ProgramRun::plugUnit(int port, const QStringList &options) {
     return m_unit.start(path(kSimulator), path(QStringLiteral("ports/COM%1").arg(port)),
                         path(QStringLiteral("simulator.log")), options);
@@ -143,6 +149,7 @@ void ProgramRun::launch() {
     if (m_clockShift) {
         environment.insert(QStringLiteral("LD_PRELOAD"), QStringLiteral(VELDRON_SHIFTED_CLOCK));
         environment.insert(QStringLiteral("VELDRON_CLOCK_SHIFT"), QString::number(*m_clockShift));
+        environment.insert(QStringLiteral("VELDRON_CLOCK_RATE"), QString::number(m_clockRate));
     }
     m_process.setProcessEnvironment(environment);
     m_process.setWorkingDirectory(m_folder.path());

@@ -46,6 +46,8 @@ public:
     void lockFolder();
     /// The program's time of day runs \a seconds ahead of the machine's.
     void shiftClock(int seconds) { m_clockShift = seconds; }
+    /// The program's steady clock runs \a times as fast as the machine's, if the clock is shifted.
+    void speedUpSteadyClock(int times) { m_clockRate = times; }
     /// The program starts with the signal ignored, as under nohup.
     void ignoreSignal(int number) { m_ignoredSignal = number; }
     /// Pixels of the screen for one of the program's.
@@ -57,6 +59,8 @@ public:
     [[nodiscard]] bool awaitWindow();
     [[nodiscard]] bool isRunning() const { return m_process.state() != QProcess::NotRunning; }
     [[nodiscard]] qint64 processId() const { return m_process.processId(); }
+    /// Resident size of the process in bytes, as the system counts it.
+    [[nodiscard]] qint64 residentSize() const;
     void sendSignal(int number) const;
     void sendTerminate() { m_process.terminate(); }
     void sendKill() { m_process.kill(); }
@@ -65,6 +69,8 @@ public:
     [[nodiscard]] int exitCode() const { return m_process.exitCode(); }
     [[nodiscard]] bool hasCrashed() const { return m_process.exitStatus() == QProcess::CrashExit; }
     [[nodiscard]] QByteArray errorOutput() { return m_process.readAllStandardError(); }
+
+    [[nodiscard]] ScreenReader &reader() { return m_reader; }
 
     // What the screen shows.
     [[nodiscard]] QList<ScreenItem> items() const { return m_reader.read(); }
@@ -111,6 +117,7 @@ private:
     qint64 m_fileLimit = -1;
     bool m_isLocked = false;
     std::optional<int> m_clockShift;
+    int m_clockRate = 1;
     int m_ignoredSignal = 0;
     int m_scale = 1;
 };
