@@ -2,6 +2,7 @@
 #include <QApplication>
 
 #include "app/Manual.h"
+#include "app/MemoryUse.h"
 #include "app/QtDialogs.h"
 #include "app/SignalWatcher.h"
 #include "app/SystemClock.h"
@@ -31,6 +32,7 @@ QIcon windowIcon() {
 int main(int argc, char **argv) {
     using namespace veldron;
     const QApplication application(argc, argv);
+    boundMemoryUse();
     QCoreApplication::setApplicationName(QStringLiteral("VELDRON"));
     QCoreApplication::setApplicationVersion(QStringLiteral(VELDRON_VERSION));
     QApplication::setWindowIcon(windowIcon());

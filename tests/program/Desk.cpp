@@ -8,6 +8,8 @@
 
 #include "tests/program/Eventually.h"
 
+#include <array>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
@@ -128,8 +130,19 @@ void release() {
     xdotool({QStringLiteral("mouseup"), QStringLiteral("1")});
 }
 
+void perform(const QStringList &words) {
+    if (!words.isEmpty()) {
+        xdotool(words);
+    }
+}
+
 void key(const QString &name) {
-    xdotool({QStringLiteral("key"), name});
+    keys({name});
+}
+
+void keys(const QStringList &names) {
+    xdotool(QStringList{QStringLiteral("key"), QStringLiteral("--delay"), QStringLiteral("8")} +
+            names);
 }
 
 void type(const QString &text) {
@@ -157,6 +170,14 @@ QSize sizeOf(const QString &title) {
     const auto reply = owned(
         xcb_get_geometry_reply(connection(), xcb_get_geometry(connection(), find(title)), nullptr));
     return reply ? QSize(reply->width, reply->height) : QSize();
+}
+
+void resize(const QString &title, QSize size) {
+    const std::array<std::uint32_t, 2> values{static_cast<std::uint32_t>(size.width()),
+                                              static_cast<std::uint32_t>(size.height())};
+    xcb_configure_window(connection(), find(title),
+                         XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, values.data());
+    xcb_flush(connection());
 }
 
 void focus(const QString &title) {

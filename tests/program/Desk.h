@@ -20,8 +20,12 @@ void click(QPoint place);
 void doubleClick(QPoint place);
 void press(QPoint place);
 void release();
+/// Many acts without a pause, in the words of xdotool.
+void perform(const QStringList &words);
 /// A key by its name in the X window system, such as "Return" or "alt+f".
 void key(const QString &name);
+/// Keys one after the other, by their names.
+void keys(const QStringList &names);
 void type(const QString &text);
 
 /// Waits for a window with exactly this title to be on the screen.
@@ -32,6 +36,8 @@ void type(const QString &text);
 [[nodiscard]] QStringList windows();
 /// Size of the window in pixels of the screen; empty if there is none.
 [[nodiscard]] QSize sizeOf(const QString &title);
+/// Gives the window another size, as its user does at the frame.
+void resize(const QString &title, QSize size);
 /// Gives the window the keyboard focus.
 void focus(const QString &title);
 /// Sends the message that a click on the window's close box sends.
