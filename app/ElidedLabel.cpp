@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/ElidedLabel.h"
 
+#include "settings/PlainTip.h"
+
 namespace veldron {
 
 ElidedLabel::ElidedLabel(QWidget *parent) : QLabel(parent) {
@@ -30,7 +32,7 @@ void ElidedLabel::fit() {
         fontMetrics().elidedText(m_wholeText, Qt::ElideMiddle, contentsRect().width());
     setText(shown);
     setAccessibleName(m_wholeText);
-    setToolTip(shown == m_wholeText ? QString() : m_wholeText);
+    setToolTip(shown == m_wholeText ? QString() : plainTip(m_wholeText));
 }
 
 } // namespace veldron

@@ -4,6 +4,7 @@
 #include "common/Numbers.h"
 #include "link/frmVDR.h"
 #include "settings/DialogList.h"
+#include "settings/PlainTip.h"
 #include "utilities/NumberTexts.h"
 
 #include <QGridLayout>
@@ -121,8 +122,9 @@ void frmCommSettings::showPortTip(int row) {
     if (port > 0) {
         const QString problem = m_vdr.portProblem(port);
         cboComPort->setItemData(row,
-                                problem.isEmpty() ? m_vdr.deviceName(port)
-                                                  : m_vdr.deviceName(port) + '\n' + problem,
+                                plainTip(problem.isEmpty()
+                                             ? m_vdr.deviceName(port)
+                                             : m_vdr.deviceName(port) + '\n' + problem),
                                 Qt::ToolTipRole);
     }
 }

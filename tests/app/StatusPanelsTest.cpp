@@ -10,6 +10,7 @@
 #include <QCoreApplication>
 #include <QLabel>
 #include <QLocale>
+#include <QTextDocument>
 #include <QTimer>
 #include <QTimerEvent>
 
@@ -159,6 +160,18 @@ TEST_F(StatusPanelsTest, textTooLongForItsPlace_isCutAndKeptAsATip) {
     m_bar.setStatusText("short");
     EXPECT_EQ(first->text(), "short");
     EXPECT_EQ(first->toolTip(), "");
+}
+
+TEST_F(StatusPanelsTest, markUpInATextTooLong_isShownAsItStandsInTheTip) {
+    const QString text = QString("Recording to file /a/<b>bold</b>").repeated(9);
+    m_bar.addPanels();
+    m_bar.resize(300, 30);
+    m_bar.show();
+    m_bar.setStatusText(text);
+    const QString tip = panel<QLabel>("Panel1")->toolTip();
+    QTextDocument shown;
+    Qt::mightBeRichText(tip) ? shown.setHtml(tip) : shown.setPlainText(tip);
+    EXPECT_EQ(shown.toPlainText(), text);
 }
 
 } // namespace

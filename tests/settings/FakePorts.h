@@ -17,7 +17,8 @@ public:
     std::set<qint16> freePorts;
     std::set<qint16> busyPorts;
     qint16 portOfUnit = 0;
-    QStringList log; ///< "open 3", "refused 4", "close 3", "write RIVE"
+    QString folder = "/dev/"; ///< of the devices
+    QStringList log;          ///< "open 3", "refused 4", "close 3", "write RIVE"
 
     [[nodiscard]] qint16 CommPort() const override { return m_port; }
     Result setCommPort(qint16 port) override {
@@ -56,7 +57,7 @@ public:
     void setCommHandler(std::function<void()>) override {}
     [[nodiscard]] bool waitForInput(int) override { return false; }
     [[nodiscard]] QString deviceName(qint16 port) const override {
-        return QString("/dev/fake%1").arg(port);
+        return folder + QString("fake%1").arg(port);
     }
 
 private:

@@ -14,6 +14,7 @@
 #include <QSignalSpy>
 #include <QStringList>
 #include <QTest>
+#include <QTextDocument>
 
 #include <optional>
 #include <vector>
@@ -148,6 +149,15 @@ TEST_F(FrmCommSettingsTest, portThatDoesNotOpen_saysWhyInItsTip) {
     m_ports.freePorts.insert(4);
     m_form.selectComPort(1);
     EXPECT_EQ(ports()->itemData(1, Qt::ToolTipRole).toString(), "/dev/fake4");
+}
+
+TEST_F(FrmCommSettingsTest, markUpInTheDevicesName_isShownAsItStandsInTheTip) {
+    m_ports.folder = "/tmp/<b>x<b>/";
+    m_form.fillComPorts({"COM 4"});
+    const QString tip = ports()->itemData(1, Qt::ToolTipRole).toString();
+    QTextDocument shown;
+    Qt::mightBeRichText(tip) ? shown.setHtml(tip) : shown.setPlainText(tip);
+    EXPECT_EQ(shown.toPlainText(), "/tmp/<b>x<b>/fake4");
 }
 
 TEST_F(FrmCommSettingsTest, machineWithoutPorts_listsNoneOnly) {
