@@ -14,34 +14,50 @@ namespace veldron {
 
 namespace {
 
+/// A box that takes nothing of its text for mark-up, whatever a file is called.
+class PlainBox : public QMessageBox {
+public:
+    PlainBox(Icon icon, const QString &title, const QString &text, StandardButtons buttons,
+             QWidget *parent)
+        : QMessageBox(icon, title, text, buttons, parent) {
+        setTextFormat(Qt::PlainText);
+    }
+};
+
 /// A save dialog that stays up for a name that may not be written, and for one that the user, when
-/// asked, doesn't want to be made. Before it replaces a file the toolkit's dialog asks by itself.
+/// asked, doesn't want to be made or replaced.
 class SaveDialog : public QFileDialog {
 public:
-    using QFileDialog::QFileDialog;
+    explicit SaveDialog(QWidget *parent) : QFileDialog(parent) {
+        // The toolkit's own question would show a file's name as mark-up.
+        setOption(QFileDialog::DontConfirmOverwrite);
+    }
 
     void accept() override {
         const QStringList files = selectedFiles();
         const QString refusal = files.isEmpty() ? QString() : refusalToWrite(files.first());
         if (!refusal.isEmpty()) {
-            QMessageBox box(QMessageBox::Warning, windowTitle(), refusal, QMessageBox::Ok, this);
-            box.setTextFormat(Qt::PlainText);
-            box.exec();
+            PlainBox(QMessageBox::Warning, windowTitle(), refusal, QMessageBox::Ok, this).exec();
             return;
         }
-        if (files.isEmpty() || QFileInfo::exists(files.first()) || wantsNewFile(files.first())) {
+        if (files.isEmpty() || QFileInfo(files.first()).isDir() || mayWrite(files.first())) {
             QFileDialog::accept();
         }
     }
 
 private:
-    bool wantsNewFile(const QString &path) {
-        const QString question = QStringLiteral("%1 does not exist.\nDo you want to create it?");
-        QMessageBox box(QMessageBox::Question, windowTitle(),
-                        question.arg(QFileInfo(path).fileName()),
-                        QMessageBox::Yes | QMessageBox::No, this);
-        box.setTextFormat(Qt::PlainText);
-        box.setDefaultButton(QMessageBox::Yes);
+    bool mayWrite(const QString &path) {
+        return QFileInfo::exists(path)
+                   ? agrees(QMessageBox::Warning, QMessageBox::No, path,
+                            QStringLiteral("%1 already exists.\nDo you want to replace it?"))
+                   : agrees(QMessageBox::Question, QMessageBox::Yes, path,
+                            QStringLiteral("%1 does not exist.\nDo you want to create it?"));
+    }
+    bool agrees(QMessageBox::Icon icon, QMessageBox::StandardButton usual, const QString &path,
+                const QString &question) {
+        PlainBox box(icon, windowTitle(), question.arg(QFileInfo(path).fileName()),
+                     QMessageBox::Yes | QMessageBox::No, this);
+        box.setDefaultButton(usual);
         return box.exec() == QMessageBox::Yes;
     }
 };
@@ -103,23 +119,19 @@ std::optional<QString> QtDialogs::saveFile(const FileRequest &request) {
 }
 
 void QtDialogs::showMessage(const QString &title, const QString &text) {
-    QMessageBox box(QMessageBox::NoIcon, title, text, QMessageBox::Ok, owner());
-    box.exec();
+    PlainBox(QMessageBox::NoIcon, title, text, QMessageBox::Ok, owner()).exec();
 }
 
 bool QtDialogs::askOkOrCancel(const QString &title, const QString &text) {
-    QMessageBox box(QMessageBox::Warning, title, text, QMessageBox::Ok | QMessageBox::Cancel,
-                    owner());
+    PlainBox box(QMessageBox::Warning, title, text, QMessageBox::Ok | QMessageBox::Cancel, owner());
     box.setDefaultButton(QMessageBox::Cancel);
     return box.exec() == QMessageBox::Ok;
 }
 
 void QtDialogs::showError(const QString &text) {
-    QMessageBox box(QMessageBox::Critical, QStringLiteral("VELDRON has to end"), text,
-                    QMessageBox::Ok, owner());
-    // What a file has put into the text is never taken for mark-up.
-    box.setTextFormat(Qt::PlainText);
-    box.exec();
+    PlainBox(QMessageBox::Critical, QStringLiteral("VELDRON has to end"), text, QMessageBox::Ok,
+             owner())
+        .exec();
 }
 
 } // namespace veldron

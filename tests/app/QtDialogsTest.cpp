@@ -118,6 +118,36 @@ TEST_F(QtDialogsTest, markUpInAnError_isShownAsItStands) {
     m_dialogs.showError(text);
 }
 
+TEST_F(QtDialogsTest, markUpInAMessageOrQuestion_isShownAsItStands) {
+    const QString text = "<b>4</b> is in use";
+    const auto expectPlain = [&](QMessageBox &box) {
+        EXPECT_EQ(box.findChild<QLabel *>("qt_msgbox_label")->text(), text);
+        EXPECT_EQ(box.findChild<QLabel *>("qt_msgbox_label")->textFormat(), Qt::PlainText);
+        box.reject();
+    };
+    over<QMessageBox>(expectPlain);
+    m_dialogs.showMessage("Select serial port", text);
+    over<QMessageBox>(expectPlain);
+    EXPECT_FALSE(m_dialogs.askOkOrCancel("Exit VELDRON?", text));
+}
+
+TEST_F(QtDialogsTest, markUpInAFilesName_isShownAsItStands) {
+    makeFile("<b>x<b>.set");
+    for (const char *name : {"<b>x<b>.set", "<i>new<i>.set"}) {
+        over<QFileDialog>([&](QFileDialog &dialog) {
+            typeName(dialog, name);
+            over<QMessageBox>([&](QMessageBox &box) {
+                EXPECT_TRUE(box.text().startsWith(QLatin1String(name)));
+                EXPECT_EQ(box.textFormat(), Qt::PlainText) << qPrintable(box.text());
+                box.button(QMessageBox::No)->click();
+            });
+            QMetaObject::invokeMethod(&dialog, "accept");
+            dialog.reject();
+        });
+        EXPECT_EQ(m_dialogs.saveFile(request()), std::nullopt);
+    }
+}
+
 TEST_F(QtDialogsTest, box_belongsToTheWindowThatIsUp) {
     m_window.show();
     m_dialogs.setWindow(&m_window);
