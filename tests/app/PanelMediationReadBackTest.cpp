@@ -108,6 +108,39 @@ TEST_F(ReadBackTest, chart_takesGridAndDisplaySettings) {
     EXPECT_EQ(chart().DisplayType(), DisplayTypeCode::Trace);
 }
 
+/// The resolution bounds how close start and stop may come, so it is written before them.
+TEST_F(ReadBackTest, spanNarrowerThanAnOldBin_isTakenOverWhole) {
+    setUnit("SCF", "1000");
+    setUnit("SSP", "1600"); // bins of 5 MHz
+    startUp();
+    setUnit("SSP", "2");
+    readEverythingBack();
+    EXPECT_EQ(chart().ScanStart(), megahertz(999));
+    EXPECT_EQ(chart().ScanStop(), megahertz(1001));
+}
+
+/// Where start and stop are closer than a bin, the one that is written last stays.
+TEST_F(ReadBackTest, channelsCloserThanTheirStep_keepTheirEnd) {
+    startUpInChannelMode();
+    setUnit("UCS", "144 25 144.01");
+    readEverythingBack();
+    EXPECT_EQ(chart().ScanStop(), megahertz(144.01));
+    EXPECT_EQ(chart().ScanStart(), megahertz(143.985));
+}
+
+/// The pace of the waterfall, whose labels tell the time, redraws nothing by itself.
+TEST_F(ReadBackTest, displaySettings_standInTheAxes) {
+    writeFile("VELDRON.set", "VELDRONv1 Settings\r\nWaterfallOn True\r\nEndSettings \r\n");
+    startUp();
+    writeDisplay(&DisplaySettings::Update, 10);
+    readEverythingBack();
+    chart().Refresh();
+    const QImage shown = chart().grab().toImage();
+    chart().DrawAxes();
+    chart().Refresh();
+    EXPECT_EQ(chart().grab().toImage(), shown);
+}
+
 TEST_F(ReadBackTest, pollTimer_runsAtTheFullPollPeriodAfterwards) {
     startUp();
     commSettings().setPoll(2000);

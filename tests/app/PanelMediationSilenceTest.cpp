@@ -98,10 +98,11 @@ TEST_F(SilenceTest, scaleKnownAgainByTheUsersSpan_marksTheCentreReadBefore) {
 
 TEST_F(SilenceTest, userActsOverADeadLink_leaveTheChartAsItWas) {
     startUp();
-    mute();
     const Scale before = scale();
+    mute();
     receiver().setFrequency(megahertz(110));
     Q_EMIT receiver().Changed(ReceiverChangeCode::Frequency);
+    EXPECT_EQ(scale(), before);
     for (const MonitorChangeCode What : {MonitorChangeCode::MonitorMode, MonitorChangeCode::Centre,
                                          MonitorChangeCode::Step, MonitorChangeCode::Span}) {
         Q_EMIT monitor().Changed(What);
@@ -112,12 +113,47 @@ TEST_F(SilenceTest, userActsOverADeadLink_leaveTheChartAsItWas) {
 
 TEST_F(SilenceTest, userActsOverADeadLinkInChannelMode_leaveTheChartAsItWas) {
     startUpInChannelMode();
-    mute();
     const Scale before = scale();
+    mute();
     Q_EMIT receiver().Changed(ReceiverChangeCode::Frequency);
+    EXPECT_EQ(scale(), before);
     Q_EMIT monitor().Changed(MonitorChangeCode::Channel);
     EXPECT_EQ(scale(), before);
     EXPECT_EQ(monitor().fStart(), kFailed);
+}
+
+/// The mark stands on the scale, and without the span there is none.
+TEST_F(SilenceTest, centreReadWithoutASpan_leavesTheChartAsItWas) {
+    startUp();
+    const Scale before = scale();
+    m_control.setReply("RSSP", "#\r\n");
+    setUnit("URX", "5");
+    poll();
+    ASSERT_EQ(monitor().fSpan(), kFailed);
+    monitor().setfCentre(megahertz(120));
+    raise(monitor(), MonitorChangeCode::Centre);
+    EXPECT_EQ(receiver().Frequency(), megahertz(120));
+    EXPECT_EQ(scale(), before);
+}
+
+/// The panel has got the marker; the second read of it, for the chart, has failed alone.
+TEST_F(SilenceTest, onlyTheChartsReadOfTheMarkerGarbled_leavesTheMarkAsItWas) {
+    startUpInChannelMode();
+    m_control.queueReply("RICD", "f145.1\r\n");
+    m_control.queueReply("RICD", "#\r\n");
+    raise(monitor(), MonitorChangeCode::Channel);
+    EXPECT_EQ(receiver().Frequency(), megahertz(145.1));
+    EXPECT_EQ(chart().RXFreq(), megahertz(145));
+}
+
+/// The level of the scale's upper end has no part in the history's rows: it goes to the chart as it
+/// was read, a failure value too.
+TEST_F(SilenceTest, amplifierOverADeadLink_putsTheFailureValueIntoTheScale) {
+    startUp();
+    m_control.setReply("RSGN", "#\r\n");
+    raise(data(), DataChangeCode::Amp);
+    EXPECT_EQ(data().Amp(), -1);
+    EXPECT_EQ(chart().dBStart(), -1 - chart().dBSpan());
 }
 
 TEST_F(SilenceTest, failureValuesInAHistory_goToTheChartAsTheyAre) {

@@ -11,6 +11,11 @@ protected:
 
     void writeDataMode(DataModeCode mode) { data().setDataMode(mode); }
     void markStatus() { statusBar().setStatusText(kStale); }
+    /// The chart as it is once all that was drawn is shown.
+    [[nodiscard]] QImage refreshedChart() const {
+        chart().Refresh();
+        return chart().grab().toImage();
+    }
     void refuse(const char *command) { m_control.setReply(QLatin1String(command), "?\r\n"); }
     void expectChartFollowsMonitor() {
         EXPECT_EQ(chart().DataResolution(), monitor().fStep());
@@ -376,9 +381,42 @@ TEST_F(PanelMediationTest, axes_areDrawnBehindTheNewScale) {
     startUp();
     monitor().setfCentre(megahertz(120));
     raise(monitor(), MonitorChangeCode::Centre);
-    const QImage shown = chart().grab().toImage();
+    const QImage shown = refreshedChart();
     chart().DrawAxes();
-    EXPECT_EQ(chart().grab().toImage(), shown);
+    EXPECT_EQ(refreshedChart(), shown);
+}
+
+TEST_F(PanelMediationTest, axes_areDrawnThoughTheScaleIsUnknown) {
+    startUp();
+    m_control.setSilent(true);
+    poll();
+    chart().setdBStart(-40); // draws nothing by itself
+    raise(monitor(), MonitorChangeCode::Span);
+    const QImage shown = refreshedChart();
+    chart().DrawAxes();
+    EXPECT_EQ(refreshedChart(), shown);
+}
+
+/// The resolution bounds how close start and stop may come, so it is written before them.
+TEST_F(PanelMediationTest, spanNarrowerThanAnOldBin_isTakenOverWhole) {
+    setUnit("SCF", "1000");
+    setUnit("SSP", "1600"); // bins of 5 MHz
+    startUp();
+    setUnit("SSP", "2");
+    monitor().setfSpan(megahertz(2));
+    raise(monitor(), MonitorChangeCode::Span);
+    EXPECT_EQ(chart().ScanStart(), megahertz(999));
+    EXPECT_EQ(chart().ScanStop(), megahertz(1001));
+}
+
+/// Where start and stop are closer than a bin, the one that is written last stays.
+TEST_F(PanelMediationTest, channelsCloserThanTheirStep_keepTheirEnd) {
+    startUpInChannelMode();
+    m_control.setReply("RUCS", "UCS144 25 144.01 \r\n");
+    raise(monitor(), MonitorChangeCode::Channel);
+    ASSERT_EQ(monitor().fEnd(), megahertz(144.01));
+    EXPECT_EQ(chart().ScanStop(), megahertz(144.01));
+    EXPECT_EQ(chart().ScanStart(), megahertz(143.985));
 }
 
 // ---- chart
