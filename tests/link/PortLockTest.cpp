@@ -2,6 +2,7 @@
 // On pseudo-terminals and with lock files in a folder of the test's own.
 #include "link/PortLock.h"
 #include "tests/link/PseudoTerminal.h"
+#include "tests/support/PlainUser.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -13,6 +14,8 @@
 #include <cstring>
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/ioctl.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -23,20 +26,15 @@ namespace {
 class OtherProcess {
 public:
     explicit OtherProcess(const QString &path = {}) {
-        const int descriptor =
-            path.isEmpty() ? -1 : ::open(path.toLocal8Bit().constData(), O_RDWR | O_NOCTTY);
-        if (descriptor >= 0) {
-            EXPECT_EQ(::flock(descriptor, LOCK_EX | LOCK_NB), 0);
-        }
+        const QByteArray device = path.toLocal8Bit();
         m_pid = ::fork();
         if (m_pid == 0) {
-            ::execl("/bin/sleep", "sleep", "60", nullptr);
+            // Taken by the process itself: the kernel lists a flock under the process that took it.
+            if (device.isEmpty() ||
+                ::flock(::open(device.constData(), O_RDWR | O_NOCTTY), LOCK_EX) == 0) {
+                ::execl("/bin/sleep", "sleep", "60", nullptr);
+            }
             ::_exit(1);
-        }
-        // The flock belongs to the open file, which the child has inherited; the kernel goes on
-        // listing it under the process that took it.
-        if (descriptor >= 0) {
-            ::close(descriptor);
         }
         waitUntilItIsSleep();
     }
@@ -171,9 +169,11 @@ TEST_F(PortLockTest, ownLockFileLeftBehind_isReplacedAndRemoved) {
     EXPECT_FALSE(QFile::exists(lockFile()));
 }
 
-TEST_F(PortLockTest, flockOfAnotherProcess_blocksUntilItEnds) {
+TEST_F(PortLockTest, flockOfAnotherProcess_namesItAndBlocksUntilItEnds) {
     OtherProcess other(terminal.path());
-    EXPECT_TRUE(lock.take(terminal.path()).has_value());
+    const std::optional<PortHolder> holder = lock.take(terminal.path());
+    ASSERT_TRUE(holder.has_value());
+    EXPECT_EQ(holder->text(), QStringLiteral("sleep (process %1)").arg(other.pid()));
     EXPECT_FALSE(QFile::exists(lockFile()));
     other.end();
     EXPECT_FALSE(lock.take(terminal.path()).has_value());
@@ -186,6 +186,19 @@ TEST_F(PortLockTest, flockHolder_isFoundInTheKernelsList) {
     ASSERT_TRUE(holder.has_value());
     EXPECT_EQ(holder->pid, ::getpid());
     EXPECT_TRUE(holder->text().startsWith(QLatin1String("test_link_qt (process ")));
+}
+
+/// The kernel keeps everybody but root out of a terminal that is taken for exclusive use.
+TEST_F(PortLockTest, deviceTakenForExclusiveUse_isHeldByAnotherProgram) {
+    const QByteArray device = terminal.path().toLocal8Bit();
+    ASSERT_EQ(::chmod(device.constData(), 0666), 0);
+    const int other = ::open(device.constData(), O_RDWR | O_NOCTTY);
+    ASSERT_EQ(::ioctl(other, TIOCEXCL), 0);
+    const PlainUser user;
+    const std::optional<PortHolder> holder = lock.take(terminal.path());
+    ASSERT_TRUE(holder.has_value());
+    EXPECT_EQ(holder->text(), "another program");
+    ::close(other);
 }
 
 TEST_F(PortLockTest, deviceThatDoesNotOpen_hasNoHolder) {
