@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/ioctl.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -54,6 +55,22 @@ void PseudoTerminal::send(const QByteArray &bytes) const {
         }
         sent += written;
     }
+}
+
+void PseudoTerminal::watchFlushes() const {
+    int on = 1;
+    if (::ioctl(m_unitEnd, TIOCPKT, &on) != 0) {
+        std::abort();
+    }
+}
+
+bool PseudoTerminal::outputWasFlushed() const {
+    bool flushed = false;
+    std::array<char, 4096> packet{};
+    while (waitForBytes(0) && ::read(m_unitEnd, packet.data(), packet.size()) > 0) {
+        flushed = flushed || (packet.front() & TIOCPKT_FLUSHWRITE) != 0;
+    }
+    return flushed;
 }
 
 bool PseudoTerminal::waitForBytes(int milliseconds) const {

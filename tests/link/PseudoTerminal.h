@@ -24,6 +24,10 @@ public:
     /// Closes both ends, as when an adapter is unplugged.
     void unplug();
     void send(const QByteArray &bytes) const;
+    /// From now on the terminal tells of flushes, and what is received has an extra byte in front.
+    void watchFlushes() const;
+    /// True if the program has thrown away what it had written, since the last call.
+    [[nodiscard]] bool outputWasFlushed() const;
     /// All that the program has sent and that has not been taken yet.
     [[nodiscard]] QByteArray receive() const;
     /// Reads until a whole line is there, for two seconds at most; gives it without the line end.
