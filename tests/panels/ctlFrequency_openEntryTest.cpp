@@ -134,6 +134,18 @@ TEST_F(CtlFrequencyOpenEntry, arrowsOnTheStepList_pickNoRow) {
     EXPECT_EQ(events, Events{});
 }
 
+/// The receiver was changed at the unit, to one without a step of its own.
+TEST_F(CtlFrequencyOpenEntry, fieldHiddenWithinItsEntry_leaksNothingIntoTheNext) {
+    typeInto("cboStep", "14");
+    panel->setRX(1);
+    ASSERT_FALSE(isShown("cboStep"));
+    typeInto("txtFreq", "5");
+    EXPECT_EQ(text("txtFreq"), "5");
+    key(Qt::Key_Return);
+    EXPECT_EQ(hertz(), 5'000'000);
+    EXPECT_EQ(events, Events{Code::Frequency});
+}
+
 TEST_F(CtlFrequencyOpenEntry, commaAndBlank_areShownAsWhatTheyStandFor) {
     typeInto("txtFreq", "14 5,5");
     EXPECT_EQ(text("txtFreq"), "145.5");
