@@ -5,10 +5,13 @@
 #include "tests/program/Eventually.h"
 #include "tests/program/Printing.h"
 #include "tests/program/ProgramRun.h"
+#include "tests/program/VirtualDesktop.h"
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <csignal>
+#include <string>
 
 namespace veldron {
 
@@ -49,6 +52,8 @@ protected:
         const qsizetype place = run.unit().now();
         switch (what) {
         case Doing::Nothing:
+            // Otherwise it would be gone before the user can do anything else.
+            run.sendSignal(SIGSTOP);
             break;
         case Doing::APoll:
             run.unit().tell("on RIFD delay 0.8");
@@ -84,6 +89,8 @@ protected:
         }
     }
 
+    void goOn() const { run.sendSignal(SIGCONT); }
+
 private:
     void awaitHeard(qsizetype place, const QByteArray &command) {
         ASSERT_TRUE(eventually(10s, [&] { return run.unit().countSince(place, command) > 0; }));
@@ -99,6 +106,7 @@ TEST_P(WayOutByTheCloseBox, program_ends) {
     begin(doing);
     Desk::pressCloseBox("VELDRON");
     act(then);
+    goOn();
     expectOrderlyEnd();
 }
 
@@ -116,10 +124,95 @@ INSTANTIATE_TEST_SUITE_P(Each, WayOutByTheCloseBox,
                                                           Then::ClickOnTheChart, Then::Key)),
                          situation);
 
+/// A dialog, and how the user comes to it.
+struct Dialog {
+    const char *menu;
+    const char *entry;
+    const char *title;
+};
+
+void PrintTo(const Dialog &dialog, std::ostream *out) {
+    *out << dialog.title;
+}
+
+/// The system asks for the end while a dialog is up.
+class WayOutBySignal : public WayOut, public testing::WithParamInterface<Dialog> {};
+
+TEST_P(WayOutBySignal, underADialog_endsInOrder) {
+    ASSERT_TRUE(run.plugUnit());
+    ASSERT_TRUE(run.open());
+    run.choose(GetParam().menu, GetParam().entry);
+    ASSERT_TRUE(Desk::awaitWindow(GetParam().title, 5s));
+    run.sendTerminate();
+    expectOrderlyEnd();
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, WayOutBySignal,
+                         testing::Values(Dialog{"File", "Load Settings", "Load Settings"},
+                                         Dialog{"File", "Save Settings", "Save Settings"},
+                                         Dialog{"Settings", "Display...", "Display Settings"},
+                                         Dialog{"Settings", "Communications...",
+                                                "Communication Settings"},
+                                         Dialog{"Help", "About", "About VELDRON"}),
+                         [](const testing::TestParamInfo<Dialog> &item) {
+                             std::string name = item.param.title;
+                             std::erase(name, ' ');
+                             return name;
+                         });
+
+TEST_F(WayOut, terminateSignalUnderTheQuestionOfARecording_endsInOrder) {
+    ASSERT_TRUE(run.plugUnit());
+    ASSERT_TRUE(run.open());
+    run.choose("File", "Record");
+    ASSERT_TRUE(run.answerFileDialog("Record to file", run.path("band.rec")));
+    ASSERT_TRUE(eventually(5s, [&] { return run.content("band.rec").contains("\r\nData "); }));
+    Desk::pressCloseBox("VELDRON");
+    ASSERT_TRUE(Desk::awaitWindow("Exit VELDRON?", 5s));
+    run.sendTerminate();
+    expectOrderlyEnd();
+    EXPECT_TRUE(run.content("band.rec").endsWith("\r\n"));
+}
+
+/// The error has ended everything already; the signal only takes the box away.
+TEST_F(WayOut, terminateSignalUnderTheErrorBox_endsWithTheErrorsCode) {
+    ASSERT_TRUE(run.plugUnit());
+    ASSERT_TRUE(run.open());
+    run.write("bad.set", "VELDRONv1 Settings\r\nCentre nonsense\r\nEndSettings \r\n");
+    run.choose("File", "Load Settings");
+    ASSERT_TRUE(run.answerFileDialog("Load Settings", run.path("bad.set")));
+    ASSERT_TRUE(Desk::awaitWindow("VELDRON has to end", 5s));
+    run.sendTerminate();
+    ASSERT_TRUE(run.ends());
+    EXPECT_FALSE(run.hasCrashed());
+    EXPECT_EQ(run.exitCode(), 1);
+    EXPECT_TRUE(run.errorOutput().startsWith("veldron: "));
+}
+
 TEST_F(WayOut, exitEntry_endsTheProgram) {
     ASSERT_TRUE(run.open());
     run.choose("File", "Exit");
     expectOrderlyEnd();
+}
+
+/// The program alone is on the display that goes away.
+TEST_F(WayOut, displayThatGoesAway_endsInOrderWithCodeOne) {
+    QProcess server;
+    VirtualDesktop::tieToThisProcess(server);
+    server.start("Xvfb", {"-displayfd", "1", "-nolisten", "tcp"});
+    ASSERT_TRUE(
+        eventually(10s, [&] { return server.waitForReadyRead(0) || server.canReadLine(); }));
+    const QByteArray ours = qgetenv("DISPLAY");
+    ASSERT_TRUE(run.plugUnit());
+    qputenv("DISPLAY", ':' + server.readLine().trimmed());
+    run.launch();
+    qputenv("DISPLAY", ours);
+    ASSERT_TRUE(eventually(20s, [&] { return run.unit().scansSince(0) > 0; }));
+    server.kill();
+    EXPECT_TRUE(server.waitForFinished());
+    ASSERT_TRUE(run.ends());
+    EXPECT_EQ(run.exitCode(), 1);
+    EXPECT_FALSE(run.hasCrashed());
+    EXPECT_TRUE(run.content(kDefaultFile).endsWith("EndSettings \r\n"));
 }
 
 TEST_F(WayOut, hangUpIgnoredAtTheStart_doesNotEndTheProgram) {
