@@ -116,17 +116,29 @@ int ChartPicture::waterfallColours() const {
     return static_cast<int>(colours.size());
 }
 
-int ChartPicture::scanRows() const {
+std::vector<bool> ChartPicture::rowsWithScan() const {
     constexpr int kFewestColours = 8;
-    int rows = 0;
+    std::vector<bool> rows;
     for (int y = m_plot.bottom() + kBottom + kFoot + 1; y < m_image.height() - kFoot; ++y) {
         QSet<QRgb> colours;
         for (int x = m_plot.left(); x <= m_plot.right(); ++x) {
             colours.insert(m_image.pixel(x, y));
         }
-        rows += colours.size() >= kFewestColours ? 1 : 0;
+        rows.push_back(colours.size() >= kFewestColours);
     }
     return rows;
+}
+
+int ChartPicture::scanRows() const {
+    const std::vector<bool> rows = rowsWithScan();
+    return static_cast<int>(std::count(rows.begin(), rows.end(), true));
+}
+
+int ChartPicture::blankRowsBetween() const {
+    const std::vector<bool> rows = rowsWithScan();
+    const auto first = std::find(rows.begin(), rows.end(), true);
+    const auto last = std::find(rows.rbegin(), rows.rend(), true).base();
+    return first == rows.end() ? 0 : static_cast<int>(std::count(first, last, false));
 }
 
 } // namespace veldron

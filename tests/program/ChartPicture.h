@@ -33,12 +33,17 @@ public:
     [[nodiscard]] int waterfallColours() const;
     /// Rows of pixels in the waterfall that show a scan: blank ones have one colour.
     [[nodiscard]] int scanRows() const;
+    /// Blank rows of pixels that have rows with a scan both above and below them.
+    [[nodiscard]] int blankRowsBetween() const;
     /// Height that a raw level has, in pixels.
     [[nodiscard]] int heightOf(int level) const;
 
     [[nodiscard]] const QImage &image() const { return m_image; }
 
 private:
+    /// For each row of pixels of the waterfall, from the top, whether it shows a scan.
+    [[nodiscard]] std::vector<bool> rowsWithScan() const;
+
     QImage m_image;
     QRect m_plot; ///< from the column beside the axis to the last, from the top to the axis
 };

@@ -16,7 +16,7 @@ namespace {
 
 class Silence : public testing::TestWithParam<double> {
 protected:
-    static constexpr int kRows = 15;
+    static constexpr int kRows = 8;
 
     void SetUp() override {
         run.write("VELDRON.set", "VELDRONv1 Settings\r\nWaterfallOn True\r\nEndSettings \r\n");
@@ -25,8 +25,11 @@ protected:
         chart = run.chart();
         ASSERT_TRUE(eventually(40s, [this] { return rows() >= kRows; })) << rows();
     }
+    [[nodiscard]] ChartPicture picture() const {
+        return ChartPicture(Desk::screenshot(), chart, true);
+    }
     /// Rows of the waterfall that show a scan.
-    int rows() { return ChartPicture(Desk::screenshot(), chart, true).scanRows(); }
+    [[nodiscard]] int rows() const { return picture().scanRows(); }
 
     ProgramRun run;
     QRect chart;
@@ -45,6 +48,11 @@ TEST_P(Silence, waterfall_keepsItsRows) {
     EXPECT_TRUE(kept) << rows() << " of " << before;
     // Behind the silence the rows go on.
     EXPECT_TRUE(eventually(20s, [&] { return rows() > before + 3; })) << rows();
+    // The silence has moved the old rows down: blank ones stand between them and the new ones. It
+    // takes some seconds until a scan counts as missing.
+    constexpr double kUnnoticed = 8.0;
+    EXPECT_GE(picture().blankRowsBetween(), GetParam() - kUnnoticed);
+    EXPECT_LE(picture().blankRowsBetween(), GetParam() + kUnnoticed);
 }
 
 INSTANTIATE_TEST_SUITE_P(OfSeconds, Silence, testing::Values(1.3, 3.0, 30.0),
