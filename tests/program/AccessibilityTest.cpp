@@ -43,8 +43,8 @@ protected:
         }
         EXPECT_GE(controls, leastControls);
     }
-    void expectNamesAndRolesIn(const QString &entry, const QString &title) {
-        run.choose("Settings", entry);
+    void expectNamesAndRolesIn(const QString &menu, const QString &entry, const QString &title) {
+        run.choose(menu, entry);
         ASSERT_TRUE(Desk::awaitWindow(title, 5s));
         Desk::focus(title);
         expectNamesAndRoles(3);
@@ -60,8 +60,38 @@ TEST_F(AccessibilityTree, window_hasNamesAndRoles) {
 }
 
 TEST_F(AccessibilityTree, settingsDialogs_haveNamesAndRoles) {
-    expectNamesAndRolesIn("Display...", "Display Settings");
-    expectNamesAndRolesIn("Communications...", "Communication Settings");
+    expectNamesAndRolesIn("Settings", "Display...", "Display Settings");
+    expectNamesAndRolesIn("Settings", "Communications...", "Communication Settings");
+}
+
+TEST_F(AccessibilityTree, fileDialogs_haveNamesAndRoles) {
+    expectNamesAndRolesIn("File", "Load Settings", "Load Settings");
+    expectNamesAndRolesIn("File", "Save Settings", "Save Settings");
+    expectNamesAndRolesIn("File", "Record", "Record to file");
+    expectNamesAndRolesIn("File", "Playback", "History playback");
+}
+
+/// Texts and lists alike: whoever can't see the screen learns what the unit has made of an entry.
+TEST_F(AccessibilityTree, valuesThatTheUnitConfirms_areAnnounced) {
+    ASSERT_TRUE(run.reader().listen());
+    // Not the field that is typed into: what is typed there is told as well.
+    const ScreenItem start = run.control("Start").value();
+    QString typed = "145.5";
+    // The program takes a moment to hear that somebody listens.
+    ASSERT_TRUE(eventually(15s, [&] {
+        run.enter("Centre", typed);
+        typed = typed == "145.5" ? "146.5" : "145.5";
+        return eventually(2s, [&] { return run.reader().wasTold(start); });
+    }));
+    for (const char *label : {"RX Frequency", "End"}) {
+        const ScreenItem item = run.control(label).value();
+        EXPECT_TRUE(eventually(3s, [&] { return run.reader().wasTold(item); })) << label;
+    }
+    run.enter("Span", "2");
+    for (const char *label : {"Span", "Step"}) {
+        const ScreenItem item = run.control(label).value();
+        EXPECT_TRUE(eventually(3s, [&] { return run.reader().wasTold(item); })) << label;
+    }
 }
 
 /// Nothing that nobody sees takes the focus: a walk by Tab comes to things of some size only.

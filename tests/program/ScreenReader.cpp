@@ -201,6 +201,31 @@ QString ScreenReader::textOf(const ScreenItem &item) const {
     return textFrom(text);
 }
 
+/// A program only tells of what somebody has said to listen for.
+bool ScreenReader::listen() {
+    bool heard = true;
+    for (const char *event : {"object:text-changed", "object:property-change:accessible-value"}) {
+        QDBusMessage announcement = QDBusMessage::createMethodCall(
+            QStringLiteral("org.a11y.atspi.Registry"), QStringLiteral("/org/a11y/atspi/registry"),
+            QStringLiteral("org.a11y.atspi.Registry"), QStringLiteral("RegisterEvent"));
+        announcement << QString::fromLatin1(event);
+        heard = heard && m_bus.call(announcement).type() == QDBusMessage::ReplyMessage;
+    }
+    const auto hear = [this](const QString &signal) {
+        return m_bus.connect(m_service, {}, QStringLiteral("org.a11y.atspi.Event.Object"), signal,
+                             this, SLOT(noteValue(QDBusMessage)));
+    };
+    return heard && hear(QStringLiteral("TextChanged")) && hear(QStringLiteral("PropertyChange"));
+}
+
+/// A text tells what is inserted into it, a list gives its value as its name.
+void ScreenReader::noteValue(const QDBusMessage &message) {
+    const QString what = message.arguments().value(0).toString();
+    if (what == QLatin1String("insert") || what == QLatin1String("accessible-name")) {
+        m_told << message.path();
+    }
+}
+
 ScreenItem ScreenReader::renew(const ScreenItem &item) const {
     ScreenItem now = readItem(item.path);
     now.parent = item.parent;

@@ -2,9 +2,12 @@
 #pragma once
 
 #include <QDBusConnection>
+#include <QDBusMessage>
 #include <QList>
+#include <QObject>
 #include <QRect>
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -25,12 +28,14 @@ struct ScreenItem {
 };
 
 /// Reads the texts and positions of a program's controls over the desktop's accessibility bus.
-class ScreenReader {
+class ScreenReader : public QObject {
+    Q_OBJECT
+
 public:
     ScreenReader();
     ScreenReader(const ScreenReader &) = delete;
     ScreenReader &operator=(const ScreenReader &) = delete;
-    ~ScreenReader();
+    ~ScreenReader() override;
 
     /// True once the program with this process number answers.
     [[nodiscard]] bool attach(qint64 process);
@@ -41,6 +46,13 @@ public:
     [[nodiscard]] QString textOf(const ScreenItem &item) const;
     /// The item as it is now.
     [[nodiscard]] ScreenItem renew(const ScreenItem &item) const;
+    /// From now on it is told of new values that the program gives its controls.
+    [[nodiscard]] bool listen();
+    /// True if it was told of one for \a item.
+    [[nodiscard]] bool wasTold(const ScreenItem &item) const { return m_told.contains(item.path); }
+
+private Q_SLOTS:
+    void noteValue(const QDBusMessage &message);
 
 private:
     [[nodiscard]] bool connectToBus();
@@ -50,6 +62,7 @@ private:
 
     QDBusConnection m_bus;
     QString m_service;
+    QStringList m_told; ///< paths of the controls
 };
 
 } // namespace veldron
