@@ -50,13 +50,18 @@ TEST_F(ChartUpdateTest, displayPart_appliesTheDialogsValues) {
     EXPECT_EQ(chart.Update(), 5);
 }
 
-TEST_F(ChartUpdateTest, displayPart_drawsTheAxesAgain) {
+TEST_F(ChartUpdateTest, displayPart_laysTheAxesOutWhateverTheSettingsDo) {
+    // Nothing is set in it: the chart drops an update rate of 0, and keeps the kind of display.
+    frmDisplaySettings unset{fixture.guard};
+    const SettingHolders holders{
+        fixture.vdr, fixture.ctlFrequency1, fixture.ctlMonitorMode1, fixture.ctlDataMode1, chart,
+        unset,       fixture.commSettings};
     chart.show();
     QApplication::processEvents();
     chart.setdBSpan(static_cast<qint16>(chart.dBSpan() / 2));
     chart.Refresh();
     const QImage oldLabels = labels();
-    updateChartDisplay(fixture.holders);
+    updateChartDisplay(holders);
     chart.Refresh();
     EXPECT_NE(labels(), oldLabels);
 }
