@@ -2,6 +2,7 @@
 #include "recordings/CommandOptions.h"
 
 #include "common/DateTimeText.h"
+#include "common/TimeOfDay.h"
 #include "common/UntrappedError.h"
 #include "recordings/ByteSource.h"
 #include "recordings/CommandError.h"
@@ -149,7 +150,7 @@ bool TimeWindow::has(const RecordedScan &scan) {
 }
 
 qint64 momentOf(const QDate &date, qint32 second) {
-    return date.toJulianDay() * kDaySeconds + second;
+    return date.toJulianDay() * kSecondsPerDay + second;
 }
 
 } // namespace veldron

@@ -34,11 +34,29 @@ void removeTemporaryAndEnd(int number) {
     ::raise(number);
 }
 
+/// Holds the ending signals back while it lives.
+class SignalsHeldBack {
+public:
+    SignalsHeldBack() {
+        sigset_t signals;
+        ::sigemptyset(&signals);
+        for (const int number : kEndingSignals) {
+            ::sigaddset(&signals, number);
+        }
+        ::sigprocmask(SIG_BLOCK, &signals, &m_old);
+    }
+    SignalsHeldBack(const SignalsHeldBack &) = delete;
+    SignalsHeldBack &operator=(const SignalsHeldBack &) = delete;
+    ~SignalsHeldBack() { ::sigprocmask(SIG_SETMASK, &m_old, nullptr); }
+
+private:
+    sigset_t m_old{};
+};
+
 void removeWhenEnded(const std::string &path) {
     if (path.size() >= temporaryToRemove.size()) {
         return;
     }
-    // First the tail: the handler never sees a name without its end.
     std::strncpy(temporaryToRemove.data(), path.c_str(), temporaryToRemove.size() - 1);
     struct sigaction action {};
     action.sa_handler = removeTemporaryAndEnd;
@@ -100,6 +118,8 @@ void OutputFile::openTemporary(bool force) {
         fail(EISDIR, 0);
     }
     const mode_t mode = modeFor(m_target);
+    // A signal between the file and its handler would leave the file.
+    const SignalsHeldBack heldBack;
     m_temporary = m_target + ".XXXXXX";
     m_descriptor = ::mkostemp(m_temporary.data(), O_CLOEXEC);
     if (m_descriptor < 0) {

@@ -2,7 +2,9 @@
 #include "recordings/PlaybackJudge.h"
 
 #include "common/LeadingNumber.h"
+#include "common/LevelScan.h"
 #include "common/TextFile.h"
+#include "common/TimeOfDay.h"
 #include "format/FileErrors.h"
 #include "format/ScanLine.h"
 #include "format/SettingsValue.h"
@@ -18,8 +20,6 @@ namespace {
 
 using Kind = Stumble::Kind;
 
-/// The steps of a span in the monitor panel, whose span is a number of 32 bits.
-constexpr qint64 kPanelSteps = 320;
 constexpr int kChannelsOfABlock = 3;
 
 /// The forms that the times of \a texts have, and the plain form.
@@ -190,7 +190,7 @@ void PlaybackJudge::takeScan(QByteArrayView timeText, bool ended) {
     if (!hasDate()) {
         return;
     }
-    const qint64 moment = m_date->date->toJulianDay() * kDaySeconds + *second;
+    const qint64 moment = m_date->date->toJulianDay() * kSecondsPerDay + *second;
     if (!m_start) {
         m_start = moment;
         m_firstIsLast = true;
@@ -269,9 +269,9 @@ void PlaybackJudge::storeChannel() {
     ++m_channelLines;
 }
 
-/// Outside channel mode the panel works out a span from the step.
+/// Outside channel mode the panel works out a span from the step, as a number of 32 bits.
 void PlaybackJudge::endBlock() {
-    const qint64 span = qint64{m_channelStep.roundedTo32()} * kPanelSteps;
+    const qint64 span = qint64{m_channelStep.roundedTo32()} * kScanSteps;
     if (m_channelLines == kChannelsOfABlock && !m_isChannelMode &&
         span != static_cast<qint32>(span)) {
         throw spanTooLarge();

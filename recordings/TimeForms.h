@@ -10,9 +10,6 @@
 
 namespace veldron {
 
-/// Seconds of a day.
-inline constexpr qint32 kDaySeconds = 86400;
-
 /// The forms of time texts that the recorder writes, over all locales of the system.
 ///
 /// A recording doesn't tell its locale, but all its times have one form. A Set holds the forms that

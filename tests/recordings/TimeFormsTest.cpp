@@ -2,6 +2,7 @@
 #include "recordings/TimeForms.h"
 
 #include "common/DateTimeText.h"
+#include "common/TimeOfDay.h"
 
 #include <gtest/gtest.h>
 
@@ -24,7 +25,7 @@ TEST(TimeForms, everyLocale_itsTimesAreReadAndShareAForm) {
     for (const QLocale &locale : systemLocales()) {
         const DateTimeText texts(locale);
         TimeForms::Set forms = TimeForms::all();
-        for (int second = 7; second < kDaySeconds; second += 1799) {
+        for (int second = 7; second < kSecondsPerDay; second += 1799) {
             const QByteArray text = texts.timeText(QTime(0, 0).addSecs(second)).toLatin1();
             const auto reading = TimeForms::read(text, forms);
             ASSERT_TRUE(reading) << locale.name().toStdString() << ": " << text.constData();
@@ -56,7 +57,7 @@ TEST(TimeForms, halvesOfTheDay_beginAtTwelve) {
     EXPECT_EQ(read("12:00:00 AM"), 0);
     EXPECT_EQ(read("1:00:00 AM"), 3600);
     EXPECT_EQ(read("12:00:00 PM"), 43200);
-    EXPECT_EQ(read("11:59:59 PM"), kDaySeconds - 1);
+    EXPECT_EQ(read("11:59:59 PM"), kSecondsPerDay - 1);
 }
 
 TEST(TimeForms, formThatATextExcludes_isNotReadAgain) {
