@@ -6,6 +6,7 @@
 #include "tests/recordings/Recordings.h"
 
 #include <QDir>
+#include <QRegularExpression>
 
 #include <csignal>
 
@@ -28,6 +29,27 @@ TEST_F(HistoryProgram, help_listsEveryCommandWithAnExample) {
         const Result own = run({QString::fromLatin1(row.name), "--help"});
         EXPECT_EQ(own.code, 0);
         EXPECT_TRUE(own.out.contains(row.example)) << own.out.constData();
+    }
+}
+
+TEST_F(HistoryProgram, completion_offersEveryCommandAndOption) {
+    const QString complete = "PATH=\"$(dirname %1):$PATH\"; . %2/veldron-history; "
+                             "COMP_WORDS=(veldron-history %3); COMP_CWORD=%4; _veldron_history; "
+                             "printf '%s\\n' \"${COMPREPLY[@]}\"";
+    const auto offered = [&](const QString &words, int word) {
+        return shell(complete.arg(program(), VELDRON_COMPLETIONS, words).arg(word)).out.split('\n');
+    };
+    const QList<QByteArray> commands = offered("''", 1);
+    const QRegularExpression option("(?<![\\w-])--[a-z][a-z-]*");
+    for (const CommandRow &row : commandRows()) {
+        EXPECT_TRUE(commands.contains(row.name)) << row.name;
+        const QList<QByteArray> options = offered(QString::fromLatin1(row.name) + " --", 2);
+        auto matches = option.globalMatch(run({row.name, "--help"}).out);
+        EXPECT_TRUE(matches.hasNext());
+        while (matches.hasNext()) {
+            const QByteArray text = matches.next().captured().toLatin1();
+            EXPECT_TRUE(options.contains(text)) << row.name << ' ' << text.constData();
+        }
     }
 }
 
