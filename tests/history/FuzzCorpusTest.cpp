@@ -3,6 +3,7 @@
 // that a user would be told, and leaves the readers fit for the next.
 #include "tests/fuzz/FuzzEntry.h"
 #include "tests/fuzz/LineEntry.h"
+#include "tests/fuzz/RecordingEntry.h"
 
 #include <gtest/gtest.h>
 
@@ -34,6 +35,11 @@ TEST(FuzzCorpus, settingsFiles_loadOrFailCleanly) {
 
 TEST(FuzzCorpus, historyFiles_playOrFailCleanly) {
     EXPECT_GE(replay("history", playHistoryBytes), 8);
+}
+
+/// As below, a reader that breaks a promise aborts the process.
+TEST(FuzzCorpus, historyFiles_areReadWithoutLoss) {
+    EXPECT_GE(replay("history", readRecordingBytes), 8);
 }
 
 /// A reader that breaks a promise aborts the process, and so fails this test.
