@@ -14,9 +14,10 @@ namespace veldron {
 
 namespace {
 
-/// True if the unit's value isn't what the panel shows. Compares exactly. The first read that fails
-/// differs from any panel, except for the attenuator, where it looks like "off"; once the panels
-/// show the failure values, further failures differ from nothing, and the first good read does.
+/// True if the unit's value isn't what the panel shows. Compares exactly. A read that fails differs
+/// from any panel that doesn't show its failure value; the attenuator's looks like "off". Receiver,
+/// mode, bandwidth and monitor mode refuse that value, and the data mode shows Normal for it, so
+/// these go on differing at each cycle in which they can't be read.
 using Differs = bool (*)(const SettingHolders &);
 
 /// The settings in the order in which they are checked, one at each poll.
