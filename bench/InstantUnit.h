@@ -24,7 +24,10 @@ public:
     [[nodiscard]] QByteArray Input() override;
     void setInputLen(qint16 length) override { m_InputLen = length; }
     [[nodiscard]] qint32 InBufferCount() override { return static_cast<qint32>(m_arrived.size()); }
-    void setOutput(const QByteArray &bytes) override { m_arrived += m_unit.answer(bytes); }
+    Result setOutput(const QByteArray &bytes) override {
+        m_arrived += m_unit.answer(bytes);
+        return std::nullopt;
+    }
     void setSettings(const QString & /*settings*/) override {}
     void setHandshaking(qint16 /*handshaking*/) override {}
     void setInputMode(qint16 /*mode*/) override {}

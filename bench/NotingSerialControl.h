@@ -14,10 +14,10 @@ class NotingSerialControl : public QtSerialControl {
 public:
     using QtSerialControl::QtSerialControl;
 
-    void setOutput(const QByteArray &bytes) override {
+    Result setOutput(const QByteArray &bytes) override {
         m_sent.append(bytes.chopped(qMin(bytes.size(), qsizetype{2})));
         m_lastSent = std::chrono::steady_clock::now();
-        QtSerialControl::setOutput(bytes);
+        return QtSerialControl::setOutput(bytes);
     }
     /// The commands since the last call, without their line ends.
     QByteArrayList takeSent() {

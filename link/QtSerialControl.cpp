@@ -272,20 +272,22 @@ qint32 QtSerialControl::InBufferCount() {
     return isLive() ? static_cast<qint32>(m_port->bytesAvailable()) : 0;
 }
 
-void QtSerialControl::setOutput(const QByteArray &bytes) {
+SerialControl::Result QtSerialControl::setOutput(const QByteArray &bytes) {
     letGoOfBroken();
-    if (m_PortOpen && !m_port->isOpen() && openDevice()) {
-        // The device is still gone: the bytes are dropped.
-        return;
-    }
     if (!m_PortOpen) {
-        return;
+        return std::nullopt;
+    }
+    if (!m_port->isOpen()) {
+        if (Result failure = openDevice()) {
+            return failure; // the device is still gone, or not free: the bytes are dropped
+        }
     }
     // Before the write: what an earlier exchange could not send must not reach the unit now.
     m_port->clear(QSerialPort::Output);
     m_port->write(bytes);
     m_port->flush();
     letGoOfBroken();
+    return std::nullopt;
 }
 
 void QtSerialControl::setSettings(const QString &settings) {

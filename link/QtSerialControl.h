@@ -51,7 +51,7 @@ public:
     [[nodiscard]] QByteArray Input() override;
     void setInputLen(qint16 length) override { m_InputLen = length; }
     [[nodiscard]] qint32 InBufferCount() override;
-    void setOutput(const QByteArray &bytes) override;
+    Result setOutput(const QByteArray &bytes) override;
 
     void setSettings(const QString &settings) override;
     void setHandshaking(qint16 handshaking) override;

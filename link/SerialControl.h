@@ -56,8 +56,9 @@ public:
     virtual void setInputLen(qint16 length) = 0;
     /// Bytes that Input can take.
     [[nodiscard]] virtual qint32 InBufferCount() = 0;
-    /// Writes \a bytes to the line without waiting until they are sent.
-    virtual void setOutput(const QByteArray &bytes) = 0;
+    /// Writes \a bytes to the line without waiting until they are sent. Fails, and drops them, when
+    /// the line has failed and the port can't be opened again.
+    virtual Result setOutput(const QByteArray &bytes) = 0;
 
     /// Line settings as "baud,parity letter,data bits,stop bits"; a text of another form is
     /// dropped.

@@ -52,7 +52,8 @@ public:
     /// Path of the device behind COM \a port, empty when there is none.
     [[nodiscard]] QString deviceName(qint16 port) const { return m_control.deviceName(port); }
     /// Why COM \a port could not be opened when it was last tried, where the user can do something
-    /// about it: which program holds it, or which right is missing. Empty otherwise.
+    /// about it: which program holds it, or which right is missing. Empty otherwise. A port whose
+    /// device has gone is tried again with each command.
     [[nodiscard]] QString portProblem(qint16 port) const { return m_portProblems.value(port); }
     /// Position from 1 in the list of ports of the one that the unit was found on, 0 for none.
     [[nodiscard]] qint16 ComDefault() const { return m_ComDefault; }
@@ -138,6 +139,7 @@ private:
     void probePort(qint16 port);
     [[nodiscard]] SerialControl::Result openPort(qint16 port);
     void noteOpening(qint16 port, const SerialControl::Result &failure);
+    void noteReopening(const SerialControl::Result &failure);
     void restorePort(qint16 port);
 
     [[nodiscard]] bool sendWrite(const QString &command, const QString &report);

@@ -105,6 +105,15 @@ void frmVDR::noteOpening(qint16 port, const SerialControl::Result &failure) {
     }
 }
 
+/// Each command tries to open a port again whose device has gone, so a reason is told only when it
+/// is another one.
+void frmVDR::noteReopening(const SerialControl::Result &failure) {
+    const qint16 port = CommPort();
+    if (portProblem(port) != (failure ? failure->description : QString())) {
+        noteOpening(port, failure);
+    }
+}
+
 void frmVDR::restorePort(qint16 port) {
     // The program may have been ended while the message was shown. If the earlier port is gone too,
     // no port is open, and the caller sees that in CommPort.

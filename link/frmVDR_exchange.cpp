@@ -53,7 +53,7 @@ QByteArray frmVDR::exchangeLine(const QString &command) {
     const float start = m_clock.timeOfDay();
     const WaitLimit longest(m_clock);
     QByteArray reply;
-    m_control.setOutput(command.toLatin1() + Wire::kLineEnd);
+    noteReopening(m_control.setOutput(command.toLatin1() + Wire::kLineEnd));
     while (elapsedSince(start) < Wire::kReplyLimitSeconds && !longest.isReached() &&
            !reply.endsWith(Wire::kLineEnd)) {
         if (m_control.InBufferCount() >= 1) {

@@ -116,6 +116,14 @@ void frmCommSettings::addComPort(const QString &text) {
     showPortTip(cboComPort->count() - 1);
 }
 
+void frmCommSettings::showEvent(QShowEvent *event) {
+    // The link may have found another reason since the dialog was last up.
+    for (int row = 0; row < cboComPort->count(); ++row) {
+        showPortTip(row);
+    }
+    SettingsDialog::showEvent(event);
+}
+
 /// The device behind the port of \a row, and why it could not be opened.
 void frmCommSettings::showPortTip(int row) {
     const qint16 port = portOfText(cboComPort->itemText(row));

@@ -57,6 +57,9 @@ Q_SIGNALS:
     /// A port was chosen or the user changed the poll rate; \a What is its bit in Change.
     void Changed(veldron::CommChange What);
 
+protected:
+    void showEvent(QShowEvent *event) override;
+
 private:
     void makeControls();
     void layOut();

@@ -442,6 +442,27 @@ TEST_F(QtSerialControlTest, pluggedInAgain_nextWriteOpensTheNewDevice) {
     EXPECT_EQ(read(3), "IVE");
 }
 
+TEST_F(QtSerialControlTest, pluggedInAgainButHeldByAnother_writeTellsByWhom) {
+    ASSERT_FALSE(open().has_value());
+    unplug();
+    const SerialControl::Result gone = control.setOutput("lost\r\n");
+    ASSERT_TRUE(gone.has_value());
+    EXPECT_EQ(gone->number, 8002);
+    const PseudoTerminal next;
+    plug(next);
+    QtSerialControl other(guard, PortMap::ofDevices({next.path()}));
+    other.setCommPort(1);
+    ASSERT_FALSE(other.setPortOpen(true).has_value());
+    const SerialControl::Result held = control.setOutput("lost\r\n");
+    ASSERT_TRUE(held.has_value());
+    EXPECT_EQ(held->number, 8005);
+    EXPECT_TRUE(held->description.startsWith(next.path() + " is in use by "))
+        << held->description.toStdString();
+    other.setPortOpen(false);
+    EXPECT_FALSE(control.setOutput("RIVE\r\n").has_value());
+    EXPECT_EQ(next.receiveLine(), "RIVE");
+}
+
 TEST_F(QtSerialControlTest, closedAfterUnplugging_writesNoLongerOpenIt) {
     ASSERT_FALSE(open().has_value());
     unplug();

@@ -356,6 +356,26 @@ TEST_F(FrmVDRDiscovery, portThatIsFreeAgain_hasNoProblem) {
     EXPECT_EQ(vdr.portProblem(4), "");
 }
 
+TEST_F(FrmVDRDiscovery, portThatAnotherProgramTookAfterAnUnplug_isExplainedOnceAReason) {
+    bringUp();
+    testing::internal::CaptureStderr();
+    const auto tryTwice = [this](int number, const QString &description) {
+        control.failReopening(number, description);
+        vdr.Connect();
+        vdr.Connect();
+    };
+    tryTwice(SerialErrorCode::kNoSuchPort, "no such port");
+    EXPECT_EQ(vdr.portProblem(3), "");
+    tryTwice(SerialErrorCode::kPortInUse, "held by dialler");
+    EXPECT_EQ(vdr.portProblem(3), "held by dialler");
+    tryTwice(SerialErrorCode::kPermissionDenied, "join the group");
+    EXPECT_EQ(vdr.portProblem(3), "join the group");
+    tryTwice(0, {});
+    EXPECT_EQ(vdr.portProblem(3), "");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "veldron: COM 3: held by dialler\nveldron: COM 3: join the group\n");
+}
+
 TEST_F(FrmVDRDiscovery, deviceName_isTheControls) {
     control.setDeviceName(3, "/dev/ttyUSB0");
     EXPECT_EQ(vdr.deviceName(3), "/dev/ttyUSB0");

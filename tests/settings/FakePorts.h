@@ -18,6 +18,7 @@ public:
     std::set<qint16> busyPorts;
     qint16 portOfUnit = 0;
     QString folder = "/dev/"; ///< of the devices
+    Result reopening;         ///< what each write meets, after an unplug
     QStringList log;          ///< "open 3", "refused 4", "close 3", "write RIVE"
 
     [[nodiscard]] qint16 CommPort() const override { return m_port; }
@@ -40,11 +41,12 @@ public:
     [[nodiscard]] QByteArray Input() override { return std::exchange(m_waiting, {}); }
     void setInputLen(qint16) override {}
     [[nodiscard]] qint32 InBufferCount() override { return static_cast<qint32>(m_waiting.size()); }
-    void setOutput(const QByteArray &bytes) override {
+    Result setOutput(const QByteArray &bytes) override {
         log.append("write " + QString::fromLatin1(bytes).trimmed());
         if (m_port == portOfUnit && bytes == "RIVE\r\n") {
             m_waiting = "IVE Ver 1.5 \r\n";
         }
+        return reopening;
     }
     void setSettings(const QString &) override {}
     void setHandshaking(qint16) override {}

@@ -160,6 +160,15 @@ TEST_F(FrmCommSettingsTest, markUpInTheDevicesName_isShownAsItStandsInTheTip) {
     EXPECT_EQ(shown.toPlainText(), "/tmp/<b>x<b>/fake4");
 }
 
+TEST_F(FrmCommSettingsTest, portTakenAfterAnUnplug_saysWhyWhenTheDialogComesUp) {
+    m_form.selectComPort(2);
+    m_form.hide();
+    m_ports.reopening = SerialError{SerialErrorCode::kPortInUse, "in use by dialler"};
+    m_vdr.Connect();
+    m_form.show();
+    EXPECT_EQ(ports()->itemData(2, Qt::ToolTipRole).toString(), "/dev/fake3\nin use by dialler");
+}
+
 TEST_F(FrmCommSettingsTest, machineWithoutPorts_listsNoneOnly) {
     m_form.fillComPorts({});
     EXPECT_EQ(ports()->count(), 1);

@@ -120,7 +120,7 @@ qint32 ScriptedSerialControl::InBufferCount() {
     return m_PortOpen && !m_lost ? static_cast<qint32>(m_arrived.size()) : 0;
 }
 
-void ScriptedSerialControl::setOutput(const QByteArray &bytes) {
+SerialControl::Result ScriptedSerialControl::setOutput(const QByteArray &bytes) {
     note("Output", QString::fromLatin1(bytes).remove(QStringLiteral("\r\n")));
     m_written += bytes;
     m_line += bytes;
@@ -129,6 +129,7 @@ void ScriptedSerialControl::setOutput(const QByteArray &bytes) {
         m_line.remove(0, end + 2);
         takeCommand(command);
     }
+    return m_reopening.number == 0 ? Result() : m_reopening;
 }
 
 void ScriptedSerialControl::takeCommand(const QString &command) {

@@ -49,6 +49,11 @@ public:
     void setDeviceName(qint16 port, const QString &name) { m_deviceNames[port] = name; }
     /// The line has failed while the port is open: reads give nothing, and a wait returns at once.
     void setLineLost(bool lost) { m_lost = lost; }
+    /// The line has failed, and each write fails to open it again; a number of 0 ends that.
+    void failReopening(int number, const QString &description = {}) {
+        setLineLost(number != 0);
+        m_reopening = {number, description};
+    }
 
     // Replies, as raw bytes with their line ends.
     void setReply(const QString &command, const QByteArray &reply);
@@ -102,7 +107,7 @@ public:
     void setInputLen(qint16 length) override;
     [[nodiscard]] qint16 InputLen() const { return m_InputLen; }
     [[nodiscard]] qint32 InBufferCount() override;
-    void setOutput(const QByteArray &bytes) override;
+    Result setOutput(const QByteArray &bytes) override;
     void setSettings(const QString &settings) override;
     void setHandshaking(qint16 handshaking) override;
     void setInputMode(qint16 mode) override;
@@ -140,6 +145,7 @@ private:
     ManualClock &m_clock;
     std::map<qint16, SerialError> m_openErrors;
     std::map<qint16, SerialError> m_choiceErrors;
+    SerialError m_reopening;
     std::map<qint16, QString> m_deviceNames;
     std::map<QString, std::deque<ReplyScript>> m_queued;
     std::map<QString, ReplyScript> m_replies;
