@@ -152,7 +152,8 @@ TEST_F(ReadBackTest, pollTimer_runsAtTheFullPollPeriodAfterwards) {
 
 TEST_F(ReadBackTest, stoppedPollTimer_isStarted) {
     startUp();
-    pollTimer()->stop();
+    m_form->findChild<PollTimer *>()->setEnabled(false);
+    ASSERT_FALSE(isPolling());
     doubleClickChart(megahertz(101));
     EXPECT_TRUE(isPolling());
 }
