@@ -3,6 +3,7 @@
 
 #include "tests/support/OpenFiles.h"
 
+#include <QDialog>
 #include <QMenu>
 
 namespace veldron {
@@ -74,6 +75,37 @@ TEST_F(FrmDisplayEndTest, unload_closesTheRecordingThenSavesThenClosesThePort) {
     seen.removeDuplicates();
     EXPECT_EQ(seen, QStringList{"recording closed, port open"});
     expectEnded();
+}
+
+/// Calls \a act when a dialog closes, shown or not.
+class CloseWatcher : public QObject {
+public:
+    explicit CloseWatcher(std::function<void(const QString &)> act) : m_act(std::move(act)) {}
+    void watch(QDialog &dialog) { dialog.installEventFilter(this); }
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override {
+        if (event->type() == QEvent::Close) {
+            m_act(qobject_cast<QDialog *>(watched)->windowTitle());
+        }
+        return false;
+    }
+
+private:
+    std::function<void(const QString &)> m_act;
+};
+
+TEST_F(FrmDisplayEndTest, unload_closesTheDialogsBehindThePort) {
+    startUp();
+    QStringList seen;
+    CloseWatcher watcher([&](const QString &title) {
+        seen.append(title + (m_control.PortOpen() ? ", port open" : ", port closed"));
+    });
+    watcher.watch(displaySettings());
+    watcher.watch(commSettings());
+    m_form->close();
+    EXPECT_EQ(seen, (QStringList{"Communication Settings, port closed",
+                                 "Display Settings, port closed"}));
 }
 
 TEST_F(FrmDisplayEndTest, closeWhileRecordingAnsweredCancel_changesNothing) {
