@@ -252,6 +252,17 @@ TEST_F(FrmDisplayMenuTest, pollRateChangedWithoutPolling_startsNone) {
     EXPECT_FALSE(isPolling());
 }
 
+TEST_F(FrmDisplayMenuTest, pollRateOfAFileThatNoRowHas_reachesTimerAndChartAlone) {
+    startUp();
+    writeFile("a.set", "VELDRONv1 Settings\r\nPoll 300\r\n");
+    m_dialogs.pickFile(path("a.set"));
+    pick("mnuFileLoadSettings");
+    EXPECT_EQ(pollTimer()->interval(), 300);
+    EXPECT_EQ(chart().Poll(), 300);
+    EXPECT_EQ(commSettings().Poll(), 1000);
+    EXPECT_EQ(commSettings().findChild<QComboBox *>("cboPoll")->currentText(), "1s");
+}
+
 TEST_F(FrmDisplayMenuTest, firstPortChosenByTheUser_connectsAtOnceAndStartsPolling) {
     setPorts({3}, 0);
     startUp();
