@@ -109,6 +109,7 @@ Bitmap8::Handle Bitmap8::Create(qint32 width, qint32 height) {
         m_table.at(i) = {grey, grey, grey, 0};
     }
     m_pixels.assign(m_header.biSizeImage, 0);
+    m_usedEnd = 0;
     passTable(0, static_cast<int>(m_table.size()));
     m_hBitmap = kRaster;
     m_previousBitmap = kContextsOwnBitmap;
@@ -126,10 +127,14 @@ void Bitmap8::Destroy() {
 
 void Bitmap8::Clear() {
     std::fill(m_pixels.begin(), m_pixels.end(), quint8{0});
+    m_usedEnd = 0;
 }
 
 void Bitmap8::Scroll(qint16 dx, qint16 dy) {
     const qint32 width = m_header.biWidth;
+    if (dx != 0 || dy < 0) {
+        m_usedEnd = static_cast<qint64>(m_pixels.size());
+    }
     if (dx > 0) {
         move({dx, 0, width - dx, rows()}, {0, 0});
     }
@@ -137,7 +142,9 @@ void Bitmap8::Scroll(qint16 dx, qint16 dy) {
         move({0, 0, width - dx, rows()}, {dx, 0});
     }
     if (dy > 0) {
-        move({0, dy, width, rows() - dy}, {0, 0});
+        // Rows of zeros moved onto rows of zeros change nothing.
+        move({0, dy, width, std::min(rows() - dy, usedRows())}, {0, 0});
+        m_usedEnd += qint64{dy} * m_stride;
     }
     if (dy < 0) {
         move({0, 0, width, rows() - dy}, {0, dy});
@@ -165,6 +172,11 @@ void Bitmap8::move(const QRect &destination, QPoint source) {
         std::memmove(address(target.left(), y), address(target.left() + shift.x(), y + shift.y()),
                      length);
     }
+}
+
+qint32 Bitmap8::usedRows() const {
+    const qint64 used = m_stride > 0 ? (m_usedEnd + m_stride - 1) / m_stride : 0;
+    return static_cast<qint32>(std::min<qint64>(used, rows()));
 }
 
 bool Bitmap8::holds(const QRect &source) const {
@@ -199,6 +211,9 @@ void Bitmap8::Render(PixelSurface *target, const QRect &destination, const QRect
 void Bitmap8::Resize(float factor) {
     if (!std::isfinite(factor) || factor <= 0.0F) {
         return;
+    }
+    if (factor > 1.0F && m_usedEnd > 0) {
+        m_usedEnd = static_cast<qint64>(m_pixels.size()); // rows move down, and zeros stay zeros
     }
     const auto height = static_cast<double>(rows());
     const auto eighth = Numbers::roundTo<qint32>(height / 8.0);
@@ -250,6 +265,7 @@ void Bitmap8::setdata(qint32 x, qint32 y, quint8 value) {
     const qint64 address = qint64{m_stride} * y + x;
     if (address >= 0 && address < static_cast<qint64>(m_pixels.size())) {
         m_pixels[static_cast<std::size_t>(address)] = value;
+        m_usedEnd = std::max(m_usedEnd, value != 0 ? address + 1 : 0);
     }
 }
 

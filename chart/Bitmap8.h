@@ -74,6 +74,7 @@ private:
 
     [[nodiscard]] static qint32 roundUpToFour(qint32 value) { return (value + 3) & ~3; }
     [[nodiscard]] qint32 rows() const { return qAbs(m_header.biHeight); }
+    [[nodiscard]] qint32 usedRows() const;
     void passTable(int first, int count);
     void move(const QRect &destination, QPoint source);
     void stretchRows(qint32 sourceHeight, qint32 destinationHeight);
@@ -86,6 +87,8 @@ private:
     std::array<Entry, 256> m_table{};
     /// The bytes, row by row. Scrolling moves them as a block, once a row of the waterfall.
     std::vector<quint8> m_pixels;
+    /// From here on all bytes are 0. Scrolling leaves them alone: most rasters are nearly empty.
+    qint64 m_usedEnd = 0;
     Handle m_previousBitmap = 0;
     qint32 m_stride = 0;
     qint32 m_stretchMode = 0;

@@ -50,6 +50,40 @@ TEST(Bitmap8, destroyed_hasNoHandlesAndNoPixels) {
     EXPECT_EQ(bitmap.data(0, 0), 0);
 }
 
+// Beside a plain array, through all that writes, moves or stretches rows.
+TEST(Bitmap8, longSequences_scrollAllThatWasEverWritten) {
+    constexpr int kSide = 12;
+    std::mt19937 random(5);
+    Bitmap8 bitmap;
+    bitmap.Create(kSide, kSide);
+    std::vector<quint8> rows(kSide * kSide, 0);
+    for (int step = 0; step < 4000; ++step) {
+        const auto kind = random() % 40;
+        if (kind == 0) {
+            bitmap.Clear();
+            std::fill(rows.begin(), rows.end(), quint8{0});
+        } else if (kind < 4) {
+            // Twice as tall, then as before: only what is stretched out of the raster is lost.
+            bitmap.Resize(2.0F);
+            for (int y = kSide - 1; y > 0; --y) {
+                std::copy_n(rows.begin() + y / 2 * kSide, kSide, rows.begin() + y * kSide);
+            }
+        } else if (kind < 20) {
+            const auto at = random() % rows.size();
+            rows[at] = static_cast<quint8>(random() % 3);
+            bitmap.setdata(static_cast<qint32>(at % kSide), static_cast<qint32>(at / kSide),
+                           rows[at]);
+        } else {
+            const auto down = static_cast<qint16>(1 + random() % 3);
+            bitmap.Scroll(0, down);
+            std::copy_backward(rows.begin(), rows.end() - down * kSide, rows.end());
+        }
+        for (std::size_t i = 0; i < rows.size(); ++i) {
+            ASSERT_EQ(bitmap.data(static_cast<qint32>(i), 0), rows[i]) << step << " at " << i;
+        }
+    }
+}
+
 TEST(Bitmap8, destroyedAfterScrolling_takesEverythingQuietly) {
     Numbered bitmap(4, 6);
     bitmap.Scroll(0, 2);
