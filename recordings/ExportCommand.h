@@ -3,10 +3,15 @@
 
 #include "recordings/CommandOptions.h"
 #include "recordings/HistoryCommand.h"
+#include "recordings/PngExport.h"
 #include "recordings/RecordingExport.h"
 
 #include <memory>
 #include <string>
+
+namespace CLI {
+class Option;
+}
 
 namespace veldron {
 
@@ -17,13 +22,24 @@ public:
     ExitCode run(Console &console) override;
 
 private:
+    void addPictureOptions(CLI::App &options, CLI::Option *png);
     [[nodiscard]] std::string outputByDefault() const;
     [[nodiscard]] std::unique_ptr<RecordingExport> makeExport(Console &console, OutputFile &out);
+    [[nodiscard]] PictureOptions pictureOptions() const;
+    ExitCode exportPicture(Console &console);
+    ExitCode exportInOnePass(Console &console);
 
     std::string m_file;
     bool m_csv = false;
     bool m_long = false;
     bool m_netcdf = false;
+    bool m_png = false;
+    std::string m_size = "1280x800";
+    std::string m_low;
+    std::string m_high;
+    std::string m_colours;
+    bool m_trace = false;
+    bool m_noAxes = false;
     OutputOptions m_output;
     DateOptions m_dates;
     TimeWindow m_window;

@@ -2,11 +2,10 @@
 #include "recordings/NetcdfExport.h"
 
 #include "common/UntrappedError.h"
-#include "recordings/ScanFinder.h"
+#include "recordings/FailedTransfer.h"
 
 #include <QFile>
 
-#include <algorithm>
 #include <limits>
 #include <utility>
 
@@ -22,12 +21,6 @@ constexpr std::size_t kOddChunkRows = 64;
 /// Seconds since 1970.
 qint64 timeOf(const RecordedScan &scan) {
     return momentOf(*scan.date, scan.second) - momentOf(QDate(1970, 1, 1), 0);
-}
-
-/// What the recorder writes for a transfer that failed, and for one that brought nothing.
-bool isFailure(QByteArrayView levels) {
-    return (levels.size() == 1 || levels.size() == ScanFinder::kMostLevels) &&
-           std::all_of(levels.begin(), levels.end(), [](char level) { return level == '\0'; });
 }
 
 /// Settings whose values are numbers of hertz, and those that are whole numbers.
@@ -102,7 +95,7 @@ NetcdfFile::GroupNumber NetcdfExport::groupFor(const RecordedScan &scan) {
     if (const auto found = m_groups.find(levels); found != m_groups.end()) {
         return found->second;
     }
-    const bool isOwn = m_ownLevels == 0 && !isFailure(scan.levels);
+    const bool isOwn = m_ownLevels == 0 && !isFailedTransfer(scan.levels);
     if (isOwn) {
         m_ownLevels = levels;
     }

@@ -1,0 +1,181 @@
+// SPDX-License-Identifier: MIT
+#include "recordings/PngExport.h"
+
+#include "chart/ChartColours.h"
+#include "chart/PixelSurface.h"
+#include "recordings/CommandError.h"
+#include "recordings/FailedTransfer.h"
+#include "recordings/PictureAxes.h"
+#include "utilities/Colour.h"
+#include "utilities/Palette.h"
+
+#include <QBuffer>
+#include <QGuiApplication>
+#include <QImage>
+#include <QPainter>
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace veldron {
+
+namespace {
+
+/// Between two dots of a time line.
+constexpr int kDotPitch = 8;
+/// Of a scan's poll interval: it may come late by as much again.
+constexpr qint64 kPatience = 2;
+constexpr int kFontHeight = 12;
+/// Of 0 to 100: quick, and some percent larger than the smallest.
+constexpr int kPngQuality = 85;
+constexpr quint32 kMedianColour = 0x0000FF00;
+
+/// What draws texts needs an application, and a font, but no screen.
+void needApplication() {
+    if (qGuiApp == nullptr) {
+        static int count = 1;
+        static std::array<char, 8> name{"export"};
+        static std::array<char *, 2> arguments{name.data(), nullptr};
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        // What the toolkit says of a session that isn't there doesn't concern the user.
+        qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
+        static const QGuiApplication application(count, arguments.data());
+    }
+}
+
+/// The level that half of the counted ones don't exceed.
+int medianOf(const WaterfallRaster::Counts &counts) {
+    quint64 total = 0;
+    for (const quint64 count : counts) {
+        total += count;
+    }
+    quint64 below = 0;
+    int raw = 0;
+    while (raw < 255 && (below += counts.at(static_cast<std::size_t>(raw))) * 2 < total) {
+        ++raw;
+    }
+    return raw;
+}
+
+QRect placed(const PictureAxes::Label &label, QSize size) {
+    using Anchor = PictureAxes::Label::Anchor;
+    QRect area({0, 0}, size);
+    area.moveCenter(label.at);
+    if (label.anchor == Anchor::Right) {
+        area.moveRight(label.at.x());
+    }
+    return area;
+}
+
+void drawCurve(QImage &picture, const QRect &area, int column, std::ptrdiff_t raw, quint32 colour) {
+    const int y = LevelScale().rowOf(static_cast<int>(raw), area.top(), area.bottom());
+    picture.setPixel(area.left() + column, qBound(area.top(), y, area.bottom()), toRgb(colour));
+}
+
+} // namespace
+
+PngExport::PngExport(const std::string &file, TimeWindow window, Console &console, OutputFile &out,
+                     const PictureOptions &options, const RecordingExtent &extent)
+    : RecordingExport(file, std::move(window), console), m_out(out),
+      m_options(options), m_extent{extent.begin(), extent.end(), options.low.value_or(extent.low()),
+                                   options.high.value_or(extent.high())},
+      m_palette(options.palette.value_or(static_cast<qint16>(
+          extent.palette().value_or(static_cast<qint64>(PaletteCode::Spectrum6))))) {
+    const QRect area = PictureLayout::of(options.size, options.hasAxes, options.hasTrace).fall;
+    if (area.width() < 1 || area.height() < 1 || m_extent.high < m_extent.low) {
+        throw CommandError(ExitCode::WrongUsage,
+                           QStringLiteral("the size or the frequencies leave nothing to draw"));
+    }
+    m_raster = std::make_unique<WaterfallRaster>(area.width(), area.height(), m_extent);
+    if (options.hasTrace) {
+        m_raster->beginCounting();
+    }
+}
+
+void PngExport::settingsChanged() {
+    const qint64 poll =
+        std::clamp<qint64>(settings().number(SettingsKey::Poll).value_or(0), 0, 65535);
+    m_interval = kPatience * (poll / 1000 + 1);
+}
+
+void PngExport::take(const RecordedScan &scan) {
+    if (scan.date && axis() && !isFailedTransfer(scan.levels)) {
+        m_raster->take(momentOf(*scan.date, scan.second), m_interval, *axis(), scan.levels);
+    }
+}
+
+void PngExport::writePicture() {
+    m_raster->finish();
+    const PictureLayout layout =
+        PictureLayout::of(m_options.size, m_options.hasAxes, m_options.hasTrace);
+    QImage picture(m_options.size, QImage::Format_RGB32);
+    picture.fill(toRgb(ChartColours::kBackground));
+    drawWaterfall(picture, layout.fall);
+    if (m_options.hasTrace) {
+        drawTrace(picture, layout.trace);
+    }
+    if (m_options.hasAxes) {
+        drawAxes(picture, layout);
+    }
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    picture.save(&buffer, "PNG", kPngQuality);
+    m_out.write(bytes);
+}
+
+void PngExport::drawWaterfall(QImage &picture, const QRect &area) const {
+    std::array<QRgb, 256> colours{};
+    for (std::size_t raw = 0; raw < colours.size(); ++raw) {
+        const quint8 level = LevelScale().schemeLevel(static_cast<int>(raw));
+        colours.at(raw) = toRgb(GeneralUtilities::PaletteColour(level, m_palette));
+    }
+    for (int y = 0; y < area.height(); ++y) {
+        const std::uint8_t *const row = m_raster->row(y);
+        auto *const line = reinterpret_cast<QRgb *>(picture.scanLine(area.top() + y));
+        for (int x = 0; x < area.width(); ++x) {
+            line[area.left() + x] = colours[row[x]];
+        }
+    }
+}
+
+void PngExport::drawTrace(QImage &picture, const QRect &area) const {
+    for (int column = 0; column < area.width(); ++column) {
+        const WaterfallRaster::Counts &counts = m_raster->counts(column);
+        const auto isThere = [](quint64 count) {
+            return count > 0;
+        };
+        const auto weakest = std::find_if(counts.begin(), counts.end(), isThere);
+        if (weakest == counts.end()) {
+            continue;
+        }
+        const auto strongest = std::find_if(counts.rbegin(), counts.rend(), isThere);
+        drawCurve(picture, area, column, weakest - counts.begin(), ChartColours::kFrame);
+        drawCurve(picture, area, column, medianOf(counts), kMedianColour);
+        drawCurve(picture, area, column, counts.rend() - strongest - 1, ChartColours::kPeak);
+    }
+}
+
+void PngExport::drawAxes(QImage &picture, const PictureLayout &layout) const {
+    needApplication();
+    const PictureAxes axes = PictureAxes::of(m_options.size, layout, m_extent, LevelScale());
+    for (const int y : axes.timeRows) {
+        for (int x = layout.fall.left(); x <= layout.fall.right(); x += kDotPitch) {
+            picture.setPixel(x, y, toRgb(ChartColours::kFrame));
+        }
+    }
+    QPainter painter(&picture);
+    for (const PlannedLine &line : axes.lines) {
+        painter.fillRect(PixelSurface::lineArea(line.from, line.to), QColor(toRgb(line.colour)));
+    }
+    QFont font = painter.font();
+    font.setPixelSize(kFontHeight);
+    painter.setFont(font);
+    painter.setPen(QColor(toRgb(ChartColours::kAxis)));
+    for (const PictureAxes::Label &label : axes.labels) {
+        const QSize size = painter.fontMetrics().size(Qt::TextSingleLine, label.text);
+        painter.drawText(placed(label, size), Qt::AlignCenter | Qt::TextDontClip, label.text);
+    }
+}
+
+} // namespace veldron

@@ -1,0 +1,256 @@
+// SPDX-License-Identifier: MIT
+#include "recordings/PngExport.h"
+
+#include "chart/LevelScale.h"
+#include "tests/recordings/HistoryRun.h"
+#include "tests/recordings/Recordings.h"
+#include "utilities/Colour.h"
+#include "utilities/Palette.h"
+
+#include <QDir>
+
+namespace veldron {
+namespace {
+
+const QDate kDay(2005, 3, 21);
+
+/// A picture as numbers, out of a plain PPM file.
+struct Picture {
+    int width = 0;
+    int height = 0;
+    QByteArray bytes;
+
+    /// 0x00BBGGRR, as the chart's colours.
+    [[nodiscard]] quint32 at(int x, int y) const {
+        const auto channel = [&](int number) {
+            return static_cast<quint32>(
+                static_cast<quint8>(bytes[(qsizetype{y} * width + x) * 3 + number]));
+        };
+        return channel(0) | channel(1) << 8U | channel(2) << 16U;
+    }
+    [[nodiscard]] std::vector<quint32> row(int y) const {
+        std::vector<quint32> colours;
+        for (int x = 0; x < width; ++x) {
+            colours.push_back(at(x, y));
+        }
+        return colours;
+    }
+};
+
+class PngExportTest : public HistoryRun {
+protected:
+    [[nodiscard]] Picture exported(const QByteArray &recording, const QStringList &options) const {
+        put("a.rec", recording);
+        const Result result = run(QStringList{"export", "--png", "a.rec", "--force"} + options);
+        EXPECT_EQ(result.code, 0) << result.error.constData();
+        EXPECT_EQ(result.error, "");
+        EXPECT_EQ(shell("convert a.png -depth 8 a.ppm").code, 0);
+        QByteArray bytes = content("a.ppm");
+        Picture picture;
+        const QByteArrayList head = bytes.left(30).simplified().split(' ');
+        picture.width = head.value(1).toInt();
+        picture.height = head.value(2).toInt();
+        picture.bytes = bytes.right(qsizetype{picture.width} * picture.height * 3);
+        return picture;
+    }
+    [[nodiscard]] Picture bare(const QByteArray &recording, const QString &size,
+                               const QStringList &options = {}) const {
+        return exported(recording, QStringList{"--no-axes", "--size", size} + options);
+    }
+};
+
+RecordingText text() {
+    RecordingText recording;
+    recording.block(kDay);
+    return recording;
+}
+
+/// What the chart shows for a raw level.
+quint32 colourOf(int raw, PaletteCode scheme = PaletteCode::Spectrum6) {
+    return GeneralUtilities::PaletteColour(LevelScale().schemeLevel(raw),
+                                           static_cast<qint16>(scheme));
+}
+
+std::vector<quint32> coloursOf(const std::vector<int> &raw) {
+    std::vector<quint32> colours;
+    for (const int level : raw) {
+        colours.push_back(colourOf(level));
+    }
+    return colours;
+}
+
+TEST_F(PngExportTest, barePicture_hasTheChartsColoursAndTheNewestScanOnTop) {
+    RecordingText recording = text();
+    recording.scan(QTime(9, 0), {50, 60, 70, 80}).scan(QTime(9, 0, 1), {90, 100, 101, 45});
+    const Picture picture = bare(recording.bytes, "4x2");
+    EXPECT_EQ(picture.width, 4);
+    EXPECT_EQ(picture.height, 2);
+    EXPECT_EQ(picture.row(0), coloursOf({90, 100, 101, 45}));
+    EXPECT_EQ(picture.row(1), coloursOf({50, 60, 70, 80}));
+}
+
+TEST_F(PngExportTest, everyScheme_isTheChartsOwn) {
+    const QByteArray recording = text().scan(QTime(9, 0), {42, 55, 66, 77, 88, 99, 102}).bytes;
+    const QStringList names{"black-to-white", "white-to-black", "hot-metal",
+                            "rainbow",        "spectrum-5",     "spectrum-6"};
+    for (int scheme = 0; scheme < names.size(); ++scheme) {
+        const Picture picture = bare(recording, "7x1", {"--colours", names[scheme]});
+        EXPECT_EQ(picture.at(3, 0), colourOf(77, static_cast<PaletteCode>(scheme)));
+        EXPECT_EQ(picture.at(6, 0), colourOf(102, static_cast<PaletteCode>(scheme)));
+    }
+}
+
+TEST_F(PngExportTest, schemeOfTheRecording_isTaken) {
+    RecordingText recording;
+    recording.block(kDay, RecordingText::unitLines() << "Palette 3").scan(QTime(9, 0), {70});
+    EXPECT_EQ(bare(recording.bytes, "1x1").at(0, 0), colourOf(70, PaletteCode::Rainbow));
+}
+
+TEST_F(PngExportTest, scansInOnePixel_showTheStrongest) {
+    RecordingText recording = text();
+    for (int second = 0; second < 100; ++second) {
+        LevelScan levels(4, 50);
+        levels[second == 37 ? 1 : 0] = second == 37 ? 101 : 60;
+        recording.scan(QTime(9, 0).addSecs(second), levels);
+    }
+    const Picture picture = bare(recording.bytes, "4x10");
+    for (int y = 0; y < 10; ++y) {
+        EXPECT_EQ(picture.row(y), coloursOf({60, y == 6 ? 101 : 50, 50, 50})) << y;
+    }
+}
+
+TEST_F(PngExportTest, levelsInOnePixel_showTheStrongest) {
+    LevelScan levels(321, 50);
+    levels[100] = 90;
+    levels[320] = 80;
+    const Picture picture = bare(text().scan(QTime(9, 0), levels).bytes, "32x1");
+    for (int x = 0; x < 32; ++x) {
+        EXPECT_EQ(picture.at(x, 0), colourOf(x == 10 ? 90 : x == 31 ? 80 : 50)) << x;
+    }
+}
+
+TEST_F(PngExportTest, largePicture_spreadsScansAndLevels) {
+    RecordingText recording = text();
+    recording.scan(QTime(9, 0), {50, 60}).scan(QTime(9, 0, 1), {70, 80});
+    const Picture picture = bare(recording.bytes, "6x4");
+    EXPECT_EQ(picture.row(0), coloursOf({70, 70, 70, 80, 80, 80}));
+    EXPECT_EQ(picture.row(1), picture.row(0));
+    EXPECT_EQ(picture.row(2), coloursOf({50, 50, 50, 60, 60, 60}));
+    EXPECT_EQ(picture.row(3), picture.row(2));
+}
+
+TEST_F(PngExportTest, gap_staysEmptyButAPollIntervalDoesNot) {
+    RecordingText recording;
+    QStringList lines = RecordingText::unitLines();
+    lines[0] = "Poll 2000";
+    recording.block(kDay, lines);
+    recording.scan(QTime(9, 0), {60}).scan(QTime(9, 0, 2), {70}).scan(QTime(9, 0, 59), {80});
+    const Picture picture = bare(recording.bytes, "1x60");
+    EXPECT_EQ(picture.at(0, 59), colourOf(60));
+    EXPECT_EQ(picture.at(0, 58), colourOf(60));
+    EXPECT_EQ(picture.at(0, 57), colourOf(70));
+    EXPECT_EQ(picture.at(0, 30), colourOf(0));
+    EXPECT_EQ(picture.at(0, 0), colourOf(80));
+}
+
+TEST_F(PngExportTest, failedTransfers_areNotDrawn) {
+    RecordingText recording = text();
+    recording.scan(QTime(9, 0), {60, 60}).scan(QTime(9, 0, 1), {0});
+    recording.scan(QTime(9, 0, 2), LevelScan(325, 0)).scan(QTime(9, 0, 3), {70, 70});
+    const Picture picture = bare(recording.bytes, "2x4");
+    EXPECT_EQ(picture.row(0), coloursOf({70, 70}));
+    EXPECT_EQ(picture.row(3), coloursOf({60, 60}));
+}
+
+TEST_F(PngExportTest, window_isCutOut) {
+    RecordingText recording = text();
+    for (int second = 0; second < 10; ++second) {
+        recording.scan(QTime(9, 0, second), {static_cast<quint8>(50 + second)});
+    }
+    const Picture picture =
+        bare(recording.bytes, "1x2", {"--from", "09:00:04", "--to", "09:00:06"});
+    EXPECT_EQ(picture.at(0, 0), colourOf(55));
+    EXPECT_EQ(picture.at(0, 1), colourOf(54));
+}
+
+TEST_F(PngExportTest, frequencies_areCutOutAndWidened) {
+    const QByteArray recording = text().scan(QTime(9, 0), {50, 60, 70, 80, 90}).bytes;
+    EXPECT_EQ(bare(recording, "3x1", {"--low", "140531250", "--high", "140.59375M"}).row(0),
+              coloursOf({60, 70, 80}));
+    EXPECT_EQ(bare(recording, "3x1", {"--low", "140437.5k", "--high", "140500000"}).row(0),
+              coloursOf({0, 0, 50}));
+}
+
+TEST_F(PngExportTest, newSettings_moveTheLevels) {
+    RecordingText recording = text();
+    recording.scan(QTime(9, 0), {50, 60, 70});
+    recording.block(kDay, {"MonitorMode 3", "Start 140531250", "Step 31250", "End 140562500"});
+    recording.scan(QTime(9, 0, 1), {80, 90});
+    const Picture picture = bare(recording.bytes, "3x2");
+    EXPECT_EQ(picture.row(0), coloursOf({0, 80, 90}));
+    EXPECT_EQ(picture.row(1), coloursOf({50, 60, 70}));
+}
+
+TEST_F(PngExportTest, axes_standAroundTheWaterfall) {
+    const QByteArray recording = text().scans(QTime(9, 0), 600).bytes;
+    const Picture picture = exported(recording, {"--size", "800x400"});
+    EXPECT_EQ(picture.width, 800);
+    EXPECT_EQ(picture.height, 400);
+    // Frame, waterfall, and a tick, a dotted line and a text at 09:04, 359 seconds below the top.
+    constexpr quint32 kWhite = 0x00FFFFFF;
+    constexpr quint32 kGrey = 0x007F7F7F;
+    EXPECT_EQ(picture.at(89, 200), kWhite);
+    EXPECT_EQ(picture.at(90, 200), colourOf('a'));
+    const int y = 24 + 359 * 346 / 600;
+    EXPECT_EQ(picture.at(86, y), kWhite);
+    EXPECT_EQ(picture.at(86, y + 2), 0U);
+    EXPECT_EQ(picture.at(98, y), kGrey);
+    EXPECT_EQ(picture.at(99, y), colourOf('a'));
+    int bright = 0;
+    for (int x = 35; x < 82; ++x) {
+        bright += (picture.at(x, y) & 0xFFU) > 100 ? 1 : 0;
+    }
+    EXPECT_GT(bright, 5);
+}
+
+TEST_F(PngExportTest, trace_showsStrongestMedianAndWeakest) {
+    RecordingText recording = text();
+    for (int second = 0; second < 5; ++second) {
+        recording.scan(QTime(9, 0, second), {static_cast<quint8>(second < 3 ? 60 + second : 90)});
+    }
+    const Picture picture = bare(recording.bytes, "1x303", {"--trace"});
+    const auto rowOf = [](int raw) {
+        return LevelScale().rowOf(raw, 0, 100);
+    };
+    EXPECT_EQ(picture.at(0, rowOf(60)), 0x007F7F7FU);
+    EXPECT_EQ(picture.at(0, rowOf(62)), 0x0000FF00U);
+    EXPECT_EQ(picture.at(0, rowOf(90)), 0x0000FFFFU);
+    EXPECT_EQ(picture.at(0, rowOf(61)), 0U);
+}
+
+TEST_F(PngExportTest, whatCannotBeDrawn_isAnErrorWithoutAFile) {
+    put("a.rec", text().scan(QTime(9, 0)).bytes);
+    for (const QStringList &options :
+         {QStringList{"--size", "big"}, QStringList{"--size", "0x10"}, QStringList{"--low", "x"},
+          QStringList{"--low", "2G", "--high", "1G"}, QStringList{"--size", "50x50"},
+          QStringList{"--colours", "grey"}}) {
+        EXPECT_EQ(run(QStringList{"export", "--png", "a.rec"} + options).code, 64)
+            << options.join(' ').toStdString();
+    }
+    EXPECT_EQ(run({"export", "--csv", "a.rec", "--trace"}).code, 64);
+    EXPECT_EQ(run({"export", "--png", "a.rec", "--from", "10:00"}).code, 1);
+    const Result piped = run({"export", "--png", "-", "-o", "a.png"}, content("a.rec"));
+    EXPECT_EQ(piped.code, 3);
+    EXPECT_EQ(piped.error, "standard input: a picture takes two passes, and so a file\n");
+    EXPECT_EQ(QDir(m_folder.path()).entryList(QDir::Files), QStringList{"a.rec"});
+}
+
+TEST_F(PngExportTest, skippedBytes_areToldOnce) {
+    put("a.rec", text().scan(QTime(9, 0)).bytes + "Data cut");
+    const Result result = run({"export", "--png", "a.rec"});
+    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.error.count('\n'), 1) << result.error.constData();
+}
+
+} // namespace
+} // namespace veldron
