@@ -350,5 +350,26 @@ TEST_F(PlaybackEngineStepTest, thousandsOfSteps_takeNoMemory) {
     EXPECT_TRUE(m_fixture.place.startsWith("21/03/2005 10:41:40"));
 }
 
+/// Its time counts though its levels don't: the peaks age by it, and the picture shows it.
+TEST_F(PlaybackEngineStepTest, scanTooLongForTheSpan_refreshesThePictureAllTheSame) {
+    const QStringList channels{"VELDRONv1 History file",
+                               "StartSettings 21/03/2005",
+                               "MonitorMode 3",
+                               "Start 144000000",
+                               "Step 25000",
+                               "End 145000000",
+                               "EndSettings "};
+    m_fixture.displaySettings.setValues({.PersistenceEnable = true, .Persistence = 5});
+    chart().resize(600, 300);
+    chart().show(); // a hidden one is laid out, and refreshed, by each grab
+    open(channels + QStringList{data("10:00:00", QString(41, 'z')),
+                                data("10:00:01", QString(41, 'a')),
+                                data("10:00:20", QString(321, 'b'))});
+    m_fixture.playback.Step(1);
+    const QImage withPeaks = chart().grab().toImage();
+    m_fixture.playback.Step(1);
+    EXPECT_NE(chart().grab().toImage(), withPeaks);
+}
+
 } // namespace
 } // namespace veldron
