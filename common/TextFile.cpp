@@ -57,6 +57,12 @@ bool writeWhole(QFileDevice &file, const QByteArray &bytes) {
     return true;
 }
 
+/// Whether opening \a path may create it. In a folder with the sticky bit Linux can refuse a call
+/// that may create, for a file of a third user that is there already and may be written to.
+QIODevice::OpenMode creation(const QString &path) {
+    return QFile::exists(path) ? QIODevice::ExistingOnly : QIODevice::NotOpen;
+}
+
 } // namespace
 
 TextFileReader::TextFileReader(const QString &path) : m_path(path) {
@@ -141,7 +147,8 @@ void TextFileReader::close() {
 }
 
 TextFileWriter::TextFileWriter(const QString &path, Disk &disk) : m_file(path), m_disk(disk) {
-    if (!m_file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered)) {
+    if (!m_file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered |
+                     creation(path))) {
         fail(kCantMake, path, m_file.errorString());
     }
 }
@@ -237,7 +244,7 @@ void ReplacingTextFileWriter::commitRename() {
 
 void ReplacingTextFileWriter::commitInPlace() {
     QFile file(m_replacement.target);
-    if (!file.open(QIODevice::ReadWrite | QIODevice::Unbuffered)) {
+    if (!file.open(QIODevice::ReadWrite | QIODevice::Unbuffered | creation(m_replacement.target))) {
         failToWrite(file.errorString());
     }
     const QByteArray old = file.readAll();

@@ -3,6 +3,7 @@
 
 #include "common/UntrappedError.h"
 #include "tests/support/FullDisk.h"
+#include "tests/support/NoCreation.h"
 #include "tests/support/PlainUser.h"
 
 #include <QBuffer>
@@ -12,6 +13,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -348,6 +350,17 @@ protected:
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(content);
     }
+    /// The target belongs neither to us nor to the owner of its folder, which has the sticky bit.
+    void writeFileOfAThirdUser() const {
+        const auto local = [this](const char *name) {
+            return QFile::encodeName(path(name));
+        };
+        write(path("third/target"), "old");
+        ASSERT_EQ(::chown(local("third/target").constData(), 1234, 1234), 0);
+        ASSERT_EQ(::chmod(local("third/target").constData(), 0666), 0);
+        ASSERT_EQ(::chmod(local("third").constData(), 01777), 0);
+        ASSERT_EQ(::chmod(QFile::encodeName(m_folder.path()).constData(), 0777), 0);
+    }
     void expectReplaced(BreakingDisk &disk) {
         ReplacingTextFileWriter writer(path("first/link"), disk);
         writer.writeLine(QStringLiteral("new"));
@@ -402,14 +415,37 @@ TEST_F(TextFileLinkTest, stickyFolderWithAFileOfSomebodyElse_hasItOverwritten) {
     if (::getuid() != 0) {
         return; // nobody else's file can be made
     }
-    write(path("third/target"), "old");
-    ASSERT_EQ(::chmod(QFile::encodeName(path("third/target")).constData(), 0666), 0);
-    ASSERT_EQ(::chmod(QFile::encodeName(path("third")).constData(), 01777), 0);
-    ASSERT_EQ(::chmod(QFile::encodeName(m_folder.path()).constData(), 0777), 0);
+    writeFileOfAThirdUser();
     BreakingDisk disk;
     const PlainUser user;
     EXPECT_EQ(FileReplacement::of(path("first/link")).way, FileReplacement::Way::InPlace);
     expectReplaced(disk);
+}
+
+/// Where the system forbids to create over such a file, it can still be opened as it is.
+TEST_F(TextFileLinkTest, stickyFolderOfACarefulSystem_hasTheFileOfSomebodyElseOverwritten) {
+    if (::getuid() != 0) {
+        return; // nobody else's file can be made
+    }
+    writeFileOfAThirdUser();
+    const auto overwrite = [this](auto makeWriter) {
+        const PlainUser user;
+        forbidCreation();
+        makeWriter();
+        std::_Exit(bytesOf(path("third/target")) == "new\r\n" ? 0 : 1);
+    };
+    EXPECT_EXIT(overwrite([this] {
+                    ReplacingTextFileWriter writer(path("first/link"));
+                    writer.writeLine(QStringLiteral("new"));
+                    writer.commit();
+                }),
+                testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(overwrite([this] {
+                    TextFileWriter writer(path("first/link"));
+                    writer.writeLine(QStringLiteral("new"));
+                    writer.sync();
+                }),
+                testing::ExitedWithCode(0), "");
 }
 
 TEST_F(TextFileLinkTest, fullDiskInPlace_bringsTheOldBytesBack) {
