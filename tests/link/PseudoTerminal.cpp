@@ -73,6 +73,14 @@ bool PseudoTerminal::outputWasFlushed() const {
     return flushed;
 }
 
+void PseudoTerminal::deliver(const QByteArray &bytes) const {
+    send(bytes);
+    pollfd end{m_programEnd, POLLIN, 0};
+    for (int arrived = 0; arrived < bytes.size(); ::ioctl(m_programEnd, FIONREAD, &arrived)) {
+        ::poll(&end, 1, 100);
+    }
+}
+
 bool PseudoTerminal::waitForBytes(int milliseconds) const {
     pollfd end{m_unitEnd, POLLIN, 0};
     return ::poll(&end, 1, milliseconds) == 1 && (end.revents & POLLIN) != 0;

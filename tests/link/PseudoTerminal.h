@@ -24,6 +24,8 @@ public:
     /// Closes both ends, as when an adapter is unplugged.
     void unplug();
     void send(const QByteArray &bytes) const;
+    /// Sends \a bytes, 4095 at most, and returns when the program's end has all of them to read.
+    void deliver(const QByteArray &bytes) const;
     /// From now on the terminal tells of flushes, and what is received has an extra byte in front.
     void watchFlushes() const;
     /// True if the program has thrown away what it had written, since the last call.

@@ -20,9 +20,11 @@
 #include <fcntl.h>
 #include <functional>
 #include <optional>
+#include <set>
 #include <sys/file.h>
 #include <sys/resource.h>
 #include <thread>
+#include <time.h>
 #include <unistd.h>
 
 inline void PrintTo(const QString &text, std::ostream *out) {
@@ -704,39 +706,63 @@ TEST_F(LinkOnATerminal, terminal_hasTheUnitsSettingsAfterEachOpen) {
     EXPECT_EQ(lineText(next), kTextLine);
 }
 
-/// Waits longer for stale bytes than the link asks for: on a busy machine the sender of a test
-/// pauses for more than two milliseconds.
-class PatientSerialControl : public QtSerialControl {
+/// A line that goes on delivering what is left of an earlier reply: each wait of the link finds the
+/// next block in the kernel, so that no pause of a busy machine looks like the end of it.
+class StaleLine : public QtSerialControl {
 public:
-    using QtSerialControl::QtSerialControl;
-    [[nodiscard]] bool waitForInput(int milliseconds) override {
-        return QtSerialControl::waitForInput(std::max(milliseconds, 50));
+    StaleLine(const ErrorGuard &guard, const PseudoTerminal &terminal)
+        : QtSerialControl(guard, PortMap::ofDevices({terminal.path()})), m_terminal(terminal) {}
+    void leaveBehind(qsizetype bytes) {
+        m_left = bytes;
+        deliverNext();
     }
+    [[nodiscard]] qsizetype left() const { return m_left; }
+    /// Milliseconds of the waits while bytes were left.
+    [[nodiscard]] const std::set<int> &waits() const { return m_waits; }
+    [[nodiscard]] bool waitForInput(int milliseconds) override {
+        if (m_left > 0) {
+            m_waits.insert(milliseconds);
+            deliverNext();
+        }
+        return QtSerialControl::waitForInput(milliseconds);
+    }
+
+private:
+    void deliverNext() {
+        const qsizetype count = std::min(m_left, qsizetype{2000});
+        m_terminal.deliver(QByteArray(count, 's'));
+        m_left -= count;
+    }
+
+    const PseudoTerminal &m_terminal;
+    qsizetype m_left = 0;
+    std::set<int> m_waits;
 };
 
-/// Its steady reading passes slowly enough that no limit is reached.
-class SlowClock : public RealClock {
+/// Its steady reading is the work of this thread: other programs' work brings no limit nearer.
+class WorkClock : public RealClock {
 public:
-    qint64 steadyMilliseconds() override { return RealClock::steadyMilliseconds() / 100; }
+    qint64 steadyMilliseconds() override {
+        timespec work{};
+        ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &work);
+        return qint64{work.tv_sec} * 1000 + work.tv_nsec / 1000000;
+    }
 };
 
 TEST_F(LinkOnATerminal, staleBytes_areAllThrownAwayBeforeTheCommand) {
-    PatientSerialControl patient(guard, PortMap::ofDevices({terminal->path()}));
-    SlowClock slow;
-    frmVDR link(patient, slow, host);
+    StaleLine line(guard, *terminal);
+    WorkClock work;
+    frmVDR link(line, work, host);
     const AnsweringUnit unit(*terminal, unitReply);
     link.setCommPort(1);
     for (int turn = 0; turn < 10; ++turn) {
-        // The kernel holds about 20,000 of them; the rest follows while the link reads.
-        std::thread sender([this] { terminal->send(QByteArray(60000, 's')); });
-        while (patient.InBufferCount() == 0) {
-            std::this_thread::yield();
-        }
+        line.leaveBehind(60000);
         EXPECT_TRUE(link.Connect());
-        sender.join();
+        EXPECT_EQ(line.left(), 0) << turn;
         EXPECT_EQ(link.Version(), "Ver 1.00") << turn;
         EXPECT_EQ(link.GetData(), LevelScan(321, 'Z')) << turn;
     }
+    EXPECT_EQ(line.waits(), std::set<int>{2});
 }
 
 TEST_F(LinkOnATerminal, exchange_doesNotRunTheEventLoop) {
