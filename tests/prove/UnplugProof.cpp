@@ -47,7 +47,7 @@ TEST(Unplugs, atRandomMomentsOfARecording_eachComesBackAndLosesNoScan) {
     EXPECT_EQ(lost, 0);
     const LiveProgram::Footprint after = live.footprint();
     EXPECT_LE(after.residentKib, before.residentKib + 1024);
-    EXPECT_EQ(after.descriptors, before.descriptors);
+    EXPECT_LE(after.descriptors, before.descriptors);
     std::printf("unplugs: %d of %d back, slowest %.2f s, %d scans lost\n", back, count, slowest,
                 lost);
 }
