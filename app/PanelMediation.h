@@ -38,9 +38,17 @@ public:
     PanelMediation(const SettingHolders &holders, const Dependencies &dependencies)
         : m_holders(holders), m_dependencies(dependencies) {}
 
+    /// What the user did at the receiver panel: the value goes to the unit and is read back into
+    /// the panel. Up to a second for each exchange; an unanswered one leaves the setting's failure
+    /// value in the panel.
     void ctlFrequency1_Changed(ReceiverChangeCode What);
+    /// The same for the data panel, with the scale of the levels for the chart.
     void ctlDataMode1_Changed(DataChangeCode What);
+    /// The same for the monitor panel, with the frequency scale for the chart: written once all of
+    /// it has been read, or not at all.
     void ctlMonitorMode1_Changed(MonitorChangeCode What);
+    /// The user chose the chart's marker frequency: the unit's marker in Channel mode, otherwise
+    /// its centre. Reads everything back.
     void ctlChartSpectrum1_Changed();
     /// Makes every panel and the chart show the unit's present state, starts the poll timer at the
     /// full poll period, and notes the settings in a running recording.
@@ -70,7 +78,11 @@ private:
     [[nodiscard]] Value read(Value (frmVDR::*property)());
     void showLinkStatus();
     [[nodiscard]] bool isChannelMode() const;
+    /// True while every value that the chart's frequency scale is made of comes from a read that
+    /// succeeded, or from a file in playback.
     [[nodiscard]] bool isScaleKnown() const;
+    /// Marks the receive frequency \a frequency on the chart where the scale is known; otherwise
+    /// this is caught up with the next scale.
     void markOnChart(Hertz frequency);
     void showScaleOfMonitor();
 

@@ -37,6 +37,8 @@ public:
     /// The poll period of a program that has just started, in milliseconds.
     static constexpr qint16 kPeriodAtStart = 1000;
 
+    /// One tick of the poll timer. Polls and exchanges happen inside of it: up to a second with a
+    /// silent unit, some milliseconds without a port.
     void tick();
     /// Milliseconds from one poll to the next, from 250 to 10000.
     [[nodiscard]] qint16 PollPeriod() const { return m_PollPeriod; }
@@ -46,6 +48,7 @@ public:
 
 private:
     void pollConnected();
+    /// One attempt to bring a lost link back: the unit is asked for its version.
     void reconnect();
 
     Dependencies m_dependencies;

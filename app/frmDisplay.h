@@ -85,7 +85,11 @@ public:
     [[nodiscard]] bool InPlayback() const { return m_session.InPlayback; }
 
 protected:
+    /// Asks first while a recording runs; a close that is not refused shuts down at once, before
+    /// the event returns.
     void closeEvent(QCloseEvent *event) override;
+    /// Sets the ordinary cursor when the pointer moves over anything but the chart, and lays the
+    /// inside out when it changes its size.
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
@@ -97,6 +101,8 @@ private:
         Ended,  ///< in good order; the event loop is on its way out
         Failed, ///< by an error, of which the user is told now or has been
     };
+    /// Why the program ends: somebody wants it to, the display is gone, or an error that nobody may
+    /// swallow.
     enum class EndReason { Wanted, DisplayLost, Error };
     /// Everything that isn't a widget of this window.
     struct Parts;
@@ -114,13 +120,21 @@ private:
     // Start and end.
     void start();
     void showSplash();
+    /// Start values of the display settings and of the poll rate, before any settings file is read.
     void InitialiseSettings();
+    /// Opens the port that the search found the unit on. A failure leaves the link down and stops
+    /// nothing.
     void connectFoundUnit();
     void showForm();
+    /// Asks the user while a recording runs, otherwise true. False: the program goes on.
     [[nodiscard]] bool mayEnd();
+    /// The one way out of the program, taken once: later calls do nothing. What is closed in which
+    /// order, and why, stands in the source.
     void shutDown(EndReason reason);
     void stopTimers();
     void closeWindows();
+    /// Shows \a dialog and returns when it has been closed. False when the program was ended
+    /// meanwhile: the caller then leaves everything alone.
     [[nodiscard]] bool showModally(QDialog &dialog);
 
     // Menus.
@@ -128,7 +142,10 @@ private:
     void onMnuSettingsComms();
     void onMnuAbout();
     void onHelp();
+    /// The dialog's poll rate becomes the period of the poll grid, the interval of the poll timer
+    /// and the chart's patience with a silent link.
     void applyPollRate();
+    /// One poll at once, by a button that is never shown.
     void onCommand1();
     void showLinkStatus();
 

@@ -37,6 +37,7 @@ struct AxisInput {
     const BinGrid &grid;
     LevelScale scale;
     DisplayTypeCode displayType = DisplayTypeCode::Trace;
+    /// Rows and their times, for the time axis of the waterfall.
     qint32 update = 0;        ///< picks the spacing of time ticks, in playback too
     float rowInterval = 0.0F; ///< seconds a row; 0 and less leaves the time ticks out
     float nextRowTime = 0.0F; ///< end of row 0
@@ -63,8 +64,10 @@ struct AxisPlan {
         int shortTicks;
         int labelledTicks;
     };
+    /// For rows of \a update seconds.
     [[nodiscard]] static TimeSpacing timeSpacing(qint32 update);
     /// Most frequency labels that fit.
+    /// May be 0 or less in a narrow plot: then the axis has neither ticks nor labels.
     [[nodiscard]] static int frequencyLabelCount(int plotWidth);
     /// Spacing of \a count labels over \a span, rounded up in the series 1, 2, 5, 10.
     [[nodiscard]] static Hertz frequencyStep(Hertz span, int count);

@@ -58,11 +58,16 @@ public:
     /// The marker's read-out for raw level \a raw.
     [[nodiscard]] QString readOut(quint8 raw, const LevelScale &scale) const;
 
+    /// A button goes down at \a at. The left one places the marker in the plot or takes the split;
+    /// the other buttons do nothing but make the drag active.
     Press press(QPoint at, bool leftButton, const PointerView &view);
+    /// The pointer moves to \a at, with or without a drag; says what shape, tip and split follow.
     PointerMove move(QPoint at, bool leftHeld, const PointerView &view);
+    /// Ends a drag, whichever button goes up.
     void release();
     /// True when the choice of the marker's frequency is to be told.
     bool doubleClick(bool gateOpen);
+    /// The tip is no longer renewed by new rows.
     void loseFocus() { m_hasLiveTip = false; }
 
     /// True while a button is down.

@@ -26,6 +26,7 @@ class PictureBox : public QWidget {
 public:
     explicit PictureBox(QWidget *parent);
 
+    /// Size of the picture in its own pixels, whatever the density of the screen.
     [[nodiscard]] int ScaleWidth() const { return width(); }
     [[nodiscard]] int ScaleHeight() const { return height(); }
 
@@ -54,6 +55,8 @@ public:
 Q_SIGNALS:
     /// The picture has come into view or onto a screen of another density.
     void exposed();
+    /// The mouse over the picture. The press of a double click's second click is not told, only the
+    /// double click.
     void pressed(QPoint at, Qt::MouseButton button);
     void moved(QPoint at, Qt::MouseButtons buttons);
     void released();
@@ -75,6 +78,8 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
+    /// True where a pixel is a whole number of device pixels, so that the window's content can be
+    /// moved by pixels without a remainder.
     [[nodiscard]] bool isWhole() const;
     void paintDevicePixels(QPainter &painter, const QTransform &toDevice) const;
     void repaintSoon(const QRect &area);

@@ -15,6 +15,8 @@
 namespace veldron {
 
 /// Stands around the body of a slot or an event handler: what it throws goes to the report.
+/// A copy reports to the same place. Each class with slots takes one in its constructor and keeps
+/// it by value; there is no default, so that none can be forgotten.
 class ErrorGuard {
 public:
     using Report = std::function<void(const UntrappedError &)>;

@@ -37,7 +37,9 @@ public:
     /// text or out of range.
     [[nodiscard]] static std::optional<Hertz> fromText(const QString &text, QChar decimalMark);
 
+    /// The fixed-point number itself, 10,000 to the hertz.
     [[nodiscard]] constexpr qint64 units() const { return m_units; }
+    /// In hertz; exact up to about 9e11 Hz, nearest beyond.
     [[nodiscard]] double toDouble() const;
     /// Nearest whole hertz, ties to even.
     [[nodiscard]] qint64 rounded() const;
@@ -48,6 +50,7 @@ public:
     /// Shortest decimal text in hertz: no trailing zeros, no thousands mark, "-" in front.
     [[nodiscard]] QString toText(QChar decimalMark = QLatin1Char('.')) const;
 
+    /// Sums and differences saturate at the end of the range on their side.
     constexpr Hertz &operator+=(Hertz other) {
         if (__builtin_add_overflow(m_units, other.m_units, &m_units)) {
             m_units = limit(other.m_units < 0);

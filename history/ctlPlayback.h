@@ -58,11 +58,14 @@ private:
     // What the controls' events do.
     void startPlay();
     void closePlayback();
+    /// The first step comes at the press, the repeats by the timer.
     void stepButtonDown(qint16 Direction);
     void stepForwardUp();
     void stepBackUp();
     void finishSpeedChange();
     void speedValueChanged();
+    /// One Step, and the timer's next interval: the slider's in continuous play, otherwise half of
+    /// the last one.
     void tick();
     /// Takes the timer's interval from the slider, and writes the slider's tip; the speed as text.
     QString SetSpeed();

@@ -33,6 +33,7 @@ struct OpenFailure {
 /// errors without end; PortOpen stays true, and each write tries once to open the device again.
 class QtSerialControl : public SerialControl {
 public:
+    /// No port is open afterwards. \a ports says which devices there are.
     /// \a guard receives what a handler of line events throws.
     QtSerialControl(const ErrorGuard &guard, PortMap ports);
     ~QtSerialControl() override;
@@ -45,15 +46,23 @@ public:
 
     [[nodiscard]] qint16 CommPort() const override { return m_CommPort; }
     Result setCommPort(qint16 port) override;
+    /// True from a successful open to the close, also while the device is gone.
     [[nodiscard]] bool PortOpen() const override { return m_PortOpen; }
+    /// Takes the device's lock before it is touched, and gives it up after the close. Opening drops
+    /// what the kernel had received before.
     Result setPortOpen(bool open) override;
 
+    /// Looks at the kernel when the port's own buffer is empty, or when all is asked for. What
+    /// comes unasked for is kept up to a limit.
     [[nodiscard]] QByteArray Input() override;
     void setInputLen(qint16 length) override { m_InputLen = length; }
     [[nodiscard]] qint32 InBufferCount() override;
+    /// Drops what an earlier write could not send, so that it can't reach the unit late. Flushes
+    /// without waiting for the line.
     Result setOutput(const QByteArray &bytes) override;
 
     void setSettings(const QString &settings) override;
+    /// 3, both kinds, sets RTS/CTS alone, since the port knows no combination.
     void setHandshaking(qint16 handshaking) override;
     /// Input is binary whatever the mode.
     void setInputMode(qint16 /*mode*/) override {}
@@ -69,6 +78,7 @@ public:
         m_commHandler = std::move(handler);
     }
 
+    /// Parks the thread in the kernel; no timer fires meanwhile.
     [[nodiscard]] bool waitForInput(int milliseconds) override;
     [[nodiscard]] QString deviceName(qint16 port) const override;
 

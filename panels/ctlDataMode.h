@@ -65,7 +65,9 @@ private:
     void reactToRBW();
     void reactToAmp();
     void reactToDataMode();
+    /// Shows the number of samples in the data modes that have one, Average and Median.
     void ShowSamplesControls();
+    /// Brings the number of samples into the limits of the data mode.
     void CheckSamples();
     bool lookAtKey(char16_t key);
     void endEntry();
@@ -74,6 +76,7 @@ private:
     void wireFields();
     void noteSamplesText();
     [[nodiscard]] qint16 samplesInText() const;
+    /// Raises Changed unless a write from code is under way.
     void raiseChange(DataChangeCode what);
 
     ErrorGuard m_guard;

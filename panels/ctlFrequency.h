@@ -37,6 +37,7 @@ public:
     /// as a whole. Hides the widget's setter on purpose.
     [[nodiscard]] bool Enabled() const { return m_Enabled; }
     void setEnabled(bool value);
+    /// The attenuator, as the box shows it.
     [[nodiscard]] bool Atten() const;
     void setAtten(bool value);
     /// The enabled states of single controls, until the next write of Enabled.
@@ -97,6 +98,7 @@ private:
     void clickAtten();
     void tune();
     void endTuning();
+    /// Raises Changed unless a write from code is under way.
     void raiseChange(ReceiverChangeCode what);
     void raiseEntry(ReceiverChangeCode what);
 

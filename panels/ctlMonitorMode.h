@@ -52,11 +52,15 @@ public:
     /// A write of the present span does nothing at all, except for the first write after the mode
     /// has changed: step, start and end may still be those of the channels.
     [[nodiscard]] Hertz fSpan() const { return m_fSpan; }
+    /// Outside Channel mode step, start and end follow, and the centre stays.
     void setfSpan(Hertz value);
     /// Whole hertz inside. Outside Channel mode a write of 6710887 Hz or more throws an
     /// UntrappedError: the span would not fit into 32 bits.
     [[nodiscard]] Hertz fStep() const { return Hertz::fromWhole(m_fStep); }
+    /// Outside Channel mode span, start and end follow, and the centre stays.
     void setfStep(Hertz value);
+    /// Lower end of the scan. A write outside Channel mode moves centre and end along, and keeps
+    /// the span; so do those of the centre and the end with the other two.
     [[nodiscard]] Hertz fStart() const { return m_fStart; }
     void setfStart(Hertz value);
     [[nodiscard]] Hertz fCentre() const { return m_fCentre; }
@@ -81,6 +85,8 @@ private:
     void ApplyCentre();
     void ApplyStart();
     void ApplyEnd();
+    /// The end of each apply routine: sets Updating back and raises the event where the user, and
+    /// no write from code, was the cause.
     void finishApply(bool wasUpdating, MonitorChangeCode what);
     void reactToMode();
     void pickSpan(int row);
