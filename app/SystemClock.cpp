@@ -18,8 +18,8 @@ constexpr qint64 kMillisecondsPerDay = kMillisecondsPerSecond * kSecondsPerDay;
 
 float SystemClock::timeOfDay() {
     const qint64 now = QDateTime::currentMSecsSinceEpoch();
-    // Each time that the system is asked for the offset it looks for a new time zone file, which was
-    // a fifth of a poll's processor time. The offset changes with a whole second only.
+    // Each time that the system is asked for the offset it looks for a new time zone file, which
+    // was a fifth of a poll's processor time. The offset changes with a whole second only.
     if (const qint64 second = now / kMillisecondsPerSecond; second != m_second) {
         m_second = second;
         m_offsetMilliseconds =
