@@ -42,7 +42,7 @@ struct RecordedScan {
 
 /// One line of a settings block.
 struct RecordedSetting {
-    SettingsKey key;
+    SettingsKey key = SettingsKey::StartSettings;
     RecordedPlace place;
     /// The whole line, with its end if it has one.
     QByteArrayView bytes;
