@@ -18,8 +18,8 @@ constexpr std::size_t kMostLevels = ScanFinder::kMostLevels;
 constexpr std::size_t kLongestColumnLine = 64;
 
 char *put(char *place, QByteArrayView bytes) {
-    std::memcpy(place, bytes.data(), static_cast<std::size_t>(bytes.size()));
-    return place + bytes.size();
+    // Not memcpy: an empty text may have no address, which that doesn't take.
+    return std::copy(bytes.begin(), bytes.end(), place);
 }
 
 char *putTwoDigits(char *place, int number) {
