@@ -13,7 +13,7 @@ enum class Part { Day, PaddedDay, Month, PaddedMonth, NamedMonth, Year };
 
 /// One form: three parts with texts between and behind them.
 struct Form {
-    std::array<Part, 3> parts;
+    std::array<Part, 3> parts{};
     std::array<std::string_view, 3> after;
 };
 
