@@ -24,13 +24,7 @@ protected:
     void SetUp() override {
         ASSERT_TRUE(run.plugUnit());
         ASSERT_TRUE(run.open());
-        run.choose("Settings", "Communications...");
-        ASSERT_TRUE(Desk::awaitWindow("Communication Settings", 5s));
-        Desk::focus("Communication Settings");
-        run.pick("VDR poll rate", "0.25s");
-        run.clickButton("OK");
-        ASSERT_TRUE(eventually(5s, [] { return !Desk::hasWindow("Communication Settings"); }));
-        Desk::focus("VELDRON");
+        ASSERT_TRUE(run.pollFourTimesASecond());
     }
 
     struct Change {

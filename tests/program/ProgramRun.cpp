@@ -323,6 +323,20 @@ void ProgramRun::choose(const QString &menu, const QString &entry) {
     Desk::click(found->place.center());
 }
 
+bool ProgramRun::pollFourTimesASecond() {
+    const QString title = QStringLiteral("Communication Settings");
+    choose(QStringLiteral("Settings"), QStringLiteral("Communications..."));
+    if (!Desk::awaitWindow(title, 5s)) {
+        return false;
+    }
+    Desk::focus(title);
+    pick(QStringLiteral("VDR poll rate"), QStringLiteral("0.25s"));
+    clickButton(QStringLiteral("OK"));
+    const bool closed = eventually(5s, [&] { return !Desk::hasWindow(title); });
+    focusWindow();
+    return closed;
+}
+
 /// A file that is not there yet is made only after a question.
 void ProgramRun::agreeToNewFile(const QString &file) const {
     const QString question =

@@ -98,6 +98,9 @@ public:
     void clickControl(const QString &label);
     void clickButton(const QString &name);
     void choose(const QString &menu, const QString &entry);
+    /// Chooses the fastest poll rate, in the dialog: a settings file would change the tick of the
+    /// poll timer and leave the grid of the polls. False when the dialog doesn't come or go.
+    [[nodiscard]] bool pollFourTimesASecond();
     /// Waits for a dialog, gives it the keys, names a file and presses Enter; agrees to a new file.
     [[nodiscard]] bool answerFileDialog(const QString &title, const QString &file);
     /// The same up to Enter, without waiting for what follows.

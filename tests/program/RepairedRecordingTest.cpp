@@ -27,11 +27,7 @@ protected:
     void openAtFourScansASecond() {
         ASSERT_TRUE(run.plugUnit());
         ASSERT_TRUE(run.open());
-        run.choose("Settings", "Communications...");
-        ASSERT_TRUE(Desk::awaitWindow("Communication Settings", 5s));
-        run.pick("VDR poll rate", "0.25s");
-        run.clickButton("OK");
-        ASSERT_TRUE(eventually(5s, [] { return !Desk::hasWindow("Communication Settings"); }));
+        ASSERT_TRUE(run.pollFourTimesASecond());
     }
     void record(qsizetype scans) {
         run.choose("File", "Record");

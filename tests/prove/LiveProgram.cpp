@@ -30,21 +30,8 @@ bool provesLong() {
 
 bool LiveProgram::open(const QByteArray &settings) {
     m_run.write(QStringLiteral("VELDRON.set"), "VELDRONv1 Settings\r\n" + settings);
-    return m_run.plugUnit() && m_run.open() && m_run.awaitStatus(kConnected) && pollFast();
-}
-
-/// By the dialog: a settings file changes the tick of the poll timer, not the grid of the polls.
-bool LiveProgram::pollFast() {
-    const QString title = QStringLiteral("Communication Settings");
-    m_run.choose(QStringLiteral("Settings"), QStringLiteral("Communications..."));
-    if (!Desk::awaitWindow(title, 5s)) {
-        return false;
-    }
-    m_run.pick(QStringLiteral("VDR poll rate"), QStringLiteral("0.25s"));
-    m_run.clickButton(QStringLiteral("OK"));
-    const bool closed = eventually(5s, [&] { return !Desk::hasWindow(title); });
-    Desk::focus(QStringLiteral("VELDRON"));
-    return closed;
+    return m_run.plugUnit() && m_run.open() && m_run.awaitStatus(kConnected) &&
+           m_run.pollFourTimesASecond();
 }
 
 bool LiveProgram::startRecording(const QString &file) {

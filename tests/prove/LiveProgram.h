@@ -43,8 +43,6 @@ public:
     [[nodiscard]] int lostSince(qsizetype place, const QString &file);
 
 private:
-    [[nodiscard]] bool pollFast();
-
     ProgramRun m_run;
 };
 
