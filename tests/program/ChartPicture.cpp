@@ -121,7 +121,7 @@ std::vector<bool> ChartPicture::rowsWithScan() const {
     std::vector<bool> rows;
     for (int y = m_plot.bottom() + kBottom + kFoot + 1; y < m_image.height() - kFoot; ++y) {
         QSet<QRgb> colours;
-        for (int x = m_plot.left(); x <= m_plot.right(); ++x) {
+        for (int x = m_plot.left(); x <= m_plot.right() && colours.size() < kFewestColours; ++x) {
             colours.insert(m_image.pixel(x, y));
         }
         rows.push_back(colours.size() >= kFewestColours);

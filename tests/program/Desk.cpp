@@ -177,7 +177,8 @@ void resize(const QString &title, QSize size) {
                                               static_cast<std::uint32_t>(size.height())};
     xcb_configure_window(connection(), find(title),
                          XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, values.data());
-    xcb_flush(connection());
+    // A round trip: afterwards the program has the news in its queue.
+    owned(xcb_get_input_focus_reply(connection(), xcb_get_input_focus(connection()), nullptr));
 }
 
 void focus(const QString &title) {

@@ -73,6 +73,8 @@ public:
     [[nodiscard]] ScreenReader &reader() { return m_reader; }
 
     // What the screen shows.
+    /// True once the program has worked off the input that came before.
+    [[nodiscard]] bool answers() const { return m_reader.answers(); }
     [[nodiscard]] QList<ScreenItem> items() const { return m_reader.read(); }
     [[nodiscard]] std::optional<ScreenItem> control(const QString &label) const;
     [[nodiscard]] std::optional<ScreenItem> named(const QString &role, const QString &name) const;

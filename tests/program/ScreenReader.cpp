@@ -9,6 +9,8 @@
 #include <QDBusPendingCall>
 #include <QDBusVariant>
 
+#include <algorithm>
+
 namespace veldron {
 
 namespace {
@@ -122,6 +124,12 @@ QList<ScreenItem> ScreenReader::read() const {
         readInto(items, window, -1);
     }
     return items;
+}
+
+bool ScreenReader::answers() const {
+    const QStringList windows = childrenOf(kRoot);
+    return std::any_of(windows.begin(), windows.end(),
+                       [this](const QString &window) { return !childrenOf(window).isEmpty(); });
 }
 
 void ScreenReader::readInto(QList<ScreenItem> &items, const QString &path, int parent) const {

@@ -42,6 +42,8 @@ public:
     /// Everything in the program's windows, the outer before the inner; rows of closed lists and
     /// entries of closed menus are left out.
     [[nodiscard]] QList<ScreenItem> read() const;
+    /// True once the program has told its windows and what they hold: it works off its events.
+    [[nodiscard]] bool answers() const;
     /// The present text of a label, an entry or a list.
     [[nodiscard]] QString textOf(const ScreenItem &item) const;
     /// The item as it is now.
