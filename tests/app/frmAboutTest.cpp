@@ -97,6 +97,24 @@ TEST_F(FrmAboutTest, programFileGone_isAFileError) {
     }
 }
 
+TEST_F(FrmAboutTest, labelsAndButton_standInOneColumnWithinEvenMargins) {
+    connectUnit("Ver 1.5");
+    frmAbout form(m_guard, m_facts);
+    form.show();
+    int above = 0;
+    QRect column;
+    for (const char *name : {"lblTitle", "lblVersion", "lblDescription", "lblInfo", "cmdOK"}) {
+        const QRect place = form.findChild<QWidget *>(QLatin1String(name))->geometry();
+        EXPECT_GT(place.top(), above) << name;
+        above = place.bottom();
+        column = column.united(place);
+    }
+    EXPECT_GT(column.left(), 10);
+    EXPECT_EQ(form.width() - 1 - column.right(), column.left());
+    EXPECT_GT(column.top(), 10);
+    EXPECT_EQ(form.height() - 1 - column.bottom(), column.top());
+}
+
 TEST_F(FrmAboutTest, okButton_closesTheForm) {
     frmAbout form(m_guard, m_facts);
     form.show();
