@@ -8,6 +8,7 @@
 #include <QDir>
 #include <QRegularExpression>
 
+#include <algorithm>
 #include <csignal>
 
 namespace veldron {
@@ -29,6 +30,19 @@ TEST_F(HistoryProgram, help_listsEveryCommandWithAnExample) {
         const Result own = run({QString::fromLatin1(row.name), "--help"});
         EXPECT_EQ(own.code, 0);
         EXPECT_TRUE(own.out.contains(row.example)) << own.out.constData();
+    }
+}
+
+TEST_F(HistoryProgram, help_listsWhatCommandsShareInTheSameOrder) {
+    for (const CommandRow &row : commandRows()) {
+        const QByteArray help = run({QString::fromLatin1(row.name), "--help"}).out;
+        qsizetype before = 0;
+        for (const char *option : {"--help", "--from ", "--to ", "--output ", "--force ",
+                                   "--date-order ", "--locale "}) {
+            const qsizetype place = help.indexOf(option);
+            EXPECT_TRUE(place < 0 || place > before) << row.name << ' ' << option;
+            before = std::max(before, place);
+        }
     }
 }
 
