@@ -90,7 +90,6 @@ void RecordingRepair::scan(const RecordedScan &scan) {
         m_report(scan.place.line, QStringLiteral("scan left out: ") + *why);
         return;
     }
-    m_writer.firstLine({});
     writeScan(scan);
     m_firstIsLast = !m_start;
     m_start = m_start.value_or(momentOf(*m_date, scan.second));
