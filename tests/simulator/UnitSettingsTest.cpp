@@ -109,6 +109,26 @@ TEST(UnitSettings, marker_goesAlongWithTheCentreButNotInChannelMode) {
     EXPECT_EQ(s.markerHz(), 100'000'000);
 }
 
+TEST(UnitSettings, narrowerSpan_bringsBackOnlyAMarkerThatItLeavesOutside) {
+    UnitSettings s;
+    for (int i = 0; i < 32; ++i) {
+        ASSERT_TRUE(s.moveMarker(false));
+    }
+    ASSERT_EQ(s.markerHz(), 99'000'000);
+    ASSERT_TRUE(s.setSpanHz(2'000'000));
+    EXPECT_EQ(s.markerHz(), 99'000'000) << "at the edge";
+    ASSERT_TRUE(s.setSpanHz(1'900'000));
+    EXPECT_EQ(s.markerHz(), 100'000'000);
+}
+
+TEST(UnitSettings, spanInChannelMode_leavesTheMarkerOnItsChannel) {
+    UnitSettings s;
+    ASSERT_TRUE(s.setMonitorMode(UnitSettings::Channel));
+    ASSERT_TRUE(s.moveMarker(true));
+    ASSERT_TRUE(s.setSpanHz(2'000'000));
+    EXPECT_EQ(s.markerHz(), 144'025'000);
+}
+
 TEST(UnitSettings, marker_movesByStepsUpToTheEdge) {
     UnitSettings s;
     for (int i = 0; i < 160; ++i) {
