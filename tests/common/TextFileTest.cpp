@@ -282,6 +282,9 @@ TEST_F(TextFileTest, contentThatCanNotBeForced_isAFileErrorAndKeepsTheOldFile) {
         writer.writeLine(QStringLiteral("new"));
         EXPECT_THROW(writer.commit(), UntrappedError);
         EXPECT_EQ(disk.calls, QStringList{"content"});
+        disk.contentError.clear();
+        EXPECT_THROW(writer.commit(), UntrappedError)
+            << "a second time, on a disk that works again";
     }
     expectOldFileAlone();
 }
