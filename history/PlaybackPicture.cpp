@@ -40,7 +40,8 @@ public:
         painter->save();
         painter->setRenderHint(QPainter::Antialiasing);
         painter->setPen(Qt::NoPen);
-        painter->setBrush(mode == QIcon::Disabled ? disabledColour() : m_colour);
+        painter->setBrush(m_colour.isValid() && mode != QIcon::Disabled ? m_colour
+                                                                        : textColour(mode));
         painter->translate(QRectF(rect).center());
         painter->scale(scale, scale);
         painter->translate(-drawn.width() / 2.0, -drawn.height() / 2.0);
@@ -61,8 +62,10 @@ public:
     [[nodiscard]] QIconEngine *clone() const override { return new PlaybackIconEngine(*this); }
 
 private:
-    static QColor disabledColour() {
-        return QGuiApplication::palette().color(QPalette::Disabled, QPalette::ButtonText);
+    /// Asked for at each painting, because the desktop may turn dark at any time.
+    static QColor textColour(QIcon::Mode mode) {
+        const auto group = mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Active;
+        return QGuiApplication::palette().color(group, QPalette::ButtonText);
     }
 
     PlaybackShape m_shape;

@@ -33,8 +33,8 @@ inline constexpr int kHeight = 16;
 [[nodiscard]] std::vector<QPolygonF> outlinesOf(PlaybackShape shape);
 
 /// An icon that draws \a shape anew at whatever size and density it is asked for: in \a colour, or
-/// in the palette's grey on a button that is disabled.
-[[nodiscard]] QIcon icon(PlaybackShape shape, const QColor &colour);
+/// in the palette's colour of button texts if there is none or the button is disabled.
+[[nodiscard]] QIcon icon(PlaybackShape shape, const QColor &colour = {});
 
 } // namespace PlaybackPicture
 

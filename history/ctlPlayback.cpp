@@ -31,7 +31,7 @@ constexpr int kFirstSpeed = 2;
 ctlPlayback::ctlPlayback(ErrorGuard guard, QWidget *parent)
     : QWidget(parent),
       m_guard(std::move(guard)), ImageList1{
-                                     PlaybackPicture::icon(PlaybackShape::DoubleArrow, Qt::black),
+                                     PlaybackPicture::icon(PlaybackShape::DoubleArrow),
                                      PlaybackPicture::icon(PlaybackShape::DoubleArrow, Qt::red)} {
     makeControls();
     makeSpeedControls();
@@ -70,7 +70,7 @@ QToolButton *ctlPlayback::setUpButton(QToolButton *button, const char *name, con
     button->setObjectName(QLatin1String(name));
     button->setToolTip(tip);
     button->setAccessibleName(tip);
-    button->setIcon(PlaybackPicture::icon(shape, Qt::black));
+    button->setIcon(PlaybackPicture::icon(shape));
     button->setIconSize(PlaybackPicture::sizeOf(shape));
     button->setFocusPolicy(Qt::StrongFocus);
     return button;

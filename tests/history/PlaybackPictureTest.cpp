@@ -3,7 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QGuiApplication>
 #include <QImage>
+#include <QPalette>
 
 #include <array>
 
@@ -65,6 +67,18 @@ TEST(PlaybackPicture, colour_fillsTheShape) {
     EXPECT_EQ(drawn(PlaybackShape::DoubleArrow, Qt::red, 1.0).pixelColor(8, 8), QColor(Qt::red));
     EXPECT_EQ(drawn(PlaybackShape::DoubleArrow, Qt::black, 1.0).pixelColor(8, 8),
               QColor(Qt::black));
+}
+
+TEST(PlaybackPicture, noColour_isThatOfTheTextsOnButtonsWhenItIsPainted) {
+    const QIcon icon = PlaybackPicture::icon(PlaybackShape::DoubleArrow);
+    const QPalette before = QGuiApplication::palette();
+    for (const Qt::GlobalColor colour : {Qt::white, Qt::black}) {
+        QPalette palette = before;
+        palette.setColor(QPalette::Active, QPalette::ButtonText, colour);
+        QGuiApplication::setPalette(palette);
+        EXPECT_EQ(icon.pixmap(32, 16).toImage().pixelColor(8, 8), QColor(colour));
+    }
+    QGuiApplication::setPalette(before);
 }
 
 TEST(PlaybackPicture, disabledButton_isDrawnInAnotherColour) {
