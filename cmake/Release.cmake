@@ -7,3 +7,7 @@ if(NOT VELDRON_RELEASE MATCHES "^## ${PROJECT_VERSION} - ([0-9]+-[0-9]+-[0-9]+)$
 endif()
 set(VELDRON_RELEASE_DATE ${CMAKE_MATCH_1})
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS CHANGELOG.md)
+
+# Where the project is on the web, with a slash at the end. It has no host yet: the name is of the domain
+# that is reserved for examples, and leads nowhere. make-package reads this line too.
+set(VELDRON_HOMEPAGE https://www.example.org/veldron/)
