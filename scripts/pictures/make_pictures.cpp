@@ -14,6 +14,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDir>
 #include <QHelpEvent>
 #include <QLocale>
 #include <QMenu>
@@ -90,6 +91,11 @@ void saveList(PictureDesk &desk, const QString &name, const char *list, const QR
     box.hidePopup();
 }
 
+void saveAbout(PictureDesk &desk) {
+    desk.overNext([&](QDialog &about) { desk.saveDialog(QStringLiteral("about"), about); });
+    desk.pick("mnuAbout");
+}
+
 /// Lets time pass until the status bar says \a text, a minute at most.
 void awaitStatus(PictureDesk &desk, const char *text) {
     for (int tries = 0; tries < 240; ++tries) {
@@ -115,6 +121,7 @@ void firstStart(PictureDesk &desk) {
     saveMenu(desk, QStringLiteral("menu-settings"), "mnuSettings");
     saveMenu(desk, QStringLiteral("menu-help"), "mnuHelp");
     saveStatusBar(desk, QStringLiteral("status-connected"));
+    saveAbout(desk);
     desk.pickDialog("mnuSettingsComms", [&](QDialog &dialog) {
         desk.saveDialog(QStringLiteral("communications"), dialog);
         desk.saveDialogList(QStringLiteral("communications-ports"), dialog,
@@ -263,6 +270,18 @@ void lastWords(PictureDesk &desk) {
     desk.pick("mnuFilePlayback");
 }
 
+/// What the toolkit shows in the program's name.
+void toolkitDialogs(PictureDesk &desk) {
+    QtDialogs &dialogs = desk.dialogs();
+    desk.overNext([&](QDialog &box) { desk.saveDialog(QStringLiteral("message"), box); });
+    dialogs.showMessage(QStringLiteral("Select serial port"),
+                        QStringLiteral("COM  4 is in use by another application"));
+    desk.overNext([&](QDialog &files) { desk.saveDialog(QStringLiteral("file-dialog"), files); });
+    dialogs.QtDialogs::saveFile({QStringLiteral("Save Settings"),
+                                 QStringLiteral("VELDRON Settings (*.set)"), QDir::currentPath(),
+                                 QStringLiteral("set")});
+}
+
 /// Under other colours and letters: what a picture can show to be cut off or hard to read.
 void looks(PictureDesk &desk) {
     startFull(desk, kShortWhile);
@@ -277,8 +296,8 @@ void looks(PictureDesk &desk) {
     desk.pickDialog("mnuSettingsComms", [&](QDialog &dialog) {
         desk.saveDialog(QStringLiteral("communications"), dialog);
     });
-    desk.overNext([&](QDialog &about) { desk.saveDialog(QStringLiteral("about"), about); });
-    desk.pick("mnuAbout");
+    saveAbout(desk);
+    toolkitDialogs(desk);
     desk.dialogs().file = QStringLiteral("evening.rec");
     desk.pick("mnuFileRecord");
     desk.run(4.0);
