@@ -68,6 +68,21 @@ TEST_F(LineTrafficTest, commandWithALostReply_isCarriedOut) {
     EXPECT_EQ(exchange("RSBW\r\n"), "SBW4 \r\n");
 }
 
+TEST_F(LineTrafficTest, faultOfOneCommand_waitsForIt) {
+    m_faults.arm({Fault::Kind::Lose, 0.0, 0, {}, "RSBW", 1});
+    EXPECT_EQ(exchange("RUMD\r\n"), "UMD1 \r\n");
+    EXPECT_EQ(exchange("RSBW\r\n"), "");
+    EXPECT_EQ(exchange("RSBW\r\n"), "SBW2 \r\n");
+}
+
+TEST_F(LineTrafficTest, faultOfTheScan_waitsForAScan) {
+    const qsizetype whole = exchange("RIFD\r\n").size();
+    m_faults.arm({Fault::Kind::ScanShort, 0.0, 7, {}, {}, 1});
+    EXPECT_EQ(exchange("RSBW\r\n"), "SBW2 \r\n");
+    EXPECT_LT(exchange("RIFD\r\n").size(), whole);
+    EXPECT_EQ(exchange("RIFD\r\n").size(), whole);
+}
+
 TEST_F(LineTrafficTest, refusedWrite_isNotCarriedOut) {
     m_faults.arm({Fault::Kind::Refuse, 0.0, 0, {}, {}, 1});
     EXPECT_EQ(exchange("WSBW4\r\n"), "?\r\n");
