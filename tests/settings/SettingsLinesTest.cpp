@@ -212,6 +212,12 @@ TEST(SettingsLines, everyLineOutsidePlayback_goesToUnitThenHolders) {
     }
 }
 
+TEST(SettingsLines, pollOfNought_isTheTimersInterval) {
+    SettingsFixture fixture;
+    fixture.load("Poll 0");
+    EXPECT_EQ(fixture.log, QStringList{"Interval 0"});
+}
+
 TEST(SettingsLines, everyLineInPlayback_leavesUnitAndDialogsAlone) {
     for (const LineCase &item : lineCases()) {
         SettingsFixture fixture;
@@ -282,7 +288,8 @@ constexpr BadCase kBadLines[] = {
     {"Palette 40000", Kind::Overflow},
     {"Update -3000000000", Kind::Overflow},
     {"Poll 3000000000", Kind::Overflow},
-    {"Poll 70000", Kind::OutOfRange},
+    {"Poll 65535", Kind::Overflow}, // the longest interval, but not a number of the chart's
+    {"Poll 65536", Kind::OutOfRange},
     {"Poll -1", Kind::OutOfRange},
     {"Poll 40000", Kind::Overflow},
     {"MonitorMode 32767.6", Kind::Overflow},
