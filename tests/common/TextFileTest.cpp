@@ -170,6 +170,18 @@ TEST_F(TextFileTest, writerOnAFullDevice_isAFileError) {
     EXPECT_THROW(writer.writeLine(QStringLiteral("x")), UntrappedError);
 }
 
+TEST_F(TextFileTest, lineThatDoesNotFitOnTheDisk_isTakenBackWhole) {
+    TextFileWriter writer(path("w.txt"));
+    writer.writeLine(QStringLiteral("whole"));
+    {
+        const FullDisk disk(20);
+        EXPECT_THROW(writer.writeLine(QString(60, QLatin1Char('x'))), UntrappedError);
+    }
+    EXPECT_EQ(bytesOf(path("w.txt")), "whole\r\n");
+    writer.writeLine(QStringLiteral("next"));
+    EXPECT_EQ(bytesOf(path("w.txt")), "whole\r\nnext\r\n");
+}
+
 TEST_F(TextFileTest, linesForcedOntoTheRealDisk_stayAsTheyAre) {
     TextFileWriter writer(path("w.txt"));
     writer.writeLine(QStringLiteral("one"));
