@@ -71,6 +71,18 @@ TEST_F(CsvExportTest, newSettings_moveTheFrequencies) {
               "2005-03-21, 09:02:00, 100000000, 100000000, 12500, 1, 0\n");
 }
 
+TEST_F(CsvExportTest, timesAllOverTheDay_areWrittenInTwoDigitsEach) {
+    RecordingText recording = text();
+    QByteArray rows;
+    for (int i = 0; i < 60; ++i) {
+        const QTime time(i * 24 / 60, i, 59 - i);
+        recording.scan(time, {132});
+        rows += "2005-03-21, " + time.toString(Qt::ISODate).toLatin1() +
+                ", 140500000, 140500000, 31250, 1, 0\n";
+    }
+    EXPECT_EQ(exported(recording.bytes), rows);
+}
+
 TEST_F(CsvExportTest, midnight_movesTheDate) {
     const QByteArray rows =
         exported(text().scan(QTime(23, 59, 59), {132}).scan(QTime(0, 0), {132}).bytes);
