@@ -5,6 +5,7 @@
 #include "app/MemoryUse.h"
 #include "app/QtDialogs.h"
 #include "app/SignalWatcher.h"
+#include "app/StartReport.h"
 #include "app/SystemClock.h"
 #include "app/SystemRequests.h"
 #include "app/frmDisplay.h"
@@ -15,6 +16,8 @@
 
 #include <QIcon>
 #include <QLocale>
+
+#include <optional>
 
 namespace {
 
@@ -31,7 +34,9 @@ QIcon windowIcon() {
 
 int main(int argc, char **argv) {
     using namespace veldron;
+    std::optional<StartReport> startReport(std::in_place);
     const QApplication application(argc, argv);
+    startReport.reset();
     boundMemoryUse();
     QCoreApplication::setApplicationName(QStringLiteral("VELDRON"));
     QCoreApplication::setApplicationVersion(QStringLiteral(VELDRON_VERSION));
