@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "tests/program/ChartPicture.h"
 
+#include <QFont>
+#include <QFontMetrics>
+#include <QPainter>
 #include <QSet>
 
 #include <algorithm>
@@ -19,6 +22,10 @@ constexpr double kSplit = 0.5;
 constexpr int kLevelOffset = -132;
 constexpr int kScaleStart = -90;
 constexpr int kScaleSpan = 60;
+constexpr int kCells = 320;
+/// Length of a tick with a label, and the room that the label has at its left.
+constexpr int kLongTick = 6;
+constexpr int kLabelPixels = 11;
 /// The marker's read-out covers the upper end of the plot.
 constexpr int kReadOut = 24;
 
@@ -28,6 +35,7 @@ constexpr std::size_t kNarrowest = 100;
 constexpr QRgb kRed = qRgb(255, 0, 0);
 constexpr QRgb kYellow = qRgb(255, 255, 0);
 constexpr QRgb kBlack = qRgb(0, 0, 0);
+constexpr QRgb kWhite = qRgb(255, 255, 255);
 
 int evenRounded(double value) {
     return static_cast<int>(std::nearbyint(value));
@@ -139,6 +147,54 @@ int ChartPicture::blankRowsBetween() const {
     const auto first = std::find(rows.begin(), rows.end(), true);
     const auto last = std::find(rows.rbegin(), rows.rend(), true).base();
     return first == rows.end() ? 0 : static_cast<int>(std::count(first, last, false));
+}
+
+int ChartPicture::fallTop() const {
+    return m_plot.bottom() + kBottom + kFoot;
+}
+
+int ChartPicture::fallHeight() const {
+    return m_image.height() - kFoot - fallTop();
+}
+
+int ChartPicture::shownLevel(int level) {
+    return std::clamp(level, kScaleStart - kLevelOffset, kScaleStart - kLevelOffset + kScaleSpan);
+}
+
+QByteArray ChartPicture::fallLevels(int row) const {
+    QByteArray levels;
+    for (int cell = 0; cell < kCells; ++cell) {
+        const int x = m_plot.left() + (2 * cell + 1) * m_plot.width() / (2 * kCells);
+        const int grey = qGray(m_image.pixel(x, fallTop() + row));
+        levels.append(static_cast<char>(evenRounded(grey * double(kScaleSpan) / 255.0) +
+                                        kScaleStart - kLevelOffset));
+    }
+    return levels;
+}
+
+std::vector<int> ChartPicture::labelledTicks() const {
+    std::vector<int> ticks;
+    for (int row = 0; row < fallHeight(); ++row) {
+        if (m_image.pixel(m_plot.left() - kLongTick, fallTop() + row) == kWhite) {
+            ticks.push_back(row);
+        }
+    }
+    return ticks;
+}
+
+bool ChartPicture::hasTimeLabel(int tick, const QString &text) const {
+    QFont font(QStringLiteral("DejaVu Sans"));
+    font.setPixelSize(kLabelPixels);
+    const QFontMetrics metrics(font);
+    QImage label(metrics.horizontalAdvance(text), metrics.height(), QImage::Format_RGB32);
+    label.fill(kBlack);
+    QPainter painter(&label);
+    painter.setFont(font);
+    painter.setPen(QColor::fromRgb(kWhite));
+    painter.drawText(0, metrics.ascent(), text);
+    painter.end();
+    constexpr int kHalfLine = 8;
+    return m_image.copy(QRect(QPoint(0, fallTop() + tick - kHalfLine), label.size())) == label;
 }
 
 } // namespace veldron

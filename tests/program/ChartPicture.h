@@ -35,6 +35,16 @@ public:
     [[nodiscard]] int scanRows() const;
     /// Blank rows of pixels that have rows with a scan both above and below them.
     [[nodiscard]] int blankRowsBetween() const;
+    /// Raw levels of a row of pixels in the waterfall, from the top, one a cell of a full scan; in
+    /// the palette from black to white, and limited to the scale.
+    [[nodiscard]] QByteArray fallLevels(int row) const;
+    [[nodiscard]] int fallHeight() const;
+    /// Rows of the waterfall, from the top, at which the time axis has a tick with a label.
+    [[nodiscard]] std::vector<int> labelledTicks() const;
+    /// True if the label at a tick of the time axis is \a text, pixel for pixel.
+    [[nodiscard]] bool hasTimeLabel(int tick, const QString &text) const;
+    /// A raw level limited to those that the scale can show.
+    [[nodiscard]] static int shownLevel(int level);
     /// Height that a raw level has, in pixels.
     [[nodiscard]] int heightOf(int level) const;
 
@@ -43,6 +53,7 @@ public:
 private:
     /// For each row of pixels of the waterfall, from the top, whether it shows a scan.
     [[nodiscard]] std::vector<bool> rowsWithScan() const;
+    [[nodiscard]] int fallTop() const;
 
     QImage m_image;
     QRect m_plot; ///< from the column beside the axis to the last, from the top to the axis

@@ -83,8 +83,9 @@ ProgramRun::ProgramRun() : m_folder(QDir::currentPath() + QStringLiteral("/progr
     QDir(m_folder.path()).mkdir(QStringLiteral("ports"));
     m_process.setChildProcessModifier([this] {
         ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-        if (m_isLocked) {
+        if (m_obeysRights) {
             ::prctl(PR_CAPBSET_DROP, CAP_DAC_OVERRIDE);
+            ::prctl(PR_CAPBSET_DROP, CAP_DAC_READ_SEARCH);
         }
         if (m_ignoredSignal != 0) {
             std::signal(m_ignoredSignal, SIG_IGN);
@@ -124,7 +125,18 @@ bool ProgramRun::exists(const QString &name) const {
 /// Root ignores a folder's rights unless the capability to do so is dropped.
 void ProgramRun::lockFolder() {
     ASSERT_TRUE(QFile::setPermissions(m_folder.path(), QFile::ReadOwner | QFile::ExeOwner));
-    m_isLocked = true;
+    m_obeysRights = true;
+}
+
+void ProgramRun::limitMemory(qint64 bytes) const {
+    QFile file(QStringLiteral("/proc/%1/statm").arg(processId()));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    constexpr int kData = 5;
+    const qint64 present =
+        file.readAll().split(' ').value(kData).toLongLong() * ::sysconf(_SC_PAGESIZE);
+    const auto most = static_cast<rlim_t>(present + bytes);
+    const rlimit limit{most, most};
+    ASSERT_EQ(::prlimit(static_cast<pid_t>(processId()), RLIMIT_DATA, &limit, nullptr), 0);
 }
 
 void ProgramRun::sendSignal(int number) const {
@@ -142,14 +154,59 @@ bool ProgramRun::plugUnit(int port, const QStringList &options) {
                         path(QStringLiteral("simulator.log")), options);
 }
 
+void ProgramRun::setVariable(const QString &name, const QString &value) {
+    m_variables[name] = value;
+}
+
+void ProgramRun::removeVariable(const QString &name) {
+    m_variables[name] = std::nullopt;
+}
+
+void ProgramRun::preload(const QString &library) {
+    if (!m_preloads.contains(library)) {
+        m_preloads.append(library);
+    }
+}
+
+void ProgramRun::shiftClock(int seconds) {
+    preload(QStringLiteral(VELDRON_SHIFTED_CLOCK));
+    setVariable(QStringLiteral("VELDRON_CLOCK_SHIFT"), QString::number(seconds));
+}
+
+void ProgramRun::speedUpSteadyClock(int times) {
+    setVariable(QStringLiteral("VELDRON_CLOCK_RATE"), QString::number(times));
+}
+
+void ProgramRun::slowDownDisk(std::chrono::milliseconds delay) {
+    const QString file = QStringLiteral("disk-delay");
+    write(file, QByteArray::number(delay.count()) + '\n');
+    setVariable(QStringLiteral("VELDRON_DISK_DELAY"), path(file));
+    preload(QStringLiteral(VELDRON_SLOW_DISK));
+}
+
+ClockFile &ProgramRun::shareClock() {
+    m_clock = std::make_unique<ClockFile>(path(QStringLiteral("clock")));
+    preload(QStringLiteral(VELDRON_SHIFTED_CLOCK));
+    setVariable(QStringLiteral("VELDRON_CLOCK_FILE"), m_clock->path());
+    setVariable(QStringLiteral("VELDRON_CLOCK_HURRIES"), QStringLiteral("1"));
+    m_unit.setVariable(QStringLiteral("LD_PRELOAD"), QStringLiteral(VELDRON_SHIFTED_CLOCK));
+    m_unit.setVariable(QStringLiteral("VELDRON_CLOCK_FILE"), m_clock->path());
+    return *m_clock;
+}
+
 void ProgramRun::launch() {
+    setVariable(QStringLiteral("QT_LINUX_ACCESSIBILITY_ALWAYS_ON"), QStringLiteral("1"));
+    setVariable(QStringLiteral("QT_SCALE_FACTOR"), QString::number(m_scale));
+    if (!m_preloads.isEmpty()) {
+        setVariable(QStringLiteral("LD_PRELOAD"), m_preloads.join(QLatin1Char(':')));
+    }
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("QT_LINUX_ACCESSIBILITY_ALWAYS_ON"), QStringLiteral("1"));
-    environment.insert(QStringLiteral("QT_SCALE_FACTOR"), QString::number(m_scale));
-    if (m_clockShift) {
-        environment.insert(QStringLiteral("LD_PRELOAD"), QStringLiteral(VELDRON_SHIFTED_CLOCK));
-        environment.insert(QStringLiteral("VELDRON_CLOCK_SHIFT"), QString::number(*m_clockShift));
-        environment.insert(QStringLiteral("VELDRON_CLOCK_RATE"), QString::number(m_clockRate));
+    for (auto variable = m_variables.cbegin(); variable != m_variables.cend(); ++variable) {
+        if (variable.value()) {
+            environment.insert(variable.key(), *variable.value());
+        } else {
+            environment.remove(variable.key());
+        }
     }
     m_process.setProcessEnvironment(environment);
     m_process.setWorkingDirectory(m_folder.path());

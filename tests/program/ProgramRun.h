@@ -8,10 +8,12 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
+#include "tests/program/ClockFile.h"
 #include "tests/program/ScreenReader.h"
 #include "tests/program/SimulatedUnit.h"
 
 #include <chrono>
+#include <memory>
 #include <optional>
 
 namespace veldron {
@@ -42,12 +44,25 @@ public:
     // The process.
     /// Files that the program writes may not grow beyond \a bytes: a full disk.
     void limitFiles(qint64 bytes) { m_fileLimit = bytes; }
+    /// The program obeys the rights of files and folders, for root too.
+    void obeyRights() { m_obeysRights = true; }
+    /// The running program may not take more than \a bytes of memory beyond those it has.
+    void limitMemory(qint64 bytes) const;
     /// Takes away the program's right to write into its own folder, for root too.
     void lockFolder();
     /// The program's time of day runs \a seconds ahead of the machine's.
-    void shiftClock(int seconds) { m_clockShift = seconds; }
+    void shiftClock(int seconds);
     /// The program's steady clock runs \a times as fast as the machine's, if the clock is shifted.
-    void speedUpSteadyClock(int times) { m_clockRate = times; }
+    void speedUpSteadyClock(int times);
+    /// Program and unit run by a clock that can be set and hurried while they run; called before
+    /// either is started. Returns the clock.
+    ClockFile &shareClock();
+    /// Each flush of a file lasts so much longer from now on. Before the program is started it must
+    /// be called once, with 0 if the disk is to be quick at first.
+    void slowDownDisk(std::chrono::milliseconds delay);
+    /// A variable of the environment that the program will be started in.
+    void setVariable(const QString &name, const QString &value);
+    void removeVariable(const QString &name);
     /// The program starts with the signal ignored, as under nohup.
     void ignoreSignal(int number) { m_ignoredSignal = number; }
     /// Pixels of the screen for one of the program's.
@@ -111,6 +126,7 @@ public:
     [[nodiscard]] bool answerQuestion(const QString &text, const QString &button);
 
 private:
+    void preload(const QString &library);
     [[nodiscard]] QString textOf(const std::optional<ScreenItem> &control) const;
     void focusWindow() const;
     void agreeToNewFile(const QString &file) const;
@@ -120,9 +136,11 @@ private:
     QProcess m_process;
     ScreenReader m_reader;
     qint64 m_fileLimit = -1;
-    bool m_isLocked = false;
-    std::optional<int> m_clockShift;
-    int m_clockRate = 1;
+    bool m_obeysRights = false;
+    /// Of the environment; nothing takes the variable away.
+    QMap<QString, std::optional<QString>> m_variables;
+    QStringList m_preloads;
+    std::unique_ptr<ClockFile> m_clock;
     int m_ignoredSignal = 0;
     int m_scale = 1;
 };

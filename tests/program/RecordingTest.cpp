@@ -5,13 +5,11 @@
 #include "tests/program/Printing.h"
 #include "tests/program/ProgramRun.h"
 #include "tests/program/RecordedFile.h"
+#include "tests/program/SmallDisk.h"
 
 #include <gtest/gtest.h>
 
-#include <QDir>
 #include <QFile>
-
-#include <sys/mount.h>
 
 namespace veldron {
 
@@ -20,27 +18,6 @@ using namespace std::chrono_literals;
 namespace {
 
 const QString kFile = QStringLiteral("band.rec");
-
-/// A disk with room for a few scans, on systems that allow a mount.
-class SmallDisk {
-public:
-    explicit SmallDisk(const QString &folder) : m_folder(QFile::encodeName(folder)) {
-        QDir().mkpath(folder);
-        m_mounted = ::mount("veldron", m_folder.constData(), "tmpfs", 0, "size=8k") == 0;
-    }
-    SmallDisk(const SmallDisk &) = delete;
-    SmallDisk &operator=(const SmallDisk &) = delete;
-    ~SmallDisk() {
-        if (m_mounted) {
-            ::umount2(m_folder.constData(), MNT_DETACH);
-        }
-    }
-    [[nodiscard]] bool isMounted() const { return m_mounted; }
-
-private:
-    QByteArray m_folder;
-    bool m_mounted = false;
-};
 
 /// A recording with four scans a second.
 class Recording : public testing::Test {
@@ -165,7 +142,7 @@ TEST_F(Recording, fileTakenAway_recorderStopsByItself) {
 
 TEST_F(Recording, diskFull_recorderStopsAndWhatWasWrittenStays) {
     constexpr qint64 kRoom = 8192;
-    const SmallDisk disk(run.path("disk"));
+    const SmallDisk disk(run.path("disk"), "8k");
     if (!disk.isMounted()) {
         run.limitFiles(kRoom);
     }

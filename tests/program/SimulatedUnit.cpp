@@ -53,6 +53,15 @@ bool SimulatedUnit::start(const QString &program, const QString &port, const QSt
     return m_process.readLine().startsWith("ready ");
 }
 
+void SimulatedUnit::setVariable(const QString &name, const QString &value) {
+    QProcessEnvironment environment = m_process.processEnvironment();
+    if (environment.isEmpty()) {
+        environment = QProcessEnvironment::systemEnvironment();
+    }
+    environment.insert(name, value);
+    m_process.setProcessEnvironment(environment);
+}
+
 QByteArray SimulatedUnit::tell(const QByteArray &line) {
     m_process.write(line + "\n");
     QByteArray answer;

@@ -29,6 +29,8 @@ public:
     /// Starts \a program with its line at \a port and its log at \a log. True once it is ready.
     [[nodiscard]] bool start(const QString &program, const QString &port, const QString &log,
                              const QStringList &options = {});
+    /// A variable of the environment that the simulator will be started in.
+    void setVariable(const QString &name, const QString &value);
     /// Hands the simulator a line; what it answered before its "ok". Fails the test on an error.
     QByteArray tell(const QByteArray &line);
     /// One of the unit's settings, in the line's own form.
