@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
 // Faults of the line and of the unit, one after the other under one program that records: after
 // each of them everything is as before.
-#include "tests/prove/LiveProgram.h"
+#include "tests/prove/Promise.h"
 
 #include <QThread>
 
-#include "tests/program/Desk.h"
 #include "tests/program/Eventually.h"
 #include "tests/program/Printing.h"
 
@@ -20,13 +19,6 @@ using namespace std::chrono_literals;
 namespace {
 
 const QString kFile = QStringLiteral("faults.rec");
-
-/// Two polls of a quarter of a second, and two seconds.
-constexpr double kBackWithin = 2.5;
-/// A round of checks and the read-back that the last of them asks for.
-constexpr std::chrono::milliseconds kShownWithin = 8s;
-/// Growth that counts as none: what the allocator keeps of one row's work.
-constexpr qint64 kGrowthKib = 1024;
 
 struct LineFault {
     const char *name;
@@ -175,31 +167,11 @@ std::unique_ptr<LiveProgram> LineFaults::s_live;
 
 TEST_P(LineFaults, afterTheFault_everythingIsAsBefore) {
     const LineFault &fault = GetParam();
-    QMap<QString, QString> panels = s_live->panels();
-    for (auto changed = fault.changed.begin(); changed != fault.changed.end(); ++changed) {
-        panels[changed.key()] = changed.value();
-    }
-    const LiveProgram::Footprint before = s_live->footprint();
-    const qsizetype place = s_live->unit().now();
+    Promise promise(*s_live, kFile);
+    promise.changePanels(fault.changed);
     tell(fault.begin);
     awaitEnd(fault);
-
-    const std::optional<double> back = s_live->secondsToPolling(kBackWithin);
-    EXPECT_TRUE(back) << "no poll";
-    EXPECT_TRUE(eventually(kShownWithin, [&] { return s_live->panels() == panels; }));
-    const QMap<QString, QString> shown = s_live->panels();
-    for (auto item = panels.begin(); item != panels.end(); ++item) {
-        EXPECT_EQ(shown.value(item.key()), item.value()) << qPrintable(item.key());
-    }
-    EXPECT_TRUE(s_live->run().statusText().startsWith(QLatin1String("Recording")))
-        << qPrintable(s_live->run().statusText());
-    const int lost = s_live->lostSince(place, kFile);
-    EXPECT_LE(lost, fault.lost);
-    const LiveProgram::Footprint after = s_live->footprint();
-    EXPECT_LE(after.residentKib, before.residentKib + kGrowthKib);
-    EXPECT_EQ(after.descriptors, before.descriptors);
-    std::printf("| %s | %.2f s | %d | %+d KiB |\n", fault.name, back.value_or(-1.0), lost,
-                static_cast<int>(after.residentKib - before.residentKib));
+    promise.expectKept(fault.name, fault.lost);
 }
 
 INSTANTIATE_TEST_SUITE_P(Row, LineFaults, testing::ValuesIn(chosenFaults()),

@@ -29,9 +29,12 @@ bool provesLong() {
 }
 
 bool LiveProgram::open(const QByteArray &settings) {
+    return openAsItStarts(settings) && m_run.pollFourTimesASecond();
+}
+
+bool LiveProgram::openAsItStarts(const QByteArray &settings) {
     m_run.write(QStringLiteral("VELDRON.set"), "VELDRONv1 Settings\r\n" + settings);
-    return m_run.plugUnit() && m_run.open() && m_run.awaitStatus(kConnected) &&
-           m_run.pollFourTimesASecond();
+    return m_run.plugUnit() && m_run.open() && m_run.awaitStatus(kConnected);
 }
 
 bool LiveProgram::startRecording(const QString &file) {

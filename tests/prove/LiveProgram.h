@@ -27,6 +27,8 @@ public:
     /// Starts unit and program. False when the program's window doesn't come up or the unit isn't
     /// found.
     [[nodiscard]] bool open(const QByteArray &settings = {});
+    /// The same with one poll a second, as it starts.
+    [[nodiscard]] bool openAsItStarts(const QByteArray &settings = {});
     [[nodiscard]] bool startRecording(const QString &file);
 
     [[nodiscard]] ProgramRun &run() { return m_run; }

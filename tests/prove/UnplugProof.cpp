@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The adapter pulled and plugged in again, at random moments of a recording.
-#include "tests/prove/LiveProgram.h"
+#include "tests/prove/Promise.h"
 
 #include <QThread>
 
@@ -15,7 +15,6 @@ namespace veldron {
 namespace {
 
 const QString kFile = QStringLiteral("unplugs.rec");
-constexpr double kBackWithin = 2.5;
 constexpr unsigned kSeed = 20260101;
 
 TEST(Unplugs, atRandomMomentsOfARecording_eachComesBackAndLosesNoScan) {
@@ -36,7 +35,7 @@ TEST(Unplugs, atRandomMomentsOfARecording_eachComesBackAndLosesNoScan) {
         live.unit().tell("unplug");
         QThread::msleep(random() % 1500);
         live.unit().tell("plug");
-        if (const std::optional<double> seconds = live.secondsToPolling(kBackWithin)) {
+        if (const std::optional<double> seconds = live.secondsToPolling(Promise::kBackWithin)) {
             ++back;
             slowest = std::max(slowest, *seconds);
         }
@@ -46,7 +45,7 @@ TEST(Unplugs, atRandomMomentsOfARecording_eachComesBackAndLosesNoScan) {
     EXPECT_EQ(back, count);
     EXPECT_EQ(lost, 0);
     const LiveProgram::Footprint after = live.footprint();
-    EXPECT_LE(after.residentKib, before.residentKib + 1024);
+    EXPECT_LE(after.residentKib, before.residentKib + Promise::kGrowthKib);
     EXPECT_LE(after.descriptors, before.descriptors);
     std::printf("unplugs: %d of %d back, slowest %.2f s, %d scans lost\n", back, count, slowest,
                 lost);
