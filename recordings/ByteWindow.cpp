@@ -7,7 +7,7 @@ namespace veldron {
 
 namespace {
 
-constexpr qsizetype kBufferSize = 262144;
+constexpr qsizetype kBufferSize = 65536;
 
 /// Calls \a body with the place of each \a byte.
 template <typename Body>
