@@ -18,7 +18,7 @@ void InfoCommand::addTo(CLI::App &options) {
 }
 
 ExitCode InfoCommand::run(Console &console) {
-    RecordingSummary summary(m_locale.locale());
+    RecordingSummary summary{DateTimeText(m_locale.locale())};
     const ExitCode code = readRecording(m_file, m_dates.rules(), summary, console);
     summary.finish();
     for (const RecordingFinding &finding : summary.findings()) {

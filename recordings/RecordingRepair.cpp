@@ -56,8 +56,8 @@ QByteArray withValue(const RecordedSetting &line, const QByteArray &value) {
 
 } // namespace
 
-RecordingRepair::RecordingRepair(OutputFile &out, const QLocale &locale, Report report)
-    : m_texts(locale), m_report(std::move(report)), m_judge(locale, [](const Stumble &) {}),
+RecordingRepair::RecordingRepair(OutputFile &out, const DateTimeText &texts, Report report)
+    : m_texts(texts), m_report(std::move(report)), m_judge(texts, [](const Stumble &) {}),
       m_writer(out) {
     m_writer.setJudge(&m_judge);
 }

@@ -6,7 +6,6 @@
 #include "recordings/RecordingVisitor.h"
 #include "recordings/RecordingWriter.h"
 
-#include <QLocale>
 #include <QString>
 
 #include <functional>
@@ -29,8 +28,8 @@ public:
     /// Told for each line that isn't written as it was.
     using Report = std::function<void(qint64 line, const QString &what)>;
 
-    /// Playback runs under \a locale. \a out outlives the repair.
-    RecordingRepair(OutputFile &out, const QLocale &locale, Report report);
+    /// \a texts are those of the program that is to play. \a out outlives the repair.
+    RecordingRepair(OutputFile &out, const DateTimeText &texts, Report report);
 
     void firstLine(QByteArrayView bytes) override;
     void scan(const RecordedScan &scan) override;

@@ -39,8 +39,8 @@ qint64 RecordingSummary::Moment::seconds() const {
     return momentOf(date.value_or(QDate(1970, 1, 1)), second);
 }
 
-RecordingSummary::RecordingSummary(const QLocale &locale)
-    : m_judge(locale, [this](const Stumble &stumble) {
+RecordingSummary::RecordingSummary(const DateTimeText &texts)
+    : m_judge(texts, [this](const Stumble &stumble) {
           ++m_stumbleCount;
           keep(m_stumbles, stumble);
       }) {}

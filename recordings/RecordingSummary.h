@@ -48,7 +48,8 @@ public:
         qint64 line; ///< of the scan behind it
     };
 
-    explicit RecordingSummary(const QLocale &locale);
+    /// \a texts are those of the program that is to play.
+    explicit RecordingSummary(const DateTimeText &texts);
 
     void bytes(QByteArrayView bytes) override;
     void firstLine(QByteArrayView bytes) override;

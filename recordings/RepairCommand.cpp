@@ -18,12 +18,12 @@ void RepairCommand::addTo(CLI::App &options) {
 }
 
 ExitCode RepairCommand::run(Console &console) {
-    const QLocale locale = m_locale.locale();
+    const DateTimeText texts(m_locale.locale());
     const std::unique_ptr<OutputFile> out = m_output.open("-", m_file);
     // Where the copy goes to standard output, the list can't.
     const std::unique_ptr<OutputFile> list =
         out->isStandardOutput() ? nullptr : std::make_unique<OutputFile>("-", false);
-    RecordingRepair repair(*out, locale, [&](qint64 line, const QString &what) {
+    RecordingRepair repair(*out, texts, [&](qint64 line, const QString &what) {
         if (list) {
             list->write(QStringLiteral("%1:%2: %3\n")
                             .arg(nameForMessages(m_file), QString::number(line), what)

@@ -67,9 +67,9 @@ private:
 /// What a repair writes, read back from a file that is made once.
 QByteArray repaired(const QByteArray &file, bool &plays) {
     static const std::string kPath = "/tmp/fuzz_history_reader." + std::to_string(::getpid());
-    const QLocale locale(QLocale::English, QLocale::UnitedKingdom);
+    const DateTimeText texts{QLocale(QLocale::English, QLocale::UnitedKingdom)};
     OutputFile out(kPath, true);
-    RecordingRepair repair(out, locale, [](qint64 /*line*/, const QString & /*what*/) {});
+    RecordingRepair repair(out, texts, [](qint64 /*line*/, const QString & /*what*/) {});
     MemorySource source(file);
     RecordingReader(source, repair).read();
     repair.finish();

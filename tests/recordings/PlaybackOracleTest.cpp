@@ -74,7 +74,8 @@ protected:
     [[nodiscard]] std::optional<QByteArray> repair(const QByteArray &bytes) const {
         const QString path = m_folder.filePath("mended.rec");
         OutputFile out(path.toStdString(), true);
-        RecordingRepair repair(out, m_locale, [](qint64 /*line*/, const QString & /*what*/) {});
+        RecordingRepair repair(out, DateTimeText(m_locale),
+                               [](qint64 /*line*/, const QString & /*what*/) {});
         MemorySource source(bytes);
         RecordingReader(source, repair).read();
         repair.finish();

@@ -28,7 +28,7 @@ protected:
         RecordingText text;
         return text.block(kDay);
     }
-    RecordingSummary m_summary{QLocale(QLocale::English, QLocale::UnitedKingdom)};
+    RecordingSummary m_summary{DateTimeText(QLocale(QLocale::English, QLocale::UnitedKingdom))};
 };
 
 TEST_F(RecordingSummaryTest, timesAndRate_areThoseOfFirstAndLastScan) {
