@@ -3,6 +3,8 @@
 
 #include "common/TextFile.h"
 #include "common/UntrappedError.h"
+#include "tests/fuzz/Demand.h"
+#include "tests/fuzz/LiteralPlayback.h"
 #include "tests/support/HistoryFixture.h"
 
 #include <QBuffer>
@@ -74,6 +76,16 @@ void play(HistoryFixture &fixture) {
     }
 }
 
+/// Plays forward up to the end of the file; false where nothing is shown.
+bool playForward(HistoryFixture &fixture) {
+    fixture.playback.mnuFilePlayback();
+    while (fixture.session.InPlayback && !fixture.log.contains(QStringLiteral("StopPlay"))) {
+        fixture.log.clear();
+        fixture.step(1);
+    }
+    return fixture.session.InPlayback;
+}
+
 } // namespace
 
 void loadSettingsBytes(const std::uint8_t *bytes, std::size_t size) {
@@ -102,6 +114,22 @@ void playHistoryBytes(const std::uint8_t *bytes, std::size_t size) {
         play(fixture);
     } catch (const UntrappedError &) {
         // What a bad line gives.
+    }
+    fixture.playback.Quit();
+}
+
+void playHistoryToItsEnd(const std::uint8_t *bytes, std::size_t size) {
+    const QByteArray content(reinterpret_cast<const char *>(bytes), static_cast<qsizetype>(size));
+    HistoryFixture &fixture = freshFixture();
+    const LiteralOutcome literal = playLiterally(content, fixture.texts);
+    const MemoryFile file(bytes, size);
+    fixture.dialogs.answer = file.path();
+    try {
+        demand(playForward(fixture) == literal.isShown && !literal.errorLine);
+    } catch (const UntrappedError &error) {
+        demand(literal.errorLine.has_value());
+        const QString place = QStringLiteral("Line %1 of the file").arg(*literal.errorLine);
+        demand(error.message().startsWith(place) || size == 0);
     }
     fixture.playback.Quit();
 }

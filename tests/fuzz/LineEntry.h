@@ -6,9 +6,13 @@
 
 namespace veldron {
 
-/// Reads \a bytes as a text file, line by line, and each line's value as a number, a frequency, a
-/// date and a time. Ends the process where the reader's promises are broken: lines whose lengths
-/// and ends don't add up to the file, or a frequency that doesn't survive its own text.
+/// Reads \a bytes as a text file, line by line, and each line's value as a number and a frequency.
+/// Ends the process where a line or a number isn't the one that a plain reading gives, or a
+/// frequency doesn't survive its own text.
 void readLinesOf(const std::uint8_t *bytes, std::size_t size);
+
+/// Reads each line's value as a date and a time. Ends the process where one that is taken doesn't
+/// survive its own text.
+void readTimesOf(const std::uint8_t *bytes, std::size_t size);
 
 } // namespace veldron

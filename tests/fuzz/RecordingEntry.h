@@ -6,9 +6,15 @@
 
 namespace veldron {
 
-/// Reads \a bytes as a recording without loss, judges and repairs it. Aborts where a promise is
-/// broken: a byte delivered twice or out of order, a scan of an impossible length, a copy that its
-/// judge calls playable and another doesn't.
+/// Reads \a bytes as a recording without loss, and judges and sums it up. Ends the process where a
+/// promise is broken: a byte that is delivered twice, out of order or not at all, and in no stretch
+/// that is told as skipped; a scan whose parts aren't those of its line; a judgement that isn't
+/// what the main program's own readers come to (see LiteralPlayback.h).
 void readRecordingBytes(const std::uint8_t *bytes, std::size_t size);
+
+/// Repairs \a bytes as a recording. Ends the process where the copy is called playable and isn't,
+/// isn't and is called so, isn't left as it is by a second repair, or where the summary's JSON is
+/// none.
+void repairRecordingBytes(const std::uint8_t *bytes, std::size_t size);
 
 } // namespace veldron
