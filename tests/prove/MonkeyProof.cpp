@@ -134,7 +134,9 @@ private:
 };
 
 /// What a program under proof must not write to standard error.
-bool isComplaint(const QByteArray &told) {
+bool isComplaint(QByteArray told) {
+    // Said to a screen reader, such as this proof, that asks for an element that is just gone.
+    told.replace("qt.accessibility.atspi: WARNING Qt AtSpiAdaptor: Accessible invalid", "");
     return told.contains("QWidget") || told.contains("QObject") || told.contains("qt.") ||
            told.contains("Sanitizer") || told.contains("runtime error");
 }
