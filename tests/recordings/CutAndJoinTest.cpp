@@ -50,6 +50,19 @@ TEST_F(CutAndJoin, part_hasTheSettingsInForceAndTheLinesAsTheyWere) {
     EXPECT_EQ(cut("a.rec", {}), text.bytes);
 }
 
+TEST_F(CutAndJoin, settingsByTheMegabyteBeforeTheFirstScan_leaveThoseInForce) {
+    RecordingText text = begun();
+    for (int i = 0; i < 110000; ++i) {
+        text.line("Palette 4");
+    }
+    text.scans(QTime(10, 0), 2);
+    put("a.rec", text.bytes);
+    const QByteArray part = cut("a.rec", {});
+    EXPECT_LT(part.size(), 1 << 20);
+    EXPECT_TRUE(part.contains("Palette 4\r\n") && part.contains("StartSettings 21/03/2005\r\n"));
+    EXPECT_EQ(run({"export", "--csv", "-"}, part).out, run({"export", "--csv", "a.rec"}).out);
+}
+
 TEST_F(CutAndJoin, partBehindMidnight_hasItsOwnDate) {
     RecordingText text(QLocale(QLocale::Spanish, QLocale::Spain)); // d/M/yyyy
     text.block(QDate(2005, 3, 5)).block(QDate(2005, 12, 31)).scan(QTime(23, 59, 59));
