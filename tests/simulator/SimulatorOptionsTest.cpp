@@ -33,6 +33,7 @@ TEST(SimulatorOptions, everyOption_isTaken) {
     EXPECT_EQ(options->logFile, "f");
     EXPECT_TRUE(options->anyByte && options->logScans && options->exitOnEof);
     EXPECT_EQ(read("--port p --pace none")->baud, 0);
+    EXPECT_EQ(read("--port p --bunch 1")->bunch, 1);
     EXPECT_TRUE(read("--help")->help);
 }
 
