@@ -9,6 +9,8 @@
 #include <QStringList>
 #include <QTest>
 
+#include <cstdlib>
+
 namespace veldron {
 namespace {
 
@@ -39,6 +41,15 @@ TEST(FrmDelay, start_hasItsTexts) {
     EXPECT_EQ(form.findChild<QLabel *>("Label1")->text(), "Delay in ms (0 - 1000)");
     EXPECT_EQ(form.findChild<QLabel *>("Label1")->buddy(), form.findChild<QWidget *>("Text1"));
     EXPECT_EQ(form.findChild<QPushButton *>("cmdOK")->text(), "OK");
+}
+
+TEST_F(FrmDelayTest, field_standsBehindItsLabelAndAboveTheButton) {
+    const QRect label = m_form.findChild<QLabel *>("Label1")->geometry();
+    const QRect field = text()->geometry();
+    EXPECT_GT(field.left(), label.right());
+    EXPECT_LE(std::abs(field.center().y() - label.center().y()), 1);
+    EXPECT_GT(m_form.findChild<QPushButton *>("cmdOK")->geometry().top(), field.bottom());
+    EXPECT_TRUE(m_form.rect().contains(field));
 }
 
 TEST_F(FrmDelayTest, twoThousandTyped_becomesOneThousandAtTheFourthDigit) {
