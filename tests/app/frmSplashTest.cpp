@@ -54,6 +54,10 @@ TEST_F(FrmSplashTest, description_isTheAddressInLines) {
               "VELDRON project\nPanoramic spectrum control\nFree software, MIT licence");
 }
 
+TEST_F(FrmSplashTest, closing_doesNotEndTheProgram) {
+    EXPECT_FALSE(m_splash.testAttribute(Qt::WA_QuitOnClose));
+}
+
 TEST_F(FrmSplashTest, labels_areInArial) {
     for (const char *name :
          {"Label4", "lblProductName", "Label2", "lblVersion", "lblDescription"}) {
