@@ -61,6 +61,16 @@ TEST_F(CtlDataMode, controls_haveTheirLabelsRowsAndTip) {
     EXPECT_EQ(list("cboAmp")->itemData(3).toInt(), -30);
 }
 
+TEST_F(CtlDataMode, upAndDown_fillTheirPlaceWithoutAMargin) {
+    panel->show();
+    write(DataModeCode::Average, 3);
+    const QRect place = child("udSamples")->rect();
+    const QRect up = child("udSamplesUp")->geometry();
+    const QRect down = child("udSamplesDown")->geometry();
+    EXPECT_EQ(up.united(down), place);
+    EXPECT_EQ(down.top(), up.bottom() + 1);
+}
+
 TEST_F(CtlDataMode, eachRBWRow_isItsPosition) {
     for (qint16 row = 0; row < 4; ++row) {
         events.clear();
