@@ -128,6 +128,13 @@ TEST(BinGrid, columns_followTheFrequencies) {
     EXPECT_EQ(full.columnOf(Hertz::fromUnits(156249999), plotOf(320)), 40);
 }
 
+TEST(BinGrid, resolutionWiderThanEverything_putsAllFrequenciesIntoTheMiddle) {
+    const BinGrid one = gridOf(0, 4000, 20000000000);
+    ASSERT_EQ(one.cellCount(), 1);
+    EXPECT_EQ(one.columnOf(hz(0), plotOf(500)), 290);
+    EXPECT_EQ(one.columnOf(hz(4000), plotOf(500)), 290);
+}
+
 TEST(BinGrid, absurdFrequencies_stayFarOutsideThePlot) {
     const BinGrid full;
     EXPECT_LT(full.columnOf(Hertz::fromUnits(-9000000000000000000), plotOf(640)), -10000);
