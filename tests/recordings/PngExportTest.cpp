@@ -9,6 +9,8 @@
 
 #include <QDir>
 
+#include <algorithm>
+
 namespace veldron {
 namespace {
 
@@ -211,6 +213,25 @@ TEST_F(PngExportTest, axes_standAroundTheWaterfall) {
         bright += (picture.at(x, y) & 0xFFU) > 100 ? 1 : 0;
     }
     EXPECT_GT(bright, 5);
+}
+
+TEST_F(PngExportTest, frame_hasItsCornersAndNothingBeyond) {
+    const Picture picture = exported(text().scans(QTime(9, 0), 600).bytes, {"--size", "800x400"});
+    constexpr quint32 kBlack = 0;
+    constexpr quint32 kWhite = 0x00FFFFFF;
+    constexpr quint32 kGrey = 0x007F7F7F;
+    const std::vector<quint32> middle = picture.row(200);
+    const auto right =
+        static_cast<int>(middle.rend() - std::find(middle.rbegin(), middle.rend(), kGrey) - 1);
+    const std::vector<quint32> top = picture.row(23);
+    EXPECT_EQ(std::count(top.begin() + 90, top.begin() + right + 1, kGrey), right - 89);
+    EXPECT_EQ(picture.at(right + 1, 23), kBlack);
+    const std::vector<quint32> bottom = picture.row(370);
+    EXPECT_EQ(std::count(bottom.begin() + 89, bottom.begin() + right + 1, kWhite), right - 88);
+    EXPECT_EQ(picture.at(right + 1, 370), kBlack);
+    EXPECT_EQ(picture.at(88, 23), kBlack);
+    EXPECT_EQ(picture.at(89, 22), kBlack);
+    EXPECT_EQ(picture.at(89, 371), kBlack);
 }
 
 TEST_F(PngExportTest, trace_showsStrongestMedianAndWeakest) {
