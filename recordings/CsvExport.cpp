@@ -13,9 +13,9 @@ namespace veldron {
 namespace {
 
 constexpr std::size_t kMostLevels = ScanFinder::kMostLevels;
-/// A line of columns is never longer: a time of 19 bytes, a frequency of 20, a level of 4, and what
-/// stands between.
-constexpr std::size_t kLongestColumnLine = 64;
+/// What stands in a line ahead of its levels is never longer: date and time of 20 bytes, four
+/// numbers of at most 25, and what stands between.
+constexpr std::size_t kLongestFront = 256;
 
 char *put(char *place, QByteArrayView bytes) {
     // Not memcpy: an empty text may have no address, which that doesn't take.
@@ -77,11 +77,6 @@ void CsvExport::settingsChanged() {
             m_frequencyTexts[level] = ',' + frequency.toText().toLatin1() + ',';
         }
     }
-    std::size_t longest = 0;
-    for (const QByteArray &text : m_frequencyTexts) {
-        longest = std::max(longest, static_cast<std::size_t>(text.size()));
-    }
-    m_buffer.resize(kMostLevels * (kLongestColumnLine + longest));
 }
 
 const QByteArray &CsvExport::dateText(const RecordedScan &scan) {
@@ -92,10 +87,9 @@ const QByteArray &CsvExport::dateText(const RecordedScan &scan) {
     return m_dayText;
 }
 
-char *CsvExport::putLevel(char *place, char level) const {
+char *CsvExport::putLevel(char *place, LevelText text) {
     // Eight bytes, whatever the text's length: the next one is written over the rest.
-    const LevelText &text = m_levelTexts[static_cast<std::uint8_t>(level)];
-    std::memcpy(place, text.bytes.data(), text.bytes.size());
+    std::memcpy(place, &text, sizeof text);
     return place + text.size;
 }
 
@@ -113,14 +107,15 @@ void CsvExport::writeRow(const RecordedScan &scan) {
     if (middle.isEmpty()) {
         middle = middleText(axis(), scan.levels.size(), samplesOf(settings()));
     }
-    char *place = put(m_buffer.data(), dateText(scan));
+    char *place = m_out.room(kLongestFront + kMostLevels * sizeof(LevelText));
+    place = put(place, dateText(scan));
     place = putTime(put(place, ", "), scan.second);
     place = put(place, middle);
     for (const char level : scan.levels) {
-        place = putLevel(place, level);
+        place = putLevel(place, m_levelTexts[static_cast<std::uint8_t>(level)]);
     }
     *place++ = '\n';
-    m_out.write({m_buffer.data(), place});
+    m_out.writeUpTo(place);
 }
 
 void CsvExport::writeColumns(const RecordedScan &scan) {
@@ -135,13 +130,14 @@ void CsvExport::writeColumns(const RecordedScan &scan) {
     }
     timeEnd = putTime(timeEnd, scan.second);
     const QByteArrayView timeText(time.data(), timeEnd);
-    char *place = m_buffer.data();
     for (std::size_t level = 0; level < static_cast<std::size_t>(scan.levels.size()); ++level) {
+        const auto raw = static_cast<std::uint8_t>(scan.levels[static_cast<qsizetype>(level)]);
+        char *place = m_out.room(kLongestFront + sizeof(LevelText));
         place = put(put(place, timeText), m_frequencyTexts[level]);
-        place = putLevel(place, scan.levels[static_cast<qsizetype>(level)]);
+        place = putLevel(place, m_levelTexts[raw]);
         *place++ = '\n';
+        m_out.writeUpTo(place);
     }
-    m_out.write({m_buffer.data(), place});
 }
 
 } // namespace veldron

@@ -32,15 +32,16 @@ protected:
     void take(const RecordedScan &scan) override;
 
 private:
-    /// A level with what stands in front of it, in a piece that is copied whole.
+    /// A level with what stands in front of it, and how long that is, in eight bytes that are
+    /// copied at once.
     struct LevelText {
-        std::array<char, 8> bytes;
+        std::array<char, 7> bytes;
         std::uint8_t size;
     };
 
     void writeRow(const RecordedScan &scan);
     void writeColumns(const RecordedScan &scan);
-    char *putLevel(char *place, char level) const;
+    static char *putLevel(char *place, LevelText text);
     [[nodiscard]] const QByteArray &dateText(const RecordedScan &scan);
 
     OutputFile &m_out;
@@ -53,7 +54,6 @@ private:
     std::vector<QByteArray> m_frequencyTexts;
     std::optional<QDate> m_day;
     QByteArray m_dayText;
-    std::vector<char> m_buffer;
     bool m_hasHeadline = false;
 };
 

@@ -19,7 +19,7 @@ namespace veldron {
 
 namespace {
 
-constexpr qsizetype kBuffer = 65536;
+constexpr std::size_t kBlock = 262144;
 constexpr std::array kEndingSignals{SIGINT, SIGTERM, SIGHUP};
 
 /// What a signal that ends the program removes, since no destructor runs then. A signal handler
@@ -94,7 +94,7 @@ OutputFile::OutputFile(const std::string &path, bool force) : m_path(path), m_ta
     } else {
         openTemporary(force);
     }
-    m_buffer.reserve(kBuffer);
+    m_block.resize(kBlock);
 }
 
 void OutputFile::openDirectly() {
@@ -131,6 +131,7 @@ void OutputFile::openTemporary(bool force) {
 }
 
 OutputFile::~OutputFile() {
+    m_writer.reset();
     if (!m_temporary.empty()) {
         ::unlink(m_temporary.c_str());
         temporaryToRemove[0] = '\0';
@@ -149,40 +150,64 @@ void OutputFile::fail(int code, qint64 scans) const {
                          error.message() + QStringLiteral(" (%1 of the scans arrived)").arg(scans));
 }
 
-void OutputFile::write(QByteArrayView bytes) {
-    if (m_buffer.size() + bytes.size() > kBuffer) {
-        flush();
+void OutputFile::check(const std::optional<BackgroundWriter::Failure> &failure) const {
+    if (failure) {
+        const auto missing = [&](const std::vector<qint64> &ends) {
+            return std::count_if(ends.begin(), ends.end(),
+                                 [&](qint64 end) { return end > failure->written; });
+        };
+        fail(failure->code, m_scanCount - missing(m_givenScanEnds) - missing(m_scanEnds));
     }
-    m_buffer.append(bytes);
+}
+
+void OutputFile::write(QByteArrayView bytes) {
+    while (!bytes.isEmpty()) {
+        if (m_filled == m_block.size()) {
+            giveBlock();
+        }
+        const qsizetype count =
+            qMin(bytes.size(), static_cast<qsizetype>(m_block.size() - m_filled));
+        std::memcpy(m_block.data() + m_filled, bytes.data(), static_cast<std::size_t>(count));
+        m_filled += static_cast<std::size_t>(count);
+        bytes = bytes.sliced(count);
+    }
+}
+
+char *OutputFile::room(std::size_t most) {
+    if (m_block.size() - m_filled < most) {
+        giveBlock();
+    }
+    return m_block.data() + m_filled;
 }
 
 void OutputFile::countScan() {
     ++m_scanCount;
-    m_scanEnds.push_back(m_buffer.size());
+    m_scanEnds.push_back(m_given + static_cast<qint64>(m_filled));
+}
+
+void OutputFile::giveBlock() {
+    using Target = BackgroundWriter::Target;
+    if (!m_writer) {
+        m_writer = std::make_unique<BackgroundWriter>(
+            m_descriptor, m_temporary.empty() ? Target::Any : Target::Disk);
+    }
+    check(m_writer->give(m_block, m_filled));
+    m_given += static_cast<qint64>(m_filled);
+    m_filled = 0;
+    // The block before this one has arrived.
+    m_givenScanEnds.swap(m_scanEnds);
+    m_scanEnds.clear();
 }
 
 void OutputFile::flush() {
-    qsizetype done = 0;
-    while (done < m_buffer.size()) {
-        const ssize_t count = ::write(m_descriptor, m_buffer.constData() + done,
-                                      static_cast<std::size_t>(m_buffer.size() - done));
-        if (count >= 0) {
-            done += count;
-        } else if (errno == EPIPE) {
-            // Nobody reads on. With the signal ignored by our parent this is the way to end
-            // quietly.
-            std::signal(SIGPIPE, SIG_DFL);
-            ::raise(SIGPIPE);
-        } else if (errno != EINTR) {
-            const int code = errno;
-            const auto missing = std::count_if(m_scanEnds.begin(), m_scanEnds.end(),
-                                               [done](qsizetype end) { return end > done; });
-            fail(code, m_scanCount - missing);
-        }
+    if (m_writer) {
+        giveBlock();
+        check(m_writer->finish());
+    } else {
+        check(BackgroundWriter::writeAll(m_descriptor,
+                                         {m_block.data(), static_cast<qsizetype>(m_filled)}));
+        m_filled = 0;
     }
-    m_buffer.clear();
-    m_buffer.reserve(kBuffer);
-    m_scanEnds.clear();
 }
 
 std::string OutputFile::libraryPath() const {
@@ -196,6 +221,7 @@ std::string OutputFile::libraryPath() const {
 
 void OutputFile::commit() {
     flush();
+    m_writer.reset();
     if (!m_temporary.empty()) {
         // The content before the name: a power cut in between leaves the old file.
         if (::fsync(m_descriptor) != 0 || ::rename(m_temporary.c_str(), m_target.c_str()) != 0) {

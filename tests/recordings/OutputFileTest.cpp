@@ -10,6 +10,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <algorithm>
 #include <functional>
 
 namespace veldron {
@@ -111,6 +112,38 @@ TEST_F(OutputFileTest, fullDisk_countsTheScansThatFitted) {
               }),
               path() + ": File too large (10 of the scans arrived)");
     EXPECT_TRUE(names().isEmpty());
+}
+
+TEST_F(OutputFileTest, diskThatFillsUpLater_countsTheScansThatFitted) {
+    constexpr int kScan = 1000;
+    // Somewhere in the third block, with the last of the file in memory still.
+    const FullDisk full(700 * kScan + 1);
+    EXPECT_EQ(errorOf([this] {
+                  OutputFile out(path(), false);
+                  for (int i = 0; i < 1000; ++i) {
+                      out.write(QByteArray(kScan, 'x'));
+                      out.countScan();
+                  }
+                  out.commit();
+              }),
+              path() + ": File too large (700 of the scans arrived)");
+    EXPECT_TRUE(names().isEmpty());
+}
+
+TEST_F(OutputFileTest, bytesFilledInPlace_standBetweenThoseThatWereCopied) {
+    OutputFile out(path(), false);
+    QByteArray expected;
+    for (int i = 0; i < 2000; ++i) {
+        const QByteArray piece(i % 400, static_cast<char>('a' + i % 26));
+        char *const room = out.room(400);
+        out.writeUpTo(std::copy(piece.begin(), piece.end(), room));
+        out.write("copied");
+        expected += piece + "copied";
+    }
+    const QByteArray large(1000000, 'z');
+    out.write(large);
+    out.commit();
+    EXPECT_TRUE(content() == expected + large);
 }
 
 TEST_F(OutputFileTest, folderAndMissingFolder_areErrors) {
