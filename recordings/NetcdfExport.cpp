@@ -1,10 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "recordings/NetcdfExport.h"
 
-#include "common/UntrappedError.h"
 #include "recordings/FailedTransfer.h"
-
-#include <QFile>
 
 #include <limits>
 #include <utility>
@@ -55,7 +52,7 @@ bool fitsInt(qint64 number) {
 
 NetcdfExport::NetcdfExport(const std::string &file, TimeWindow window, Console &console,
                            OutputFile &out)
-    : RecordingExport(file, std::move(window), console), m_path(out.path()), m_target(out) {
+    : RecordingExport(file, std::move(window), console), m_target(out) {
     m_target.setAttribute("Conventions", QStringLiteral("CF-1.10"));
     m_target.setAttribute("title", QStringLiteral("Recording of spectra"));
     m_target.setAttribute("source", QStringLiteral("VELDRON"));
@@ -103,13 +100,6 @@ NetcdfFile::GroupNumber NetcdfExport::groupFor(const RecordedScan &scan) {
 }
 
 NetcdfFile::GroupNumber NetcdfExport::addGroup(qsizetype levels, bool isOwn) {
-    if (++m_groupCount > kMostGroups) {
-        throw UntrappedError(UntrappedError::Kind::File,
-                             QStringLiteral("%1: the settings change more than %2 times; export "
-                                            "the recording in parts, with --from and --to")
-                                 .arg(QFile::decodeName(m_path.c_str()))
-                                 .arg(kMostGroups));
-    }
     QString name = QStringLiteral("stretch_%1").arg(m_stretch, 4, 10, QLatin1Char('0'));
     if (!isOwn) {
         name += QStringLiteral("_levels_%1").arg(levels);

@@ -19,9 +19,6 @@ namespace veldron {
 /// date are left out, because they have no place in time.
 class NetcdfExport : public RecordingExport {
 public:
-    /// More groups don't fit into one file: the library keeps some 140 kB of each in memory.
-    static constexpr std::size_t kMostGroups = 200;
-
     /// \a out outlives the export.
     NetcdfExport(const std::string &file, TimeWindow window, Console &console, OutputFile &out);
 
@@ -39,7 +36,6 @@ private:
     [[nodiscard]] NetcdfFile::GroupNumber addGroup(qsizetype levels, bool isOwn);
     void describe(NetcdfFile::GroupNumber group);
 
-    std::string m_path;
     NetcdfFile m_target;
     bool m_settingsAreNew = true;
     int m_stretch = 0;
@@ -48,7 +44,6 @@ private:
     qsizetype m_ownLevels = 0;
     /// The groups of the stretch by their number of levels.
     std::map<qsizetype, NetcdfFile::GroupNumber> m_groups;
-    std::size_t m_groupCount = 0;
 };
 
 } // namespace veldron

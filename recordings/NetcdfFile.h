@@ -8,6 +8,8 @@
 #include <QString>
 #include <QtGlobal>
 
+#include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -19,7 +21,11 @@ namespace veldron {
 ///
 /// Each group has the dimensions time (unlimited) and frequency, the variable levels of unsigned
 /// bytes over both, and the coordinates time and, where it is known, frequency. Chunks are
-/// compressed, and each is written once and whole, so no chunk is kept by the library.
+/// compressed, each is written once and whole, and nothing is kept of a group that is finished.
+///
+/// netCDF-4 files are HDF5 files that keep some rules, and this is written with the HDF5 library.
+/// The netCDF library keeps 144 kB of every group until the file is closed, whatever its caches are
+/// set to, and compresses on one thread only.
 ///
 /// A failure of any call is an UntrappedError(File) that tells how many scans arrived.
 class NetcdfFile {
@@ -30,7 +36,7 @@ public:
         std::string name;
         qsizetype levels;                               ///< of each scan
         std::optional<std::vector<double>> frequencies; ///< hertz, one a level
-        std::size_t chunkRows;                          ///< scans that are compressed together
+        std::size_t chunkRows;                          ///< most scans that are compressed together
     };
 
     /// Begins the file at the library's path of \a out, which outlives it.
@@ -42,7 +48,7 @@ public:
 
     /// Attributes of the whole file.
     void setAttribute(const char *name, const QString &value);
-    GroupNumber addGroup(const Group &group);
+    [[nodiscard]] GroupNumber addGroup(const Group &group);
     void setAttribute(GroupNumber group, const char *name, const QString &value);
     void setAttribute(GroupNumber group, const char *name, double value);
     void setAttribute(GroupNumber group, const char *name, qint32 value);
@@ -55,30 +61,27 @@ public:
     void close();
 
 private:
-    struct OpenGroup {
-        int id;
-        int timeVariable;
-        int levelsVariable;
-        std::size_t levelCount;
-        std::size_t chunkRows;
-        std::size_t written = 0;
-        std::vector<long long> times;
-        std::vector<unsigned char> levels;
-    };
+    struct OpenGroup;
+    struct Packed;
 
-    void check(int status);
-    int addVariable(int group, const char *name, int type, const std::vector<int> &dimensions);
-    void compress(int group, int variable, const std::vector<std::size_t> &chunk);
-    void addTime(OpenGroup &group, int dimension);
-    void addFrequencies(int group, int dimension, const std::vector<double> &frequencies);
-    void addLevels(OpenGroup &group, int timeDimension, int frequencyDimension);
-    void putText(int group, int variable, const char *name, const QByteArray &text);
-    void flush(OpenGroup &group);
+    /// An identifier of the library, if it is one.
+    qint64 check(qint64 result) const;
+    void putText(qint64 object, const char *name, const QByteArray &text) const;
+    void putNumber(qint64 object, const char *name, qint64 type, const void *value) const;
+    [[nodiscard]] qint64 addVariable(const OpenGroup &group, const char *name, qint64 type,
+                                     const std::vector<std::size_t> &shape, bool isUnlimited) const;
+    void addTime(OpenGroup &group) const;
+    void addLevels(OpenGroup &group) const;
+    void addFrequencies(OpenGroup &group) const;
+    void addVariables(OpenGroup &group) const;
+    void flush(OpenGroup &group, bool isLast);
+    void writeTimes(OpenGroup &group) const;
+    void writeOldest(OpenGroup &group);
 
     const OutputFile &m_out;
-    int m_file = 0;
-    bool m_isOpen = false;
-    std::vector<OpenGroup> m_groups;
+    qint64 m_file = -1;
+    std::map<GroupNumber, std::unique_ptr<OpenGroup>> m_groups;
+    GroupNumber m_groupsMade = 0;
     qint64 m_scansWritten = 0;
 };
 

@@ -218,19 +218,35 @@ TEST_F(NetcdfExportTest, window_leavesScansOut) {
               "09:00:03 09:00:04\n");
 }
 
-TEST_F(NetcdfExportTest, tooManyStretches_areAnErrorWithoutAFile) {
+TEST_F(NetcdfExportTest, thousandsOfStretches_takeNoMoreMemoryThanAHundred) {
     RecordingText recording;
-    for (int i = 0; i <= static_cast<int>(NetcdfExport::kMostGroups); ++i) {
-        recording.block(kDay, {QStringLiteral("Amp %1").arg(i)}).scan(QTime(9, 0).addSecs(i), {1});
-    }
-    put("a.rec", recording.bytes);
-    const Result result = run({"export", "--netcdf", "a.rec"});
-    EXPECT_EQ(result.code, 3);
-    EXPECT_TRUE(result.error.contains("more than 200 times; export the recording in parts"))
-        << result.error.constData();
-    EXPECT_EQ(QDir(m_folder.path()).entryList(QDir::Files), QStringList{"a.rec"});
-    EXPECT_EQ(run({"export", "--netcdf", "a.rec", "--from", "09:00:01"}).code, 0);
-    EXPECT_EQ(groups().count('\n'), 200);
+    const auto peak = [&](int stretches) {
+        recording = RecordingText();
+        for (int i = 0; i < stretches; ++i) {
+            recording.block(kDay, QStringList("Span 10000000")
+                                      << QStringLiteral("Centre %1").arg(100000000 + i));
+            recording.scan(QTime(9, 0).addSecs(i), scanOf(i, 100));
+        }
+        put("a.rec", recording.bytes);
+        const Result result =
+            shell(QStringLiteral(VELDRON_PYTHON " -c 'import os, sys\n"
+                                                "os.spawnv(os.P_WAIT, sys.argv[1], sys.argv[1:])\n"
+                                                "import resource\n"
+                                                "print(resource.getrusage(resource.RUSAGE_CHILDREN)"
+                                                ".ru_maxrss)' ") +
+                  program() + " export --netcdf a.rec --force");
+        EXPECT_EQ(result.error, "");
+        return result.out.toInt();
+    };
+    const int few = peak(100);
+    EXPECT_GT(few, 10000);
+    EXPECT_LT(peak(2000) - few, 8192);
+    EXPECT_EQ(python("import netCDF4\n"
+                     "groups = netCDF4.Dataset('a.nc').groups\n"
+                     "print(len(groups), list(groups)[1999])\n"
+                     "last = groups['stretch_2000']\n"
+                     "print(last.Centre, last['levels'][0, :3].tolist())\n"),
+              "2000 stretch_2000\n100001999.0 [37.0, 38.0, 39.0]\n");
 }
 
 TEST_F(NetcdfExportTest, output_standsBesideTheRecording) {
