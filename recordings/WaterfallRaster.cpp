@@ -4,6 +4,8 @@
 #include "common/Numbers.h"
 
 #include <algorithm>
+#include <array>
+#include <cstring>
 
 namespace veldron {
 
@@ -11,6 +13,25 @@ namespace {
 
 std::uint8_t strongest(const std::vector<std::uint8_t> &levels, qsizetype first, qsizetype last) {
     return first < last ? *std::max_element(levels.begin() + first, levels.begin() + last) : 0;
+}
+
+/// In pieces of a fixed size, which the compiler turns into a few instructions each.
+void keepStronger(std::uint8_t *merged, const std::uint8_t *levels, std::size_t count) {
+    constexpr std::size_t kPiece = 32;
+    std::size_t done = 0;
+    for (; done + kPiece <= count; done += kPiece) {
+        std::array<std::uint8_t, kPiece> ours;
+        std::array<std::uint8_t, kPiece> other;
+        std::memcpy(ours.data(), merged + done, kPiece);
+        std::memcpy(other.data(), levels + done, kPiece);
+        for (std::size_t i = 0; i < kPiece; ++i) {
+            ours[i] = ours[i] < other[i] ? other[i] : ours[i];
+        }
+        std::memcpy(merged + done, ours.data(), kPiece);
+    }
+    for (; done < count; ++done) {
+        merged[done] = std::max(merged[done], levels[done]);
+    }
 }
 
 } // namespace
@@ -34,7 +55,8 @@ void WaterfallRaster::take(qint64 moment, qint64 interval, const FrequencyAxis &
     if (axis != m_axis || static_cast<std::size_t>(levels.size()) != m_waiting.size()) {
         useAxis(axis, levels.size());
     }
-    m_waiting.assign(levels.begin(), levels.end());
+    m_waiting.resize(static_cast<std::size_t>(levels.size()));
+    std::memcpy(m_waiting.data(), levels.data(), m_waiting.size());
     m_waitingSince = moment;
     m_interval = interval;
     if (m_isCounting) {
@@ -105,9 +127,7 @@ void WaterfallRaster::merge(RowRange rows) {
         m_merged.assign(m_waiting.size(), 0);
         m_mergedRows = rows;
     }
-    for (std::size_t level = 0; level < m_merged.size(); ++level) {
-        m_merged[level] = std::max(m_merged[level], m_waiting[level]);
-    }
+    keepStronger(m_merged.data(), m_waiting.data(), m_merged.size());
 }
 
 void WaterfallRaster::paintMerged() {
