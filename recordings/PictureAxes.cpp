@@ -23,6 +23,8 @@ using ChartColours::kFrame;
 /// A date needs more room than the chart's times.
 constexpr int kTimeRoom = 90;
 constexpr int kCaptionRoom = 24;
+/// Across, for a letter or digit of a caption.
+constexpr int kLetterRoom = 7;
 constexpr int kTimePitch = 40;
 constexpr int kTick = 5;
 /// The trace takes a third.
@@ -107,11 +109,18 @@ private:
     }
 
     void caption(QSize size) {
-        m_axes.labels.push_back({{size.width() / 2, kCaptionRoom / 2},
-                                 Anchor::Middle,
-                                 QStringLiteral("%1 to %2, local time of the recording; Hz")
-                                     .arg(PictureAxes::timeText(m_extent.begin, 0),
-                                          PictureAxes::timeText(m_extent.end - 1, 0))});
+        const QString from = PictureAxes::timeText(m_extent.begin, 0);
+        const QString both =
+            from + QStringLiteral(" to ") + PictureAxes::timeText(m_extent.end - 1, 0);
+        // The longest that has room.
+        for (const QString &text :
+             {both + QStringLiteral(", local time of the recording; Hz"), both, from, QString()}) {
+            if (text.size() * kLetterRoom <= size.width()) {
+                m_axes.labels.push_back(
+                    {{size.width() / 2, kCaptionRoom / 2}, Anchor::Middle, text});
+                return;
+            }
+        }
     }
 
     const PictureLayout &m_layout;
