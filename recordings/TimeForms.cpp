@@ -2,6 +2,7 @@
 #include "recordings/TimeForms.h"
 
 #include <array>
+#include <bit>
 #include <string_view>
 
 namespace veldron {
@@ -149,11 +150,12 @@ qint32 readForm(const Form &form, QByteArrayView text) {
 
 template <typename Body>
 void forEachForm(TimeForms::Set among, const Body &body) {
-    for (std::size_t number = 0; number < kForms.size(); ++number) {
+    // Few are left of them, behind the first scans.
+    while (among != 0) {
+        const auto number = static_cast<std::size_t>(std::countr_zero(among));
         const TimeForms::Set bit = TimeForms::Set{1} << number;
-        if ((among & bit) != 0) {
-            body(kForms.at(number), bit);
-        }
+        body(kForms.at(number), bit);
+        among &= ~bit;
     }
 }
 
