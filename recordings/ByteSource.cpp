@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "recordings/ByteSource.h"
 
+#include "recordings/Console.h"
 #include "recordings/SystemError.h"
 
 #include <cerrno>
@@ -15,11 +16,11 @@ FileSource::FileSource(const std::string &path)
       m_descriptor(path == "-" ? ::dup(STDIN_FILENO) : ::open(path.c_str(), O_RDONLY | O_CLOEXEC)) {
     struct stat facts {};
     if (m_descriptor < 0 || ::fstat(m_descriptor, &facts) != 0) {
-        throw systemError(m_path, errno);
+        throw systemError(nameForMessages(m_path), errno);
     }
     if (S_ISDIR(facts.st_mode)) {
         ::close(m_descriptor);
-        throw systemError(m_path, EISDIR);
+        throw systemError(nameForMessages(m_path), EISDIR);
     }
     if (S_ISREG(facts.st_mode)) {
         m_size = facts.st_size;
@@ -36,7 +37,7 @@ qint64 FileSource::read(char *target, qint64 most) {
         count = ::read(m_descriptor, target, static_cast<std::size_t>(most));
     } while (count < 0 && errno == EINTR);
     if (count < 0) {
-        throw systemError(m_path, errno);
+        throw systemError(nameForMessages(m_path), errno);
     }
     return count;
 }

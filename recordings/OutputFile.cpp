@@ -142,7 +142,9 @@ OutputFile::~OutputFile() {
 }
 
 void OutputFile::fail(int code, qint64 scans) const {
-    const UntrappedError error = systemError(m_path, code);
+    const UntrappedError error = systemError(isStandardOutput() ? QStringLiteral("standard output")
+                                                                : QFile::decodeName(m_path.c_str()),
+                                             code);
     if (m_scanCount == 0) {
         throw error;
     }

@@ -3,12 +3,12 @@
 
 #include "common/UntrappedError.h"
 
-#include <string>
+#include <QString>
 
 namespace veldron {
 
-/// The error that the system reported for the file \a path with the number \a code (of errno), as
-/// "path: what". "-" is told as the standard stream that it stands for.
-[[nodiscard]] UntrappedError systemError(const std::string &path, int code);
+/// The error that the system reported for the file \a name with the number \a code (of errno), as
+/// "name: what".
+[[nodiscard]] UntrappedError systemError(const QString &name, int code);
 
 } // namespace veldron
