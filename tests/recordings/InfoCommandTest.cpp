@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: MIT
+#include "recordings/InfoCommand.h"
+
+#include "tests/recordings/HistoryRun.h"
+#include "tests/recordings/Recordings.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace veldron {
+namespace {
+
+class InfoCommandTest : public HistoryRun {
+protected:
+    /// A minute between two stretches, of which the second has a line that playback stumbles on.
+    [[nodiscard]] static RecordingText recording() {
+        RecordingText text;
+        text.block(QDate(2005, 3, 21)).scan(QTime(9, 0), {100, 40, 70}).scans(QTime(9, 0, 1), 2);
+        text.block(QDate(2005, 3, 21), {"Poll 1000", "MonitorMode 3", "Start 144000000",
+                                        "Step 12500", "End 144025000", "RBW 99999"});
+        return text.scan(QTime(9, 1), {80, 80, 80});
+    }
+    [[nodiscard]] QJsonObject json(const QByteArray &bytes, int code) const {
+        const Result result = run({"info", "--json", "--locale", "en_GB", "-"}, bytes);
+        EXPECT_EQ(result.code, code);
+        QJsonParseError error{};
+        const QJsonDocument document = QJsonDocument::fromJson(result.out, &error);
+        EXPECT_EQ(error.error, QJsonParseError::NoError) << result.out.constData();
+        return document.object();
+    }
+};
+
+TEST_F(InfoCommandTest, page_tellsWhatIsInTheRecording) {
+    put("a.rec", recording().bytes);
+    const Result result = run({"info", "--locale", "en_GB", "a.rec"});
+    EXPECT_EQ(result.code, 0);
+    EXPECT_EQ(result.error, "");
+    const QByteArray size = QByteArray::number(recording().bytes.size());
+    for (const QByteArray &line :
+         {"file        a.rec, " + size + " bytes\n",
+          QByteArray("from        2005-03-21 09:00:00 (local time of the recording machine)\n"),
+          QByteArray("duration    0:01:00\n"), QByteArray("scans       4"),
+          QByteArray("gaps        1, the longest 0:00:58\n"),
+          QByteArray("blocks: 2, stretches of equal settings: 2\n"),
+          QByteArray("would end early; lines at which it would: 1\n"),
+          QByteArray("the number \"99999\" is out of range")}) {
+        EXPECT_TRUE(result.out.contains(line)) << line.constData() << "in\n"
+                                               << result.out.constData();
+    }
+}
+
+TEST_F(InfoCommandTest, json_hasTheSameForScripts) {
+    const QJsonObject object = json(recording().bytes, 0);
+    EXPECT_EQ(object["file"].toString(), "standard input");
+    EXPECT_EQ(object["bytes"].toInt(), recording().bytes.size());
+    EXPECT_EQ(object["from"].toString(), "2005-03-21 09:00:00");
+    EXPECT_EQ(object["to"].toString(), "2005-03-21 09:01:00");
+    EXPECT_EQ(object["scans"].toInt(), 4);
+    EXPECT_EQ(object["failed_transfers"].toInt(), 0);
+    EXPECT_EQ(object["levels_db"], (QJsonObject{{"least", -92}, {"median", -35}, {"most", -32}}));
+    EXPECT_EQ(object["gaps"].toArray(), (QJsonArray{QJsonObject{{"from", "2005-03-21 09:00:02"},
+                                                                {"to", "2005-03-21 09:01:00"},
+                                                                {"seconds", 58},
+                                                                {"line", 23}}}));
+    EXPECT_FALSE(object["plays"].toBool());
+    EXPECT_EQ(object["stumbles"].toArray()[0].toObject()["line"].toInt(), 21);
+    const QJsonObject second = object["stretches"].toArray()[1].toObject();
+    EXPECT_EQ(second["scans"].toInt(), 1);
+    EXPECT_EQ(second["levels"].toInt(), 3);
+    EXPECT_EQ(second["start_hz"].toDouble(), 144000000);
+    EXPECT_EQ(second["step_hz"].toDouble(), 12500);
+    EXPECT_EQ(second["settings"].toObject()["MonitorMode"].toString(), "3");
+}
+
+TEST_F(InfoCommandTest, whatWasSkipped_isInTheListAndInTheCode) {
+    RecordingText text = recording();
+    const QJsonObject object = json(text.line("Nonsense").scan(QTime(9, 2)).bytes, 1);
+    EXPECT_EQ(object["skipped_bytes"].toInt(), 10);
+    EXPECT_EQ(object["findings"].toArray()[0].toObject()["line"].toInt(), 24);
+    EXPECT_EQ(object["findings"].toArray()[0].toObject()["skipped"].toInt(), 10);
+}
+
+TEST_F(InfoCommandTest, recordingWithoutScans_hasNoTimes) {
+    const QJsonObject object = json(RecordingText().bytes, 0);
+    EXPECT_TRUE(object["from"].isNull());
+    EXPECT_TRUE(object["scans_per_second"].isNull());
+    EXPECT_TRUE(object["levels_db"].toObject()["median"].isNull());
+    EXPECT_EQ(run({"info", "-"}, "something else\n").code, 2);
+}
+
+} // namespace
+} // namespace veldron
