@@ -15,7 +15,8 @@ TEST(UnitText, numbersOfTheLine_areReadScaled) {
     for (const Case &c :
          {Case{"145.125", 6, 145125000}, Case{"100", 6, 100000000}, Case{"12.5", 3, 12500},
           Case{"-30", 0, -30}, Case{".5", 3, 500}, Case{"5.", 3, 5000},
-          Case{"145.5000005", 6, 145500000}, Case{"145.5000015", 6, 145500002}, Case{"0", 0, 0}}) {
+          Case{"145.5000005", 6, 145500000}, Case{"145.5000015", 6, 145500002}, Case{"0", 0, 0},
+          Case{"987654321", 0, 987654321}, Case{"9.09", 2, 909}}) {
         EXPECT_EQ(UnitText::readScaled(c.text, c.decimals), c.value) << c.text;
     }
 }
