@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <csignal>
 #include <cstring>
 #include <fcntl.h>
@@ -103,6 +104,12 @@ TEST_F(PortLockTest, freeDevice_isLockedInBothWays) {
     EXPECT_EQ(::flock(other, LOCK_EX | LOCK_NB), 0);
     ::close(other);
     EXPECT_FALSE(QFile::exists(lockFile()));
+}
+
+TEST_F(PortLockTest, errorLeftBehindByAnEarlierCall_isNoHolder) {
+    PortLock withoutFolders{QStringList{}};
+    errno = EWOULDBLOCK;
+    EXPECT_FALSE(withoutFolders.take(terminal.path()).has_value());
 }
 
 TEST_F(PortLockTest, endOfLife_releases) {
