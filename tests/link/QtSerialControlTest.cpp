@@ -199,6 +199,15 @@ TEST_F(QtSerialControlTest, bytes_goBothWaysUnchanged) {
     EXPECT_EQ(received, all);
 }
 
+TEST_F(QtSerialControlTest, readOfOneByte_fetchesWhatHasJustCome) {
+    ASSERT_FALSE(open().has_value());
+    control.setInputLen(1);
+    terminal->deliver("ab");
+    EXPECT_EQ(control.Input(), "a");
+    EXPECT_EQ(control.Input(), "b");
+    EXPECT_EQ(control.Input(), "");
+}
+
 TEST_F(QtSerialControlTest, inputLength_limitsOneRead) {
     ASSERT_FALSE(open().has_value());
     terminal->send("abcd");
