@@ -81,8 +81,9 @@ TEST_F(Midnights, polling_goesOn) {
     ASSERT_TRUE(m_live.open());
     const qsizetype place = m_live.unit().now();
     passMidnight();
-    // Everything is read back once a day.
-    EXPECT_GE(m_live.unit().countSince(place, "RSGN"), 1);
+    // Everything is read back once a day, and nothing else asks for these two in a row.
+    const QByteArray commands = m_live.unit().commandsSince(place).join(' ');
+    EXPECT_EQ(commands.count("RSGN RSDM"), 1) << commands.constData();
     expectPolling();
     expectOrderlyEnd();
 }
