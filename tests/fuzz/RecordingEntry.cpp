@@ -156,6 +156,7 @@ Repaired repaired(const QByteArray &file) {
     RecordingReader(source, repair).read();
     repair.finish();
     copy.plays = repair.plays();
+    demand(copy.plays == (out.scanCount() > 0));
     out.commit();
     copy.bytes = pipe.take();
     return copy;

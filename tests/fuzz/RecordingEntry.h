@@ -12,8 +12,8 @@ namespace veldron {
 /// what the main program's own readers come to (see LiteralPlayback.h).
 void readRecordingBytes(const std::uint8_t *bytes, std::size_t size);
 
-/// Repairs \a bytes as a recording. Ends the process where the copy is called playable and isn't,
-/// isn't and is called so, isn't left as it is by a second repair, or where the summary's JSON is
+/// Repairs \a bytes as a recording. Ends the process where a copy with scans isn't playable, or
+/// is called so and isn't, or isn't left as it is by a second repair, or where the summary's JSON is
 /// none.
 void repairRecordingBytes(const std::uint8_t *bytes, std::size_t size);
 
