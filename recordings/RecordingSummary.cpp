@@ -7,6 +7,7 @@
 #include <QTime>
 
 #include <algorithm>
+#include <limits>
 #include <numeric>
 
 namespace veldron {
@@ -64,7 +65,9 @@ void RecordingSummary::block(const RecordedBlock &block) {
     m_settings.take(block);
     m_blockLine = block.place.line;
     m_settingsAreNew = true;
-    const qint64 poll = m_settings.number(SettingsKey::Poll).value_or(0);
+    // A damaged number may be anything; a poll is one of 32 bits.
+    const qint64 poll = qBound(qint64{0}, m_settings.number(SettingsKey::Poll).value_or(0),
+                               qint64{std::numeric_limits<qint32>::max()});
     // Rounded up to whole seconds, which is what times have.
     m_longestPause = std::max(kShortestGap, (kPollsOfAPause * poll + 999) / 1000);
 }

@@ -59,6 +59,12 @@ TEST_F(RecordingSummaryTest, pauses_areGapsFromThreePollsOn) {
     EXPECT_EQ(got.gaps()[0].line, 14);
 }
 
+TEST_F(RecordingSummaryTest, pollOutOfAllBounds_doesNotWrap) {
+    RecordingText text = begun();
+    text.line("Poll 4000000000000000000").scan(kTen).scan(kTen.addSecs(10));
+    EXPECT_EQ(summary(text).gapCount(), 0);
+}
+
 TEST_F(RecordingSummaryTest, stretches_endWhereSettingsChangeAndNotAtDates) {
     RecordingText text = begun();
     text.scans(kTen, 3).block(kDay.addDays(1)).scans(kTen, 3);
