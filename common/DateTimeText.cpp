@@ -24,7 +24,8 @@ QString withFourDigitYear(QString format) {
     return format;
 }
 
-/// The format with every zone field outside quotes taken out, and the blanks that it leaves.
+/// The format with every zone field ("t") outside quotes taken out, and the blanks that it leaves:
+/// no text that holds a zone's name reads back.
 QString withoutZone(const QString &format) {
     QString kept;
     bool quoted = false;
@@ -43,6 +44,7 @@ QString withoutZone(const QString &format) {
 /// A format serves when what it writes is ASCII and reads back as it was.
 bool datesSurvive(const QLocale &locale, const QString &format) {
     for (int month = 1; month <= 12; ++month) {
+        // Above 12, so that a format which swaps day and month in reading is found out.
         const QDate date(2009, month, month == 2 ? 28 : 30);
         const QString text = locale.toString(date, format);
         if (!isPrintableAscii(text) || locale.toDate(text, format) != date) {

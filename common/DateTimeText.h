@@ -18,6 +18,8 @@ namespace veldron {
 /// would not read back as it was written, the plain forms yyyy-MM-dd and HH:mm:ss stand in for it.
 class DateTimeText {
 public:
+    /// Chooses the forms once, by trying those of \a locale on a date in each month and on each
+    /// hour of a day. A later change of the system's locale has no effect.
     explicit DateTimeText(const QLocale &locale);
 
     [[nodiscard]] QString dateText(QDate date) const;

@@ -13,7 +13,8 @@ namespace veldron {
 
 namespace {
 
-/// The error of the last call. A target that knows no flushing counts as flushed.
+/// The error of the last call. A target that knows no flushing counts as flushed: pipes and devices
+/// (EINVAL, EROFS) and some file systems (ENOTSUP).
 QString lastError() {
     if (errno == EINVAL || errno == ENOTSUP || errno == EROFS) {
         return {};
@@ -24,6 +25,8 @@ QString lastError() {
 class SystemDisk final : public Disk {
 public:
     QString force(QFileDevice &file) override {
+        // Bytes and length are enough. fsync would wait for a second write, of the times of the
+        // file.
         return ::fdatasync(file.handle()) == 0 ? QString() : lastError();
     }
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Connections whose slots may throw: no exception ever runs through the toolkit's frames.
+// Connections whose slots may throw: no exception ever runs through the toolkit's frames. The tree
+// check refuses a bare connect() in any other file.
 #pragma once
 
 #include <QObject>
@@ -25,7 +26,7 @@ public:
     explicit ErrorGuard(Report report) : m_report(std::move(report)) {}
 
     /// Runs \a body. An UntrappedError out of it goes to the report; so does any other exception,
-    /// as an UntrappedError of the kind Unexpected.
+    /// as an UntrappedError of the kind Unexpected. Nothing leaves this function.
     template <typename Body>
     void run(Body &&body) const {
         try {
@@ -57,6 +58,7 @@ void callWithFirst(Slot &slot, const Arguments &arguments,
     std::invoke(slot, std::get<Index>(arguments)...);
 }
 
+/// Whether \a Slot can be called with as many of the signal's arguments as \a Index counts.
 template <typename Slot, typename Arguments, std::size_t... Index>
 constexpr bool takesFirst(std::index_sequence<Index...> /*count*/) {
     return std::is_invocable_v<Slot &, std::tuple_element_t<Index, Arguments>...>;
@@ -75,14 +77,19 @@ void callWithAtMost(Slot &slot, const Arguments &arguments) {
 
 } // namespace Detail
 
-/// Connects \a signal of \a sender to \a slot, run under \a guard, for as long as \a context
-/// lives. The slot is anything that can be called with the signal's first arguments, or with none;
-/// a member function is called on \a context.
+/// Connects \a signal of \a sender to \a slot, run under \a guard, for as long as \a context lives.
+/// The slot is anything that can be called with the signal's first arguments, or with none; a
+/// member function is called on \a context.
+///
+/// The connection keeps copies of guard and slot. The slot sees the arguments as const references,
+/// and its result is dropped. Where several argument lists fit, the longest is taken.
 template <typename Sender, typename Emitter, typename... Arguments, typename Context, typename Slot>
 QMetaObject::Connection connectGuarded(const ErrorGuard &guard, const Sender *sender,
                                        void (Emitter::*signal)(Arguments...), Context *context,
                                        Slot slot) {
     if constexpr (std::is_member_function_pointer_v<Slot>) {
+        // The return type makes the lambda refuse each argument list that the member function
+        // refuses, so that callWithAtMost() finds the one that fits.
         return connectGuarded(
             guard, sender, signal, context,
             [context, slot](auto &&...arguments)

@@ -20,6 +20,8 @@ struct FileReplacement {
     /// Why neither is possible, in a sentence for the user; otherwise empty.
     QString refusal;
 
+    /// Looks at the file system as it is now. Nothing is held or tried: the write that follows can
+    /// fail all the same.
     [[nodiscard]] static FileReplacement of(const QString &path);
 };
 

@@ -77,6 +77,7 @@ std::optional<Hertz> Hertz::fromText(const QString &text, QChar decimalMark) {
     qint64 units = 0;
     for (const QChar digit : digits) {
         const qint64 next = digit.unicode() - u'0';
+        // Leaves room for this digit and for rounding up by one.
         if (units > (std::numeric_limits<qint64>::max() - 10) / 10) {
             return std::nullopt;
         }
@@ -107,6 +108,7 @@ Hertz Hertz::dividedBy(qint64 divisor) const {
 }
 
 QString Hertz::toText(QChar decimalMark) const {
+    // Unsigned, because the lowest number has no positive counterpart.
     const quint64 size =
         m_units < 0 ? 0U - static_cast<quint64>(m_units) : static_cast<quint64>(m_units);
     constexpr auto unitsPerHertz = static_cast<quint64>(kUnitsPerHertz);

@@ -14,13 +14,15 @@ namespace veldron {
 /// A frequency, or a difference of two, in hertz: signed 64-bit fixed point with four decimals.
 ///
 /// The range is about +-9.2e14 Hz; sums, products and conversions from floating point that leave it
-/// saturate. Comparison is exact.
+/// saturate. Comparison is exact: a frequency that was summed up from steps equals the same one
+/// read from the unit or from a file, which a floating-point number would not promise.
 class Hertz {
 public:
     /// Units of the fixed-point number in one hertz.
     static constexpr qint64 kUnitsPerHertz = 10000;
 
     constexpr Hertz() = default;
+    /// Every number of 64 bits is a frequency.
     [[nodiscard]] static constexpr Hertz fromUnits(qint64 units) {
         Hertz value;
         value.m_units = units;
@@ -43,7 +45,8 @@ public:
     [[nodiscard]] double toDouble() const;
     /// Nearest whole hertz, ties to even.
     [[nodiscard]] qint64 rounded() const;
-    /// Nearest whole hertz, ties to even, saturated to 32 bits.
+    /// Nearest whole hertz, ties to even, saturated to 32 bits: for spans and steps, which panels
+    /// and unit hold in so many.
     [[nodiscard]] qint32 roundedTo32() const;
     /// A part of it: nearest unit, ties to even. \a divisor is not 0.
     [[nodiscard]] Hertz dividedBy(qint64 divisor) const;

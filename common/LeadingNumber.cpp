@@ -29,6 +29,8 @@ double leadingNumber(const QString &text) {
     if (!hasDigit) {
         return 0.0;
     }
+    // Only what was looked at above gets here. By itself toDouble takes exponents, "inf" and "nan"
+    // for numbers too.
     bool ok = false;
     const double number = text.mid(start, end - start).toDouble(&ok);
     if (ok) {

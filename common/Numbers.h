@@ -37,6 +37,8 @@ template <typename T>
 template <typename T>
 [[nodiscard]] std::optional<T> roundToExact(double value) {
     const double rounded = roundHalfEven(value);
+    // The upper limit is the first number beyond the range, which is exact in a double also for 64
+    // bits. Written with "!", so that NaN is refused too.
     if (!(rounded >= static_cast<double>(std::numeric_limits<T>::min())) ||
         !(rounded < static_cast<double>(std::numeric_limits<T>::max()) + 1.0)) {
         return std::nullopt;

@@ -105,6 +105,7 @@ bool TextFileReader::atEnd() {
 
 void TextFileReader::takeLineEnd(char end) {
     ++m_position;
+    // CR and LF may lie in two chunks, so the buffer is filled again between them.
     if (end == '\r' && fill() && m_buffer[m_position] == '\n') {
         ++m_position;
     }
@@ -185,6 +186,7 @@ void TextFileWriter::close() {
     if (!m_file.isOpen()) {
         return;
     }
+    // A close that fails shows in the error behind it, and has given the handle back all the same.
     m_file.close();
     if (m_file.error() != QFileDevice::NoError) {
         fail(QStringLiteral("Can't close the file"), m_file.fileName(), m_file.errorString());
@@ -237,6 +239,7 @@ void ReplacingTextFileWriter::commitRename() {
     if (!m_file.commit()) {
         failToWrite(m_file.errorString());
     }
+    // The rename itself is on the disk only once the folder is.
     if (const QString why = m_disk.forceName(m_replacement.target); !why.isEmpty()) {
         failToWrite(why);
     }
@@ -257,6 +260,7 @@ void ReplacingTextFileWriter::commitInPlace() {
         file.resize(old.size());
         failToWrite(why);
     }
+    // Behind the write: until it has succeeded the old length is needed to go back.
     file.resize(m_bytes.size());
     if (const QString why = m_disk.force(file); !why.isEmpty()) {
         failToWrite(why);

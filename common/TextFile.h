@@ -23,7 +23,7 @@ public:
     LineSink &operator=(const LineSink &) = delete;
     virtual ~LineSink() = default;
 
-    /// Writes \a line, as Latin-1, and CR LF.
+    /// Writes \a line, as Latin-1, and CR LF. Characters beyond Latin-1 have no byte and are lost.
     virtual void writeLine(const QString &line) = 0;
 };
 
@@ -41,6 +41,7 @@ public:
     /// Reads from \a source, which is open; for tests.
     explicit TextFileReader(std::unique_ptr<QIODevice> source);
 
+    /// True when no byte is left. Reads on where the buffer is used up, so it can be a file error.
     [[nodiscard]] bool atEnd();
     /// The next line without its end. Reading at the end of the file is an error.
     [[nodiscard]] QString readLine();
@@ -50,7 +51,7 @@ public:
     [[nodiscard]] qint64 lineNumber() const { return m_lineNumber; }
     /// Whether the last line read had a line end. Without one the file may have been cut inside it.
     [[nodiscard]] bool lastLineEnded() const { return m_lastLineEnded; }
-    /// Size of the file in bytes at this moment.
+    /// Size of the file in bytes at this moment; 0 once it is closed.
     [[nodiscard]] qint64 size() const;
     [[nodiscard]] QString path() const { return m_path; }
     /// Further reads are errors; a second close does nothing.

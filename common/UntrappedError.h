@@ -29,6 +29,7 @@ public:
 
     [[nodiscard]] Kind kind() const { return m_kind; }
     [[nodiscard]] const QString &message() const { return m_message; }
+    /// The message in UTF-8, for whoever catches a std::exception. Good for as long as the error.
     [[nodiscard]] const char *what() const noexcept override { return m_bytes.constData(); }
 
 private:
