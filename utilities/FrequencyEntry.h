@@ -11,8 +11,9 @@ namespace veldron {
 /// A frequency or a step that is being typed, one key at a time.
 ///
 /// Each panel has one, which all its fields share. The key that ends the entry decides the scale: K
-/// and M their own, Enter and any other key that of the field. A point sets the scale of K until
-/// then, which only counts for the limit of 3.5 GHz that no entry goes above. No key is an error.
+/// and M their own, Enter, Escape and any other key but a blank that of the field. A point sets the
+/// scale of K until then, which only counts for the limit of 3.5 GHz that no entry goes above. No
+/// key is an error.
 class FrequencyEntry {
 public:
     /// What a number without a unit letter means in a field.

@@ -25,6 +25,8 @@ struct Receiver {
     bool hasAttenuator;
 };
 
+/// Lists of mode codes, named after the types that have them. A type without a list of its own
+/// shares one.
 namespace Detail {
 inline constexpr std::array<qint16, 7> kModes1100 = {5, 7, 8, 9, 10, 16, 17};
 inline constexpr std::array<qint16, 6> kModes2400 = {1, 2, 5, 7, 8, 9};
@@ -36,6 +38,11 @@ inline constexpr std::array<qint16, 5> kModes2700 = {1, 2, 3, 4, 5};
 } // namespace Detail
 
 /// The receiver types; the code of a type is its position counted from 1.
+///
+/// The order matters: the types without settings of their own come first (isTunable() in
+/// Receivers.h counts them), and the highest code can be picked by the user but isn't taken over
+/// from the unit (ctlFrequency::setRX), so a new last row changes what the program does with the
+/// one before it.
 inline constexpr std::array<Receiver, 11> kReceivers = {{
     {u"Other (10M)", {}, false},
     {u"Other (45M)", {}, false},

@@ -11,6 +11,7 @@ namespace {
 qint64 divideHalfAway(qint64 numerator, qint64 denominator) {
     const qint64 quotient = numerator / denominator;
     const qint64 rest = numerator % denominator;
+    // The rest is compared with what is missing, because twice the rest could leave the range.
     if (qAbs(rest) < denominator - qAbs(rest)) {
         return quotient;
     }
@@ -34,7 +35,8 @@ qint64 wholeHertz(Hertz value) {
     return divideHalfAway(value.units(), Hertz::kUnitsPerHertz);
 }
 
-/// \a size in units of \a unit bytes, in tenths.
+/// \a size in units of \a unit bytes, in tenths. Whole units and rest apart, because ten times the
+/// size could leave the range.
 qint64 tenthsOf(qint64 size, qint64 unit) {
     return size / unit * 10 + divideHalfAway(size % unit * 10, unit);
 }
@@ -48,6 +50,7 @@ QString sizeText(qint64 number, const QString &digits, QLatin1Char letter) {
 QString FormatFileSize(qint64 Size) {
     constexpr qint64 kilo = 1024;
     constexpr qint64 mega = kilo * kilo;
+    // The sizes are compared before they are rounded, so "1000.0k" can come out of the first case.
     if (Size < 1000 * kilo) {
         const qint64 tenths = tenthsOf(Size, kilo);
         return sizeText(tenths, pointedText(qAbs(tenths), 1, 1), QLatin1Char('k'));

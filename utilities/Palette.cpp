@@ -23,12 +23,15 @@ quint32 greyColour(int level) {
     return colourOf(level, level, level);
 }
 
+/// The hue runs from cyan (180 degrees) through blue and red to a yellow (435, which is 75), and
+/// the lightness grows with the square of the level.
 quint32 hotMetalColour(int level) {
     const float share = static_cast<float>(level) / 256.0F;
     const float lightness = level == 0 ? 0.0F : share * share * 0.9F + 0.1F;
     return HLSToRGB(static_cast<float>(level + 180), lightness, 1.0F);
 }
 
+/// The hue runs from a violet blue (255 degrees) down to red (0) at one lightness.
 quint32 rainbowColour(int level) {
     // The empty part of the waterfall is a dark violet, not black.
     return HLSToRGB(static_cast<float>(kHighestLevel - level), level == 0 ? 0.3F : 0.5F, 1.0F);
@@ -39,6 +42,7 @@ quint32 risingRainbowColour(int level) {
     return HLSToRGB(static_cast<float>(kHighestLevel - level), lightness, 1.0F);
 }
 
+/// From blue to green in the lower half, then from green to red.
 quint32 twoSegmentColour(int level) {
     if (level == 0) {
         return colourOf(0, 0, 0);
@@ -73,6 +77,8 @@ quint32 HLSToRGB(float Hue, float Lightness, float Saturation) {
     if (Saturation == 0.0F) {
         return greyColour(channelOf(Lightness));
     }
+    // The common conversion: the least and the greatest of the channels follow from lightness and
+    // saturation, the hue places each channel between them.
     const float m2 = Lightness < 0.5F ? (Saturation + 1.0F) * Lightness
                                       : Lightness + Saturation - Lightness * Saturation;
     const float m1 = 2.0F * Lightness - m2;
