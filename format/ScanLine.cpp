@@ -17,6 +17,7 @@ ScanLine ScanLine::of(const QString &value, const DateTimeText &texts) {
     }
     ScanLine line;
     line.levels.reserve(static_cast<std::size_t>(count));
+    // Latin-1 both ways: the code of a character is the byte in the file.
     for (const QChar level : value.left(count)) {
         line.levels.push_back(static_cast<std::uint8_t>(level.unicode()));
     }

@@ -8,6 +8,7 @@ bool SettingsBlock::take(const FileLine &line) {
     if (!key) {
         return false;
     }
+    // Before the date itself is noted: a block that begins again keeps nothing of the one before.
     if (*key == SettingsKey::StartSettings) {
         m_values.clear();
     }
@@ -25,6 +26,8 @@ std::optional<QString> SettingsBlock::value(SettingsKey key) const {
 }
 
 void SettingsBlock::writeTo(LineSink &sink) const {
+    // The map is sorted by its keys, and so in the order of the file, whatever order they were set
+    // in.
     for (const auto &[key, value] : m_values) {
         sink.writeLine(FileLine{textOf(key), value}.text());
     }

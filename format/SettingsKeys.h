@@ -38,7 +38,8 @@ enum class SettingsKey {
     EndSettings,     ///< nothing; always, and the last
 };
 
-/// The texts of the keys, in the order of the enumeration.
+/// The texts of the keys, in the order of the enumeration. They are the format: a text that is
+/// changed here no longer reads the files of earlier versions.
 inline constexpr std::array kSettingsKeys{
     "StartSettings", "PersistenceOn", "Persistence", "WaterfallOn", "Palette",
     "Update",        "MarkerOn",      "Poll",        "MonitorMode", "Span",

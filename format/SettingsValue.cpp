@@ -36,6 +36,7 @@ Hertz frequency(const QString &value, QChar decimalMark) {
 
 Hertz numberOfHertz(const QString &value) {
     const double hertz = leadingNumber(value);
+    // Asked here, because the conversion below saturates in silence.
     if (!Numbers::roundToExact<qint64>(hertz * static_cast<double>(Hertz::kUnitsPerHertz))) {
         throw FileErrors::numberOutOfRange(value);
     }
