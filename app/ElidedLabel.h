@@ -7,8 +7,8 @@
 
 namespace veldron {
 
-/// A line of text that is cut with an ellipsis where it doesn't fit; the whole text is its tool tip
-/// then, and its accessible name always.
+/// A line of text that is cut with an ellipsis in its middle where it doesn't fit; the whole text
+/// is its tool tip then, and its accessible name always. No text is taken for mark-up.
 class ElidedLabel : public QLabel {
     Q_OBJECT
 
@@ -16,6 +16,7 @@ public:
     explicit ElidedLabel(QWidget *parent = nullptr);
 
     void setWholeText(const QString &text);
+    /// No width at all, so that a long text never keeps the window wide.
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:

@@ -7,6 +7,9 @@
 namespace veldron {
 
 /// Where the form puts its strips and the chart, in pixels of its inside. Pure arithmetic.
+///
+/// From top to bottom: the strip of panels, the strip of the transport while it is visible, the
+/// chart, the status bar. The chart gets all that the others leave.
 struct FormLayout {
     /// What the layout is worked out from.
     struct Input {
@@ -18,6 +21,7 @@ struct FormLayout {
         QSize chart; ///< the chart's size before; kept where the form has no room for it
     };
 
+    /// Upper edge of the transport's strip, worked out also while it is hidden.
     int picture2Top = 0;
     QRect chart;
 

@@ -16,6 +16,7 @@ public:
     LinkScreen(ScreenCursor &cursor, UserDialogs &dialogs) : m_cursor(cursor), m_dialogs(dialogs) {}
 
     void setHourglass(bool on) override;
+    /// Runs an event loop while the box is up.
     void showMessage(const QString &title, const QString &text) override;
 
 private:

@@ -24,6 +24,9 @@ enum class ReceiverChangeCode : qint32;
 /// loops.
 ///
 /// A handler's code is compared for equality; other values do nothing.
+///
+/// The order in a handler is always the same: write, read back, panel, chart. Nothing waits for the
+/// user in between, and the event loop doesn't run.
 class PanelMediation : public SettingsHost {
 public:
     /// What it works on besides the holders of the settings; all of it outlives the mediation.
@@ -53,27 +56,36 @@ public:
     /// Makes every panel and the chart show the unit's present state, starts the poll timer at the
     /// full poll period, and notes the settings in a running recording.
     void ReadBackSettings() override;
-    /// Copies the panels and the display settings into the chart.
+    /// Copies the panels and the display settings into the chart; the frequencies only while they
+    /// are known, so that a silent unit empties no history.
     void UpdateChartSettings() override;
+    /// Of the poll timer; 0 or less holds its ticks off.
     void setPollInterval(qint32 milliseconds) override;
 
 private:
+    // What the codes do that need more than a write and a read. Those named change, confirm and
+    // reset write to the unit first; those named read and show only take over what it has.
     void changeFrequency();
     void changeCentreFromReceiver();
     void changeReceiver();
     void confirmAmp();
     void confirmDataMode();
     void readDataModeBack();
+    /// Makes the unit begin its held maximum anew.
     void resetLevels();
     void changeMonitorMode();
     void changeCentre();
     void changeSpan();
     void changeChannels();
+    /// Channel data and marker, into panels and chart.
     void readChannelsIn();
     void showCentre(Hertz centre);
+    /// Channel data alone, into the monitor panel.
     void showChannels();
+    /// Those of the monitor mode that the panel shows, into the panels; the chart follows later.
     void readBackFrequencies();
-    /// A property of the unit, read to be written into a panel.
+    /// A property of the unit, read to be written into a panel: one exchange at most, whose failure
+    /// LastSession is told of.
     template <typename Value>
     [[nodiscard]] Value read(Value (frmVDR::*property)());
     void showLinkStatus();
@@ -84,6 +96,7 @@ private:
     /// Marks the receive frequency \a frequency on the chart where the scale is known; otherwise
     /// this is caught up with the next scale.
     void markOnChart(Hertz frequency);
+    /// The scale of a chart whose frequencies are known, from the monitor panel.
     void showScaleOfMonitor();
 
     SettingHolders m_holders;

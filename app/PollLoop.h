@@ -42,11 +42,13 @@ public:
     void tick();
     /// Milliseconds from one poll to the next, from 250 to 10000.
     [[nodiscard]] qint16 PollPeriod() const { return m_PollPeriod; }
+    /// Counts from the next tick on, and is not checked. The timer's interval is set apart from it.
     void setPollPeriod(qint16 milliseconds) { m_PollPeriod = milliseconds; }
     /// Interval of the poll timer for a poll period, both in milliseconds: half of it, 500 at most.
     [[nodiscard]] static int tickInterval(qint16 pollPeriod);
 
 private:
+    /// A scan, then one check of a setting.
     void pollConnected();
     /// One attempt to bring a lost link back: the unit is asked for its version.
     void reconnect();

@@ -13,6 +13,9 @@ namespace veldron {
 ///
 /// The file dialogs are the toolkit's own on every desktop, because a name that may not be written
 /// is refused inside them.
+///
+/// Each call runs an event loop of its own until the user has closed the box. Timers tick and slots
+/// run meanwhile, so whoever calls looks at the state anew behind it.
 class QtDialogs : public UserDialogs {
 public:
     /// The window that the dialogs belong to; set once it exists.
@@ -25,6 +28,8 @@ public:
     void showError(const QString &text) override;
 
 private:
+    /// The dialog that is up, or the window if it can be seen. Nothing during the start, where a
+    /// box stands by itself.
     [[nodiscard]] QWidget *owner() const;
 
     QPointer<QWidget> m_window;

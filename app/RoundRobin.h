@@ -19,13 +19,15 @@ public:
     RoundRobin(const SettingHolders &holders, PanelMediation &mediation)
         : m_holders(holders), m_mediation(mediation) {}
 
-    /// The check that is due.
+    /// The check that is due: one exchange at most, two for the frequencies; a difference adds
+    /// those of reading everything back. With a link that is down each read fails at once.
     void step();
 
 private:
     void checkFrequencies();
     void checkSpanAndCentre();
     void checkChannels();
+    /// What the marker of the unit is compared with in Channel mode.
     [[nodiscard]] Hertz shownMarker() const;
     void followUnitIf(bool different);
 

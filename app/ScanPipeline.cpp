@@ -13,6 +13,7 @@ void ScanPipeline::TakeScan() {
     const LevelScan scan = m_dependencies.vdr.GetData();
     m_dependencies.chart.SetData(scan);
     m_dependencies.chart.Refresh();
+    // Behind the picture, because the recording waits until the line is on the disk.
     if (m_dependencies.session.Recording) {
         m_dependencies.recorder.writeScan(scan);
     } else {

@@ -22,8 +22,9 @@ public:
     };
     explicit ScanPipeline(const Dependencies &dependencies) : m_dependencies(dependencies) {}
 
-    /// Takes one scan and shows it. A scan that failed goes the same way. The status bar's text is
-    /// then that of the recording, or the state of the link while nothing is recorded.
+    /// Takes one scan and shows it; blocks for about 0.4 s with a full scan, for up to a second
+    /// with a silent unit. A scan that failed goes the same way. The status bar's text is then that
+    /// of the recording, or the state of the link while nothing is recorded.
     void TakeScan();
 
 private:

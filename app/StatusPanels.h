@@ -27,7 +27,10 @@ public:
     /// \a clock outlives the bar.
     StatusPanels(const ErrorGuard &guard, Clock &clock, QWidget *parent = nullptr);
 
+    /// Called once, at the end of the start; a second call does nothing. Before it, every call that
+    /// is about panels 2 and 3 does nothing.
     void addPanels();
+    /// Panel 1. A text that is too long is cut in its middle.
     void setStatusText(const QString &text);
     /// Shows \a image at once, without running the event loop.
     void showActivity(ActivityImage image);
@@ -40,6 +43,7 @@ public:
     void showClockAndActivity();
 
 private:
+    /// Shows the time and waits for the next minute.
     void renewClock();
 
     Clock &m_clock;
@@ -48,6 +52,7 @@ private:
     QLabel *m_panel3Text = nullptr;
     ActivityPicture *m_panel3 = nullptr;
     QTimer m_clockTimer{this};
+    /// Panel 2 is the clock, and not a text.
     bool m_showsClock = true;
 };
 

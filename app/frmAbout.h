@@ -28,7 +28,8 @@ struct AboutFacts {
 /// connection.
 [[nodiscard]] QString infoText(const AboutFacts &facts);
 
-/// The dialog that tells which program this is, and which unit it is connected to.
+/// The dialog that tells which program this is, and which unit it is connected to. It is made anew
+/// each time that it is shown, and follows no change of the link while it is up.
 class frmAbout : public QDialog {
     Q_OBJECT
 

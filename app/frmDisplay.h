@@ -53,11 +53,13 @@ public:
         /// Path of the manual, empty if there is none.
         QString manual{};
     };
+    /// Makes menus, strips and chart. They are shown, and connected with the unit, by load().
     explicit frmDisplay(const Dependencies &dependencies);
     ~frmDisplay() override;
 
     /// The whole start: splash, port search, defaults, first connection, settings of the last run,
-    /// and the form on the screen. Takes up to a second for each free port without the unit.
+    /// and the form on the screen. Takes up to a second for each free port without the unit. To be
+    /// called once, and followed by the event loop unless hasEnded().
     void load();
     /// Ends in good order without a question, as when the system closes down. Returns when the
     /// settings are saved and the port is closed.
@@ -72,7 +74,7 @@ public:
     /// ended: a routine that was still running then may meet closed files and a closed port, and
     /// its errors are of no interest any more.
     void endWithError(const UntrappedError &error);
-    /// True after endWithError.
+    /// True after endWithError; the process then exits with 1.
     [[nodiscard]] bool hasFailed() const { return m_life == LifeState::Failed; }
     /// True once the program is being shut down or has been, for whichever reason.
     [[nodiscard]] bool hasEnded() const {
@@ -81,6 +83,7 @@ public:
     /// Takes what slots throw to endWithError.
     [[nodiscard]] const ErrorGuard &guard() const { return m_guard; }
 
+    /// The two states of the history; never both at once.
     [[nodiscard]] bool Recording() const { return m_session.Recording; }
     [[nodiscard]] bool InPlayback() const { return m_session.InPlayback; }
 
@@ -115,22 +118,27 @@ private:
     void wireMenus();
     void wirePanels();
     QAction *addEntry(QMenu *menu, const char *name, const QString &text);
+    /// Places strips, chart and status bar within m_inside, after each change of its size.
     void layOut();
 
     // Start and end.
+    /// What load() does, under the guard.
     void start();
+    /// Returns when the splash is painted or closed, or when half a second has passed.
     void showSplash();
     /// Start values of the display settings and of the poll rate, before any settings file is read.
     void InitialiseSettings();
     /// Opens the port that the search found the unit on. A failure leaves the link down and stops
     /// nothing.
     void connectFoundUnit();
+    /// Shows the form at a size that suits the screen, with the focus where keys do nothing.
     void showForm();
     /// Asks the user while a recording runs, otherwise true. False: the program goes on.
     [[nodiscard]] bool mayEnd();
     /// The one way out of the program, taken once: later calls do nothing. What is closed in which
     /// order, and why, stands in the source.
     void shutDown(EndReason reason);
+    /// All timers of the form and of everything in it.
     void stopTimers();
     void closeWindows();
     /// Shows \a dialog and returns when it has been closed. False when the program was ended
@@ -170,6 +178,7 @@ private:
     /// Runs while a close is taken for the end of the desktop's session.
     QTimer m_sessionEnd{this};
 
+    /// Everything below the menus, status bar included; layOut() places it.
     QWidget *m_inside = nullptr;
     /// Scrolls Picture1 sideways where the window is too narrow for it.
     QScrollArea *m_strip = nullptr;
@@ -182,6 +191,7 @@ private:
     ctlDataMode *ctlDataMode1 = nullptr;
     ctlPlayback *ctlPlayback1 = nullptr;
     ctlChartSpectrum *ctlChartSpectrum1 = nullptr;
+    /// Menu entries that are wired, or switched by the history.
     QAction *mnuFileLoadSettings = nullptr;
     QAction *mnuFileSaveSettings = nullptr;
     QAction *mnuFileRecord = nullptr;

@@ -40,6 +40,8 @@ void frmDisplay::start() {
         m_parts->mediation.ReadBackSettings();
         showLinkStatus();
     }
+    // From here on an end saves the settings; before, it would have saved start values over those
+    // of the last run.
     m_life = LifeState::Running;
     StatusBar1->addPanels();
     m_splash->hide();

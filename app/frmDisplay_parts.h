@@ -30,17 +30,21 @@ namespace veldron {
 struct frmDisplay::Parts {
     explicit Parts(frmDisplay &form);
 
+    // The unit behind the link, and the two dialogs that hold settings.
     LinkScreen linkScreen;
     frmVDR vdr;
     frmCommSettings commSettings;
     frmDisplaySettings displaySettings;
+    // What carries settings between panels, chart, unit and files.
     SettingHolders holders;
     PanelMediation mediation;
     SettingsLines settingsLines;
     SettingsFiles settingsFiles;
     LastSession lastSession;
+    // The history.
     Recorder recorder;
     PlaybackEngine playback;
+    // The poll, from its parts to the whole.
     RoundRobin roundRobin;
     ScanPipeline scans;
     PollLoop pollLoop;

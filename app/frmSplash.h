@@ -44,7 +44,9 @@ protected:
 private:
     void makeControls(const QString &version);
     QLabel *makeLabel(const char *name, const QString &text, const QFont &font);
+    /// Scales the built-in picture to \a size pixels of the form, at the density of the screen.
     void showPicture(QSize size);
+    /// Makes the picture smaller where the form would be larger than the screen.
     void fitOnScreen();
     void layOut();
     void centre();
