@@ -59,6 +59,7 @@ bool AxisPainter::replace(PixelSurface &surface, const AxisPlan &plan,
     areas.push_back(difference(plan.lines, labels));
     areas.erase(std::remove_if(areas.begin(), areas.end(), std::mem_fn(&QRect::isEmpty)),
                 areas.end());
+    // Behind all other areas, each of which may cut labels.
     addCutLabels(areas, labels);
     for (const QRect &kept : inside) {
         if (intersectsAny(areas, kept)) {

@@ -32,7 +32,8 @@ public:
     /// without touching one of \a inside: then paintWhole() is to be called.
     bool replace(PixelSurface &surface, const AxisPlan &plan, const std::vector<QRect> &erased,
                  const std::vector<QRect> &inside);
-    /// Wipes the surface but \a inside, and paints \a plan.
+    /// Wipes the surface but \a inside, and paints \a plan. Those who own what is inside paint it
+    /// over in the same turn. Fills the cache anew.
     void paintWhole(PixelSurface &surface, const AxisPlan &plan, const std::vector<QRect> &inside);
 
 private:
@@ -40,15 +41,19 @@ private:
         PlannedText text;
         QRect area;
 
+        /// The area follows from the text, so it is not compared.
         friend bool operator==(const Label &one, const Label &other) {
             return one.text == other.text;
         }
     };
 
     [[nodiscard]] std::vector<Label> measured(const std::vector<PlannedText> &texts) const;
+    /// A rectangle around all that stands in one of the two plans only.
     [[nodiscard]] QRect difference(const std::vector<PlannedLine> &lines,
                                    const std::vector<Label> &labels) const;
+    /// Adds the whole area of each label that one of \a areas cuts.
     static void addCutLabels(std::vector<QRect> &areas, const std::vector<Label> &labels);
+    /// Wipes \a areas and paints what of the plan lies in them.
     void repaint(PixelSurface &surface, const std::vector<QRect> &areas) const;
 
     LabelPrinter m_printer;

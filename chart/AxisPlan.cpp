@@ -30,6 +30,8 @@ public:
     explicit Planner(const AxisInput &input) : m_in(input), m_layout(input.layout) {}
 
     AxisPlan plan() {
+        // Frequencies last: their axis begins with the row of the tick before it, see
+        // frequencyAxis().
         plotFrame();
         levelAxis();
         if (m_in.displayType == DisplayTypeCode::TraceAndWaterfall) {
@@ -61,6 +63,8 @@ private:
         const int height = m_layout.plotBottom - m_layout.plotTop;
         const int spacing = AxisPlan::levelTickSpacing(height, m_in.scale.span);
         for (int d = 0; spacing > 0 && d <= m_in.scale.span; d += spacing) {
+            // The fraction of LevelScale::rowOf(), rounded once, so that a tick stands at its
+            // level.
             m_row = static_cast<int>(Numbers::divideHalfEven(
                 qint64{-height} * d + qint64{m_layout.plotBottom} * m_in.scale.span,
                 m_in.scale.span));
@@ -89,6 +93,7 @@ private:
                                          m_layout.fallTop);
         while (m_row < m_layout.fallBottom) {
             mark(m_row);
+            // One row on at least: where a spacing is less than half a row this would never end.
             m_row = std::max(Numbers::roundTo<qint32>(m_row + spacing / interval), m_row + 1);
         }
     }

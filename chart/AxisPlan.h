@@ -57,7 +57,8 @@ struct AxisPlan {
     /// Of a layout that can be drawn. UntrappedError(DivideByZero) for a scale without height.
     [[nodiscard]] static AxisPlan of(const AxisInput &input);
 
-    /// dB between level ticks of a plot \a plotHeight high; 0 is none.
+    /// dB between level ticks of a plot \a plotHeight high: 10, 20 or 30, or 0 for none, by the
+    /// pixels that 10 dB have. UntrappedError(DivideByZero) for a span of 0.
     [[nodiscard]] static int levelTickSpacing(int plotHeight, int span);
     /// Seconds between short and labelled time ticks.
     struct TimeSpacing {
@@ -66,12 +67,14 @@ struct AxisPlan {
     };
     /// For rows of \a update seconds.
     [[nodiscard]] static TimeSpacing timeSpacing(qint32 update);
-    /// Most frequency labels that fit.
-    /// May be 0 or less in a narrow plot: then the axis has neither ticks nor labels.
+    /// Most frequency labels that fit, one for each 120 pixels. May be 0 or less in a narrow plot:
+    /// then the axis has neither ticks nor labels.
     [[nodiscard]] static int frequencyLabelCount(int plotWidth);
-    /// Spacing of \a count labels over \a span, rounded up in the series 1, 2, 5, 10.
+    /// Spacing of \a count labels over \a span, rounded up in the series 1, 2, 5, 10. Both are
+    /// above 0; the arithmetic is exact.
     [[nodiscard]] static Hertz frequencyStep(Hertz span, int count);
-    /// First multiple of \a step at or above \a start.
+    /// First multiple of \a step that is more than \a start less 1 Hz; with both in whole hertz
+    /// that is the first at or above \a start. \a step is above 0.
     [[nodiscard]] static Hertz firstFrequency(Hertz start, Hertz step);
 };
 

@@ -87,6 +87,7 @@ int BinGrid::firstCentre(const ChartLayout &layout) const {
 int BinGrid::columnOf(Hertz frequency, const ChartLayout &layout) const {
     const int centre = firstCentre(layout);
     const double offset = frequency.toDouble() - m_scanStart.toDouble();
+    // Outside of every picture, where the products below could overflow, a double is exact enough.
     if (!isExact(frequency) || !isExact(m_dataResolution)) {
         const double column =
             offset / m_dataResolution.toDouble() * layout.plotWidth() / m_cellCount + centre + 0.5;

@@ -132,6 +132,7 @@ void Bitmap8::Clear() {
 
 void Bitmap8::Scroll(qint16 dx, qint16 dy) {
     const qint32 width = m_header.biWidth;
+    // Only rows that move down keep an end of what is used; any other move gives it up.
     if (dx != 0 || dy < 0) {
         m_usedEnd = static_cast<qint64>(m_pixels.size());
     }
@@ -201,6 +202,7 @@ void Bitmap8::Render(PixelSurface *target, const QRect &destination, const QRect
             source.y() + qint64{y - destination.top()} * source.height() / destination.height();
         quint32 *line = target->deviceLine(target->rowEdge(y)) + left;
         runs.paint(line, m_pixels.data() + row * m_stride + source.x(), m_passed.data());
+        // The other device lines of the same row are copies.
         for (int copy = target->rowEdge(y) + 1; copy < target->rowEdge(y + 1); ++copy) {
             std::copy_n(line, runs.width(), target->deviceLine(copy) + left);
         }

@@ -35,7 +35,8 @@ public:
         quint32 biSizeImage = 0;
     };
 
-    /// Makes a raster of zeros with a grey table, and returns its handle.
+    /// Makes a raster of zeros with a grey table, and returns its handle. Rows are padded to a
+    /// multiple of 4 bytes.
     Handle Create(qint32 width, qint32 height);
     void Destroy();
     void Clear();
@@ -49,6 +50,7 @@ public:
     /// Below 1 the part that is no longer covered is zeroed.
     void Resize(float factor);
 
+    /// One byte, by the flat address.
     void setdata(qint32 x, qint32 y, quint8 value);
     [[nodiscard]] quint8 data(qint32 x, qint32 y) const;
     /// Stored only: the stretch mode that it asks for is overridden at once.
@@ -74,9 +76,13 @@ private:
 
     [[nodiscard]] static qint32 roundUpToFour(qint32 value) { return (value + 3) & ~3; }
     [[nodiscard]] qint32 rows() const { return qAbs(m_header.biHeight); }
+    /// Rows from the top that may hold something but zeros.
     [[nodiscard]] qint32 usedRows() const;
+    /// Brings \a count entries into the table that Render() reads.
     void passTable(int first, int count);
+    /// Copies within the raster what of both areas lies in it; source and destination may overlap.
     void move(const QRect &destination, QPoint source);
+    /// The first \a sourceHeight rows onto the first \a destinationHeight, each picked or repeated.
     void stretchRows(qint32 sourceHeight, qint32 destinationHeight);
     void zero(qint64 offset, qint64 count);
     [[nodiscard]] bool holds(const QRect &source) const;

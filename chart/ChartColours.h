@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Colours are 0x00BBGGRR values, as everywhere in the program.
+// The colours of the chart, as 0x00BBGGRR values. Axes, ticks and labels have kAxis; the far edges
+// of plot and waterfall and the receive line kFrame; the body of a trace kTrace, its peak dots
+// kPeak.
 #pragma once
 
 #include <QtGlobal>

@@ -20,8 +20,9 @@ constexpr int kFootGap = 5;  ///< under the waterfall
 
 /// Where things stand in the picture, in its pixels; rows grow downwards.
 ///
-/// Worked out wherever it is needed, never stored. Right and bottom edges are the first pixel
-/// beyond. Without a waterfall, that area is one row at the foot of the picture.
+/// Worked out wherever it is needed, never stored. Right edges and the waterfall's bottom are the
+/// first pixel beyond; the trace fills the rows below plotTop down to plotBottom itself. Without a
+/// waterfall, that area is one row at the foot of the picture.
 struct ChartLayout {
     int scaleWidth = 0;
     int scaleHeight = 0;
@@ -33,6 +34,9 @@ struct ChartLayout {
     int fallTop = 0;
     int fallBottom = 0;
 
+    /// Of a picture of that size in pixels, with the split at \a splitFraction of its height from
+    /// the top. Nothing is limited: a small picture gives edges in the wrong order (see
+    /// isDrawable).
     [[nodiscard]] static ChartLayout of(int scaleWidth, int scaleHeight,
                                         DisplayTypeCode displayType, float splitFraction);
 
@@ -55,7 +59,8 @@ struct ChartLayout {
     [[nodiscard]] ChartLayout forPointer(DisplayTypeCode displayType) const;
 };
 
-/// Rows of the waterfall that can be seen, as the scroll bar counts them; may be negative.
+/// Rows of the waterfall that can be seen, as the scroll bar counts them, one to a pixel row; may
+/// be negative.
 [[nodiscard]] int visibleFallRows(int scaleHeight, float splitFraction);
 
 } // namespace veldron

@@ -24,6 +24,7 @@ bool ChartPainter::drawsWaterfall(const Input &input) {
 
 PictureChange ChartPainter::paint(PixelSurface &surface, const Input &input) {
     PictureChange change;
+    // A rectangle for each part: one around all of them would be nearly the whole picture.
     const auto collect = [&] {
         if (const QRect painted = surface.takeChange(); !painted.isEmpty()) {
             change.painted.push_back(painted);

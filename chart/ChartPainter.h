@@ -43,7 +43,9 @@ public:
     /// The next paint() wipes the picture and draws \a plan. Until then the picture stays as it
     /// is, so that nobody sees new axes over a trace of the old scale.
     void setAxes(AxisPlan plan);
-    /// Paints onto \a surface what \a input describes, a chart large enough to be drawn.
+    /// Paints onto \a surface what \a input describes, a chart large enough to be drawn. A level
+    /// scale without height is an UntrappedError(DivideByZero), and nothing is painted then. Limits
+    /// the first row of the waterfall to what there is.
     PictureChange paint(PixelSurface &surface, const Input &input);
 
 private:
@@ -57,7 +59,7 @@ private:
     TraceCache m_trace;
     WaterfallCache m_waterfall;
     std::vector<TraceColumn> m_columns;
-    // Areas that the trace and the waterfall covered when the axes were last painted.
+    // Areas that the trace and the waterfall covered when the axes were last painted whole.
     std::vector<QRect> m_covered;
 };
 

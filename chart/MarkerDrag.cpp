@@ -9,6 +9,8 @@ namespace veldron {
 
 namespace {
 
+// Pixels on either side of the marker line, and the fractions of the picture's height that a drag
+// keeps the split between.
 constexpr int kMarkerReach = 5;
 constexpr float kHighestSplit = 0.2F;
 constexpr float kLowestSplit = 0.8F;
@@ -79,6 +81,7 @@ PointerMove MarkerDrag::move(QPoint at, bool leftHeld, const PointerView &view) 
         return result;
     }
     const ChartLayout layout = view.layout.forPointer(view.displayType);
+    // A drag of the split goes on wherever the pointer is, also over plot and waterfall.
     if (m_dragsSplit) {
         const auto height = static_cast<float>(std::max(layout.scaleHeight, 1));
         result.splitFraction =

@@ -14,7 +14,7 @@
 
 namespace veldron {
 
-/// What the pointer's handlers look at.
+/// What the pointer's handlers look at, made anew for each event.
 struct PointerView {
     ChartLayout layout;
     const BinGrid &grid;
@@ -39,6 +39,7 @@ struct PointerMove {
 /// Neither the marker's frequency nor the receive frequency is limited to the scan.
 class MarkerDrag {
 public:
+    /// What a press has begun.
     enum class Press { Nothing, MarkerPlaced, SplitTaken };
 
     /// Shows or hides the marker; both put it onto the receive frequency.
@@ -65,7 +66,8 @@ public:
     PointerMove move(QPoint at, bool leftHeld, const PointerView &view);
     /// Ends a drag, whichever button goes up.
     void release();
-    /// True when the choice of the marker's frequency is to be told.
+    /// True when the choice of the marker's frequency is to be told: the marker is shown, the first
+    /// click was on the plot, and \a gateOpen. Moves do nothing from here to release().
     bool doubleClick(bool gateOpen);
     /// The tip is no longer renewed by new rows.
     void loseFocus() { m_hasLiveTip = false; }

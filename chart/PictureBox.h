@@ -46,7 +46,8 @@ public:
     /// Brings what changed on the surface to the window.
     void Refresh(const PictureChange &change);
 
-    /// The surface as an image of device pixels, which shares its memory.
+    /// The surface as an image of device pixels, which shares its memory: good until the next
+    /// prepare() that returns true.
     [[nodiscard]] QImage image() const;
 
     /// The fixed face of all of the chart's texts.

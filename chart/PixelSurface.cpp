@@ -108,6 +108,7 @@ void PixelSurface::scroll(const QRect &area, int rows) {
             std::copy_n(source, count, deviceLine(line) + left);
         }
     };
+    // Against the direction of the move, so that no row is overwritten before it has been copied.
     if (rows > 0) {
         for (int row = inside.bottom(); row >= inside.top() + rows; --row) {
             copyRow(row);

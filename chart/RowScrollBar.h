@@ -23,6 +23,7 @@ protected:
 private:
     [[nodiscard]] QRect thumb() const;
 
+    /// Where the thumb was when the bar last asked for a repaint.
     QRect m_thumb;
 };
 

@@ -27,6 +27,7 @@ void ScanStore::zeroPeaks() {
 
 void ScanStore::agePeaks(const PeakLife &life) {
     const qint32 elapsed = elapsedSince(life);
+    // The bin behind the last one too, whose peak the gathering trace reads.
     const auto end = static_cast<std::size_t>(m_binCount) + 1;
     for (std::size_t bin = 0; bin < end; ++bin) {
         if (m_current[bin] >= m_peaks[bin]) {
@@ -42,6 +43,7 @@ void ScanStore::agePeaks(const PeakLife &life) {
 }
 
 qint32 ScanStore::elapsedSince(const PeakLife &life) {
+    // Live, a time before the last one is the next day; in playback it is a step back.
     if (life.playback && m_lastAgeTime > life.time) {
         m_lastAgeTime = life.time;
     }

@@ -24,6 +24,7 @@ class ScanStore {
 public:
     explicit ScanStore(qint32 binCount) { reset(binCount); }
 
+    /// Zeros for \a binCount bins; the time of the last pass stays.
     void reset(qint32 binCount);
 
     /// False for a scan that is longer than the arrays.
@@ -47,6 +48,7 @@ public:
     [[nodiscard]] const LevelScan &peaks() const { return m_peaks; }
 
 private:
+    /// Whole seconds since the last pass, across midnight too; notes this one as the last.
     [[nodiscard]] qint32 elapsedSince(const PeakLife &life);
 
     qint32 m_binCount = 0;

@@ -37,6 +37,7 @@ void ScreenCursor::setShape(CursorShape shape) {
     } else if (m_shape == CursorShape::Default) {
         QGuiApplication::setOverrideCursor(QCursor(cursorOf(shape)));
     } else {
+        // In place of the one that is up: a second one on the stack would outlive the next Default.
         QGuiApplication::changeOverrideCursor(QCursor(cursorOf(shape)));
     }
     m_shape = shape;

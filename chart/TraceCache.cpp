@@ -21,6 +21,7 @@ int TraceCache::paint(PixelSurface &surface, const ChartLayout &layout,
                m_standing[at(end)] == m_standing[at(first)]) {
             ++end;
         }
+        // Columns that are to show the same, and show the same now, as one.
         paintRun(first, end, columns[at(first)]);
         first = end;
     }
@@ -79,6 +80,8 @@ void TraceCache::paintRun(int first, int last, const TraceColumn &column) {
 void TraceCache::paintInside(const QRect &run, const TraceColumn &column, Standing &standing) {
     const int y = std::clamp(column.y, m_layout.plotTop, m_layout.plotBottom);
     const int oldDot = standing.dot;
+    // The old dot goes in the colour that its row has now; the two fills cover only the rows
+    // between the old edge of the body and the new one.
     if (oldDot != column.dot && oldDot > m_layout.plotTop && oldDot <= m_layout.plotBottom) {
         fillRows(run, oldDot, oldDot,
                  oldDot > y ? ChartColours::kTrace : ChartColours::kBackground);
@@ -94,6 +97,8 @@ void TraceCache::paintInside(const QRect &run, const TraceColumn &column, Standi
 }
 
 void TraceCache::paintOutside(const QRect &run, const TraceColumn &column, Standing &standing) {
+    // Beyond the scale a level takes rows from the axes; they have them back when these are painted
+    // anew (straysErased).
     if (column.y > standing.cleared) {
         fillRows(run, standing.cleared + 1, column.y, ChartColours::kBackground);
         standing.cleared = column.y;

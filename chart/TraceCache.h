@@ -14,8 +14,8 @@ namespace veldron {
 ///
 /// The pixels come out exactly as if each column were painted anew: body from the plot's bottom up
 /// to its row, background from there to the top, then the dot. A scan costs a fraction of that,
-/// because most of a column stays as it is. Another generation of the
-/// surface invalidates the cache. Nobody else paints within the plot.
+/// because most of a column stays as it is. Another generation of the surface or another place of
+/// the plot invalidates the cache. Nobody else paints within the plot.
 class TraceCache {
 public:
     /// Returns the lowest row that was painted, which lies under the plot when levels under the
@@ -42,7 +42,10 @@ private:
         friend bool operator==(const Standing &, const Standing &) = default;
     };
 
+    /// Starts from an empty plot where the cache no longer holds.
     void begin(PixelSurface &surface, const ChartLayout &layout);
+    /// Columns \a first up to \a last, not included, all alike, by one fill for each part: a bin is
+    /// many pixels wide as a rule.
     void paintRun(int first, int last, const TraceColumn &column);
     void paintInside(const QRect &run, const TraceColumn &column, Standing &standing);
     void paintOutside(const QRect &run, const TraceColumn &column, Standing &standing);

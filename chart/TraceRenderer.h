@@ -25,7 +25,8 @@ struct TraceColumn {
 ///
 /// Two methods: spread, for more pixels than bins, holds its rows within the plot and shows one
 /// bin in each column; gather, for fewer, shows the highest of a column's bins, does not hold its
-/// rows within the plot, and takes its peaks one bin further on. Both differences are intended.
+/// rows within the plot, and takes its peaks one bin further on. Both differences are intended. A
+/// screen resolution below that of the data means more pixels than bins.
 class TraceRenderer {
 public:
     struct Input {
@@ -34,10 +35,12 @@ public:
         const ScanStore &scans;
         LevelScale scale;
         bool peak = false;
+        /// Hertz a pixel of the plot, which chooses the method.
         Hertz screenResolution;
     };
 
-    /// Columns from plotLeft to plotRight - 1. UntrappedError for a scale without height.
+    /// Fills \a result, which keeps its memory, with the columns from plotLeft to plotRight - 1.
+    /// UntrappedError(DivideByZero) for a scale without height.
     static void columns(const Input &input, std::vector<TraceColumn> &result);
 };
 

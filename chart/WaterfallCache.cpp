@@ -30,6 +30,7 @@ int WaterfallCache::paint(PixelSurface &surface, WaterfallStore &store, const Ch
     store.limitFirstRow(layout.fallHeight());
     const QRect target = layout.fallArea();
     const qint32 columns = std::max(cellCount, 1);
+    // Taken also where all rows are rendered: behind this call the picture has the changes.
     const WaterfallStore::RowChange change = store.takeChange();
     // By how much the picture's rows move down: the shift of the history less that of the view.
     const qint32 moved = change.shift - (store.firstRow() - m_firstRow);

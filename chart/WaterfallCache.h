@@ -22,6 +22,7 @@ public:
               qint32 cellCount, int overpainted);
 
 private:
+    /// Whether what was painted last still stands, at this place and of this width.
     [[nodiscard]] bool standsIn(const PixelSurface &surface, const QRect &target,
                                 qint32 columns) const;
 

@@ -46,6 +46,7 @@ void WaterfallStore::setPlayback(bool on) {
 }
 
 void WaterfallStore::setUpdate(qint32 seconds, float now) {
+    // Before the new interval is stored: rows, their number and the view scale by old over new.
     m_history.Resize(static_cast<float>(m_update) / static_cast<float>(seconds));
     noteChange(0, kHeight - 1);
     m_rowCount = static_cast<qint32>(
@@ -66,6 +67,8 @@ void WaterfallStore::clearRows() {
 }
 
 void WaterfallStore::addScan(const LevelScan &levels, float now) {
+    // A row holds the highest levels of its scans. Its first scan, and in playback each, begins it
+    // from zeros.
     if (m_rowOpen || m_playback) {
         blankRow(0);
         m_rowOpen = false;
@@ -142,6 +145,7 @@ void WaterfallStore::bridgeGap(float time, float difference, float interval) {
     noteShift(rows);
     m_rowCount = std::min(m_rowCount + rows, kHeight);
     m_scroll.rowsPushed(rows, m_rowCount);
+    // Row 0 keeps its bytes: it is the row that was open, which pushRow() closes next.
     for (qint32 row = rows; row >= 1; --row) {
         blankRow(row);
     }

@@ -58,7 +58,9 @@ public:
     /// Empties the history and restarts the row clock when the clock has jumped: more than ten
     /// minutes past the row's end, or more than a row before its beginning.
     void resetAfterClockJump(float now);
-    /// Closes the rows that are due at \a time. \a fallRoom is the waterfall's height in pixels.
+    /// Closes the rows that are due at \a time, oldest first. \a fallRoom is the waterfall's height
+    /// in pixels. After more than ten row intervals without a call the missing rows come in blank,
+    /// in one go.
     void AdvanceRows(float time, float fallRoom, const RowClosed &closed);
     /// Sets the clock of playback.
     void setPlaybackTime(float time);
@@ -88,20 +90,28 @@ public:
     RowChange takeChange();
 
 private:
+    /// Zeros in all columns.
     void blankRow(qint32 row);
+    /// Rows \a first to \a last are another than at the last takeChange().
     void noteChange(qint32 first, qint32 last);
+    /// All rows moved down by \a rows, those with changes among them.
     void noteShift(qint32 rows);
     void bridgeGap(float time, float difference, float interval);
     void pushRow(float time);
     bool countRow(float fallRoom);
+    /// The next whole multiple of \a interval after \a time, counted from midnight, so that the
+    /// rows of several runs of the program fall on the same times.
     [[nodiscard]] static float rowEndAfter(float time, float interval);
 
     Bitmap8 m_history;
     WaterfallScroll m_scroll;
     qint32 m_rowCount = 0;
+    /// No scan has come since a row was closed: row 0 is a copy of it, or blank, and the next scan
+    /// wipes it.
     bool m_rowOpen = false;
     qint32 m_playRow = 0;
     qint32 m_update = kDefaultUpdate;
+    /// Time of the last scan, to the second.
     qint32 m_lastDataTime = 0;
     float m_nextRowTime = 0.0F;
     bool m_playback = false;

@@ -35,6 +35,7 @@ ctlChartSpectrum::ctlChartSpectrum(ErrorGuard guard, Clock &clock, const DateTim
     setAccessibleName(QStringLiteral("Chart"));
     makeControls();
     wireControls();
+    // Behind the controls, because it measures labels in the font of the picture.
     RecalculateBins();
     Timer1->start();
 }
@@ -162,6 +163,7 @@ void ctlChartSpectrum::recalculateScreenResolution() {
 
 void ctlChartSpectrum::setPeak(bool on) {
     if (on && !m_Peak) {
+        // Nobody has aged the peaks since they were last shown.
         m_scans.zeroPeaks();
     }
     m_Peak = on;
@@ -176,6 +178,7 @@ void ctlChartSpectrum::setPalette(qint16 scheme) {
 void ctlChartSpectrum::setSplitFraction(float fraction) {
     m_SplitFraction = fraction;
     redraw();
+    // Behind the painting, which limits the first row that the bar shows.
     ConfigureScrollBar();
 }
 
@@ -193,6 +196,7 @@ void ctlChartSpectrum::resizeEvent(QResizeEvent *event) {
 }
 
 void ctlChartSpectrum::resizeSteps() {
+    // The size first: resolution, view, axes and scroll bar are worked out from it.
     Picture1->setGeometry(0, 0, width(), height() > 0 ? height() : Picture1->height());
     recalculateScreenResolution();
     m_waterfall.fitViewTo(ScaleHeight() - ChartMargins::kTop - ChartMargins::kBottom);

@@ -39,6 +39,9 @@ class ScreenCursor;
 ///
 /// The control is thin: state lives in the value classes that it owns, and an event is a call of
 /// one of them and a redraw.
+///
+/// Order of calls for a scan: SetData, then Refresh; in playback SetPlaybackTime before both. For a
+/// new scale: DataResolution, ScanStart, ScanStop, then RXFreq, which needs the bins.
 class ctlChartSpectrum : public QWidget {
     Q_OBJECT
 
@@ -143,11 +146,15 @@ private:
     void makeControls();
     void wireControls();
     void makePicture();
+    /// Lays the axes out anew and refreshes; for changes of what the axes show.
     void redraw();
+    /// Everything that depends on the size of the picture.
     void resizeSteps();
 
     // Bins and scale.
+    /// After a write that moved the scan: the rows of the history are of other frequencies now.
     void gridChanged();
+    /// Empty arrays and new axes for the bins of the grid.
     void RecalculateBins();
     void recalculateScreenResolution();
     [[nodiscard]] int ScaleWidth() const;
@@ -157,6 +164,7 @@ private:
 
     // Rows.
     void AdvanceRows(float time);
+    /// Shows a row that was closed, and what changes with it.
     void rowClosed(bool scrollBarIsDue);
     void ConfigureScrollBar();
     void onScrollBarMoved(int value);
@@ -166,7 +174,9 @@ private:
     [[nodiscard]] AxisInput axisInput(const ChartLayout &layout) const;
     void placeReceiveLine(const ChartLayout &layout);
     void placeMarker(const ChartLayout &layout);
+    /// Plans the axes for the next paintPicture(), and places the lines that follow them.
     void layOutAxes(const ChartLayout &layout);
+    /// Paints the surface and brings what changed to the window.
     void paintPicture(const ChartLayout &layout);
     void showMarker();
     void placePlayLine(const ChartLayout &layout);

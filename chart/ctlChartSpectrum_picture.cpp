@@ -81,6 +81,7 @@ void ctlChartSpectrum::placeMarker(const ChartLayout &layout) {
 }
 
 void ctlChartSpectrum::Refresh() {
+    // Also where nothing can be drawn: peaks age by the clock.
     if (m_Peak) {
         m_scans.agePeaks(peakLife());
     }
@@ -100,6 +101,7 @@ void ctlChartSpectrum::paintPicture(const ChartLayout &layout) {
                               m_DisplayType,
                               m_waterfall});
     if (layout.plotWidth() > 1) {
+        // Lines are placed before the window is scrolled, which repaints what it moved of them.
         showMarker();
         placePlayLine(layout);
     }

@@ -19,6 +19,7 @@ void ctlChartSpectrum::setRXFreq(Hertz frequency) {
 
 void ctlChartSpectrum::setMarkerEn(bool on) {
     m_marker.enable(on, m_grid);
+    // The label first, because the line begins at its lower edge.
     UpdateMarkerLabel();
     Line1->setEnds({Line2->X1(), lblMarker->height() + Line2->Y1()}, {Line2->X2(), Line2->Y2()});
     Line1->showIf(on);
@@ -31,6 +32,7 @@ void ctlChartSpectrum::setMarkerEn(bool on) {
 void ctlChartSpectrum::UpdateMarkerLabel() {
     const LevelScan &levels = m_scans.current();
     const qint32 bin = m_marker.bin();
+    // Outside of the scan the read-out keeps its last text.
     if (bin < 0 || bin >= static_cast<qint32>(levels.size()) - 1) {
         return;
     }
@@ -107,6 +109,7 @@ void ctlChartSpectrum::onDoubleClick() {
 }
 
 void ctlChartSpectrum::onPointerLeft() {
+    // A drag goes on outside of the picture, and keeps its shape there.
     if (!m_marker.isActive()) {
         m_cursor.setShape(CursorShape::Default);
     }

@@ -114,6 +114,7 @@ void ctlChartSpectrum::onScrollKey(Qt::Key key) {
 void ctlChartSpectrum::SetPlaybackTime(const QString &text, QTime time) {
     StatusBar1->showMessage(text);
     const auto seconds = static_cast<float>(time.msecsSinceStartOfDay() / 1000.0);
+    // Before rows are closed: the first scan of a playback gives an empty history its clock.
     m_waterfall.setPlaybackTime(seconds);
     AdvanceRows(seconds);
 }
@@ -125,6 +126,7 @@ bool ctlChartSpectrum::Rewind(qint16 rows) {
     if (!m_waterfall.step(rows)) {
         return false;
     }
+    // Going back, peaks of scans that come later are none.
     if (rows < 0) {
         m_scans.zeroPeaks();
     }
