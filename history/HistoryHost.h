@@ -21,7 +21,8 @@ public:
     /// Caption of the menu entry that starts and stops a recording.
     virtual void setRecordCaption(const QString &caption) = 0;
     virtual void setRecordEnabled(bool enable) = 0;
-    /// Shows or hides the strip of the transport and lays the window out again.
+    /// Shows or hides the strip of the transport and lays the window out again. The window repaints
+    /// at once, in which slots may run: an error in one ends the program before this returns.
     virtual void showTransport(bool visible) = 0;
     virtual void setPollTimerEnabled(bool enable) = 0;
     /// The poll period of the running program, in milliseconds.
@@ -31,8 +32,8 @@ public:
     /// Takes clock and activity picture away from panels 2 and 3, which show texts from then on.
     virtual void hideClockAndActivity() = 0;
     /// Texts of panels 2 and 3: the time of the scan shown, and how far the file is read. Call
-    /// hideClockAndActivity first. Without that (as in a stranded playback) the clock writes over
-    /// panel 2 again each second, and panel 3 shows the text beside its picture.
+    /// hideClockAndActivity first. Without that (as in a stranded playback) panel 2 goes on showing
+    /// the clock, and panel 3 has the text beside its picture.
     virtual void showPlaybackPlace(const QString &time, const QString &percent) = 0;
     /// Panels 2 and 3 show the clock and the first activity picture again.
     virtual void showClockAndActivity() = 0;

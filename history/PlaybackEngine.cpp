@@ -55,6 +55,7 @@ void PlaybackEngine::open(const QString &path) {
 
 void PlaybackEngine::startShowing() {
     ctlChartSpectrum &chart = m_dependencies.holders.ctlChartSpectrum1;
+    // First of all: a poll would draw its scan among those of the file.
     m_dependencies.host.setPollTimerEnabled(false);
     m_dependencies.host.setRecordEnabled(false);
     m_PlaybackStart = scanMoment();
@@ -132,6 +133,7 @@ void PlaybackEngine::feedChart() {
     ctlChartSpectrum &chart = m_dependencies.holders.ctlChartSpectrum1;
     const QTime time = scanTime();
     try {
+        // Before the scan, which goes into the row that is open at its time.
         chart.SetPlaybackTime(m_Scan->timeText, time);
     } catch (const UntrappedError &error) {
         throw atLastLine(error);
@@ -209,6 +211,8 @@ void PlaybackEngine::Quit() {
     closeStream();
     chart.setPlayback(false);
     chart.setPoll(Numbers::roundTo<qint16>(m_dependencies.holders.commSettings.Poll()));
+    // With session and chart out of playback: only then does a scale have to come from good reads,
+    // and the rows of the file are gone.
     if (m_dependencies.holders.vdr.Connected()) {
         m_dependencies.panels.ReadBackSettings();
     }

@@ -68,12 +68,16 @@ private:
     void open(const QString &path);
     /// From the first scan on: the chart is in playback and the poll rests.
     void startShowing();
+    /// The next line of the file, which there must be; counts its bytes.
     [[nodiscard]] QString nextLine();
     // These change panels and chart: an error in a slot below them ends the program and closes the
     // file, so look at m_HistoryStream behind each call.
     bool readToNextScan();
+    /// Reads a line and applies it; what is wrong with it is told with file and line.
     LoadedLine loadLine();
+    /// Gives the last scan read to the chart, at its time.
     void feedChart();
+    /// Shows time and share of what the chart shows now.
     void showPlace();
     // Each throws an UntrappedError where the file lacks what it takes.
     [[nodiscard]] QDateTime scanMoment() const;

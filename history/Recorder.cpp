@@ -33,6 +33,8 @@ void Recorder::start() {
     m_HistoryStream = std::make_unique<TextFileWriter>(*path, m_dependencies.disk);
     m_HistoryStream->writeLine(QLatin1String(kHistoryFile.firstLine));
     writeBlock();
+    // Behind the block: while Recording, blocks have their short form, and the first one is in
+    // full.
     m_dependencies.session.Recording = true;
     m_dependencies.host.setRecordCaption(QStringLiteral("Stop recording"));
     m_dependencies.host.SetControlsEnabled(false);
@@ -70,6 +72,7 @@ void Recorder::writeScan(const LevelScan &scan) {
         m_HistoryStream->writeLine(
             ScanLine::lineFor(scan, m_dependencies.clock.now().time(), m_dependencies.texts));
         m_HistoryStream->sync();
+        // Behind the flush, so that the size shown is on the disk.
         learnSize();
     } catch (const UntrappedError &) {
         // Trapped: the scans written so far stay in the file.

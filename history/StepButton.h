@@ -34,6 +34,7 @@ protected:
     void hideEvent(QHideEvent *event) override;
 
 private:
+    /// The end of a press, told once.
     void letGo();
     void pressedByItself();
 

@@ -144,12 +144,14 @@ void ctlPlayback::StopPlay() {
 }
 
 void ctlPlayback::closePlayback() {
+    // First, so that no step comes behind Quit.
     StopPlay();
     Q_EMIT Quit();
 }
 
 void ctlPlayback::stepButtonDown(qint16 Direction) {
     m_StepDirection = Direction;
+    // The step before the timer: the countdown to the first repeat begins when the step is done.
     Q_EMIT Step(m_StepDirection);
     Timer1->setInterval(kHoldMilliseconds);
     setTimerEnabled(true);

@@ -76,6 +76,7 @@ private:
     qint16 m_StepDirection = 1; ///< what the next Step carries: 1 or -1
     /// The pictures of cmdPlay: while paused, while playing.
     std::array<QIcon, 2> ImageList1;
+    /// Paces the repeats of both ways.
     QTimer *Timer1 = nullptr;
     QToolButton *cmdPlay = nullptr;
     QToolButton *cmdPause = nullptr;
