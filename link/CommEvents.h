@@ -8,7 +8,8 @@
 
 namespace veldron {
 
-/// An event number of the serial control and its name.
+/// An event number of the serial control and its name: below 1000 events of the line, above it
+/// errors. QtSerialControl raises number 2 alone, and nothing acts on any of them.
 struct CommEventName {
     qint16 event;
     const char *name;

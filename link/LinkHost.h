@@ -15,7 +15,8 @@ public:
 
     /// Shows the hourglass pointer, or the default one again.
     virtual void setHourglass(bool on) = 0;
-    /// Shows a message box with an OK button and returns when the user has closed it.
+    /// Shows a message box with an OK button and returns when the user has closed it. The event
+    /// loop runs meanwhile, so the program may have been ended behind it (frmVDR::isUnloaded).
     virtual void showMessage(const QString &title, const QString &text) = 0;
 };
 

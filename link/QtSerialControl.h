@@ -83,10 +83,14 @@ public:
     [[nodiscard]] QString deviceName(qint16 port) const override;
 
 private:
+    /// The port is open and its handle is good.
     [[nodiscard]] bool isLive() const;
+    /// Lock, open, drop old input; a failure leaves neither lock nor handle.
     [[nodiscard]] Result openDevice();
     [[nodiscard]] OpenFailure openFailure(const QString &device) const;
+    /// Handle and lock; PortOpen is left to the caller.
     void closeDevice();
+    /// Brings what the kernel holds into the buffer of the port, without waiting.
     void fetch();
     void noteError();
     void letGoOfBroken();
@@ -102,6 +106,7 @@ private:
     qint16 m_RThreshold = 0;
     bool m_PortOpen = false;
     bool m_RTSEnable = true;
+    /// The handle has reported an error that it will not get over.
     bool m_broken = false;
 };
 

@@ -38,7 +38,8 @@ struct SettingCodec {
     std::optional<T> (*value)(QString &reply) = nullptr;
 };
 
-/// One setting. It sends nothing itself: frmVDR does.
+/// One setting. It sends nothing itself: frmVDR does. What is cached is the value last accepted or
+/// read, or the failure value; nothing but another exchange changes it.
 template <typename T>
 struct UnitSetting {
     SettingLetters letters;
