@@ -34,6 +34,7 @@ protected:
     void keyReleaseEvent(QKeyEvent *event) override;
 
 private:
+    /// Row first, then the text, which a row would overwrite.
     void showText(int row, const QString &text);
 
     bool m_isOpen = false;

@@ -23,7 +23,8 @@ public:
     void showText(const QString &text);
 
 private:
-    /// Lets the text grow up to the limit, and never grow when it is over the limit already.
+    /// Lets the text grow up to the limit, and never grow when it is over the limit already. The
+    /// toolkit's own maximum length would cut a text that code shows.
     class TypingLimit : public QValidator {
     public:
         using QValidator::QValidator;

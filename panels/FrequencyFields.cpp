@@ -39,6 +39,7 @@ void FrequencyFields::add(QWidget &control, QLineEdit &box, const Field &field) 
 bool FrequencyFields::takeKey(const QWidget &control, QLineEdit &box, const Field &field,
                               char16_t key) {
     if (!m_entry.Editing()) {
+        // The first key of an entry takes the place of what the field shows.
         box.clear();
     }
     const Hertz result = m_entry.ParseFrequencyKey(key, field.defaultUnit());

@@ -32,6 +32,7 @@ public:
         std::function<void()> show;
     };
 
+    /// \a panel is the parent of all fields, and outlives this.
     FrequencyFields(const ErrorGuard &guard, QWidget &panel) : m_fields(guard, panel) {}
 
     void add(EntryBox &box, const Field &field);
@@ -49,6 +50,7 @@ public:
 
 private:
     void add(QWidget &control, QLineEdit &box, const Field &field);
+    /// True swallows the key: all keys of an entry but one that ends it at 0.
     bool takeKey(const QWidget &control, QLineEdit &box, const Field &field, char16_t key);
 
     PanelFields m_fields;

@@ -116,6 +116,8 @@ bool PanelFields::handle(Entry &entry, const QObject *watched, QEvent &event) {
         return takeKeyPress(entry, static_cast<QKeyEvent &>(event));
     }
     if (event.type() == QEvent::EnabledChange) {
+        // Of the control alone: the box of a list is disabled with it, and would tell a second
+        // time.
         if (watched == entry.control && !entry.control->isEnabled() && entry.field.disable) {
             entry.field.disable();
         }
@@ -158,6 +160,7 @@ bool PanelFields::takeKeyPress(Entry &entry, QKeyEvent &event) {
     if (character && entry.field.takeKey && entry.field.takeKey(*character)) {
         return true;
     }
+    // A closed list would go to another row, and so end the entry unseen.
     return byKeysAlone && m_open == &entry && picksARow(event);
 }
 

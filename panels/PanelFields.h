@@ -52,6 +52,7 @@ public:
 
     /// An entry is open in \a control from now on, and in no other field.
     void open(const QWidget &control);
+    /// The text of the field stays as it is; whoever closes shows the value.
     void close() { m_open = nullptr; }
     [[nodiscard]] bool isOpenIn(const QWidget &control) const;
 
@@ -70,7 +71,9 @@ private:
     bool takeKeyPress(Entry &entry, QKeyEvent &event);
     void takeText(Entry &entry, const QString &text);
     void showMenu(Entry &entry, QPoint place);
+    /// Puts text and cursor of an open entry back after any change of theirs.
     void keepShown(const Entry &entry);
+    /// The focus has moved, within the program or out of it.
     void noteFocus(QWidget *now);
 
     ErrorGuard m_guard;

@@ -94,6 +94,7 @@ void PanelGrid::levelColumns(int count, int leastWidth) {
         int lines = 0;
         int columns = 0;
         m_layout->getItemPosition(i, &line, &column, &lines, &columns);
+        // A control across several columns says nothing about the width of one.
         if (column < count && columns == 1) {
             width = std::max(width, m_layout->itemAt(i)->sizeHint().width());
         }

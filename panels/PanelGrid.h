@@ -9,8 +9,9 @@
 namespace veldron {
 
 /// The layout that the panels share: a thin frame, two rows of cells, each cell a control under its
-/// label. Heights, margins and distances follow from the font alone, so that the lines
-/// of panels side by side are level.
+/// label. Heights, margins and distances follow from the font alone, so that the lines of panels
+/// side by side are level. It places widgets and knows no value; what it makes belongs to the
+/// panel.
 class PanelGrid {
 public:
     /// Lays \a panel out; it owns what is added. The grid itself may go after the last cell.

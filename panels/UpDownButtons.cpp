@@ -41,6 +41,8 @@ QToolButton *UpDownButtons::addButton(const ErrorGuard &guard, Qt::ArrowType arr
 
 void UpDownButtons::step(int change) {
     const int present = Numbers::roundTo<qint16>(GeneralUtilities::LeadingNumber(m_partner.text()));
+    // Limited behind the step, so that a number out of the limits comes back into them by a press
+    // either way.
     m_partner.showText(QString::number(std::clamp(present + change, kLower, m_upper)));
 }
 

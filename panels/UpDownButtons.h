@@ -12,7 +12,8 @@ namespace veldron {
 class EntryBox;
 
 /// A pair of small buttons, up over down, that write the next whole number into the text of their
-/// partner. Whatever stands there, a press leaves a number within the limits.
+/// partner. Whatever stands there, a press leaves a number within the limits; a held button
+/// repeats. The partner tells of the change itself, by its textChanged.
 class UpDownButtons : public QWidget {
     Q_OBJECT
 

@@ -170,6 +170,7 @@ void ctlDataMode::setDataMode(DataModeCode &Value) {
         cboDataMode->showRow(rowOfMode(Value));
         reactToDataMode();
     }
+    // Also where the mode is the same: a number written since may be out of its limits.
     ShowSamplesControls();
     m_Samples = samplesInText();
 }

@@ -62,6 +62,7 @@ private:
     QWidget *makeSamplesPair();
     void wireControls();
 
+    /// What a pick from each list does: stores the value and raises the event.
     void reactToRBW();
     void reactToAmp();
     void reactToDataMode();
@@ -69,11 +70,15 @@ private:
     void ShowSamplesControls();
     /// Brings the number of samples into the limits of the data mode.
     void CheckSamples();
+    /// Opens or ends the entry of the number of samples; swallows no key.
     bool lookAtKey(char16_t key);
+    /// Takes over what was typed, within the limits, and raises the event.
     void endEntry();
     void leaveSamples();
     [[nodiscard]] bool isEditing() const;
     void wireFields();
+    /// After each change of the text: outside an entry it is the new number, by the buttons or from
+    /// code.
     void noteSamplesText();
     [[nodiscard]] qint16 samplesInText() const;
     /// Raises Changed unless a write from code is under way.

@@ -305,6 +305,7 @@ void ctlFrequency::pickStep(int row) {
     const qint32 step = cboStep->rowHertz(row).roundedTo32();
     // The row takes the place of what has been typed.
     m_fields.cancel();
+    // The step in force raises nothing, unlike the span and the step of the monitor panel.
     const bool isNew = std::exchange(m_Step, step) != step;
     showStep();
     if (isNew) {

@@ -85,13 +85,16 @@ private:
     void wireControls();
     void wireFields();
 
+    /// Show the stored value; out of an entry they raise its event and end the entry.
     void ApplyFrequency();
     void ApplyStepText();
     void showReceiver();
     void showFrequency();
     void showStep();
+    /// The modes of the receiver, with none chosen, and which of its controls there are.
     void FillReceiverControls();
     void storeStep(Hertz value);
+    /// What the user does at each control: stores the value and raises the event.
     void pickReceiver(int row);
     void pickStep(int row);
     void pickMode();
@@ -100,6 +103,7 @@ private:
     void endTuning();
     /// Raises Changed unless a write from code is under way.
     void raiseChange(ReceiverChangeCode what);
+    /// The same for a value that was typed, and only out of an entry.
     void raiseEntry(ReceiverChangeCode what);
 
     ErrorGuard m_guard;

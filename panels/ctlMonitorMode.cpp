@@ -314,6 +314,7 @@ void ctlMonitorMode::pickSpan(int row) {
 
 void ctlMonitorMode::pickStep(int row) {
     m_fStep = cboStep->rowHertz(row).roundedTo32();
+    // An entry has to be open for ApplyStep() to raise the event.
     m_fields.takePick();
     ApplyStep();
 }

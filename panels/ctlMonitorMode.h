@@ -80,6 +80,8 @@ private:
     void wireFields();
     EntryBox *makeBox();
 
+    /// One for each number that has changed: works out the numbers that depend on it, shows them,
+    /// and ends in finishApply().
     void ApplySpan();
     void ApplyStep();
     void ApplyCentre();
@@ -88,9 +90,11 @@ private:
     /// The end of each apply routine: sets Updating back and raises the event where the user, and
     /// no write from code, was the cause.
     void finishApply(bool wasUpdating, MonitorChangeCode what);
+    /// Takes the mode from the list, with the labels and lists that it has.
     void reactToMode();
     void pickSpan(int row);
     void pickStep(int row);
+    /// Too large a number leaves the old one.
     void storeSpan(Hertz value);
     void storeStep(Hertz value);
     void showSpanText();
@@ -100,6 +104,7 @@ private:
     void showEnd();
     void showWindow();
     [[nodiscard]] bool isChannelMode() const;
+    /// Which event a change of start, centre or end is.
     [[nodiscard]] MonitorChangeCode windowChange() const;
     [[nodiscard]] Hertz halfSpan() const { return m_fSpan.dividedBy(2); }
 
