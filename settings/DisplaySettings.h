@@ -59,9 +59,12 @@ struct DisplaySettings {
     friend bool operator==(const DisplaySettings &a, const DisplaySettings &b) = default;
 };
 
-/// One of the settings: where it is stored, and how the chart takes it over.
+/// One of the settings: where it is stored, and how the chart takes it over. The type of its field
+/// decides the form of its line in a file: a flag for bool, else a whole number.
 struct DisplaySetting {
+    /// Its line in settings files and recordings.
     SettingsKey key;
+    /// The bit that is set when the user changes it; settings that are applied together share one.
     DisplayChange change;
     std::variant<bool DisplaySettings::*, qint16 DisplaySettings::*, qint32 DisplaySettings::*>
         field;

@@ -18,7 +18,8 @@ public:
     /// The palette index, from 0; draws anew.
     void setScheme(qint16 scheme);
 
-    /// The level (0 to 255) that column \a x of \a width shows, rounded half to even.
+    /// The level (0 to 255) that column \a x of \a width shows, rounded half to even. \a width is
+    /// above 0.
     [[nodiscard]] static quint8 levelOfColumn(int x, int width);
 
     [[nodiscard]] QSize sizeHint() const override { return {200, 24}; }

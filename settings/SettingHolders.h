@@ -12,7 +12,11 @@ class frmDisplaySettings;
 class frmCommSettings;
 
 /// Everything that holds a setting: the unit behind the link, the three panels, the chart and the
-/// two dialogs. The form owns them all; they outlive whoever is given this.
+/// two dialogs. The form owns them all; they outlive whoever is given this. References alone, so it
+/// is cheap to copy.
+///
+/// Of a setting that several of them hold, the unit's value counts; panels show it, the chart
+/// follows the panels.
 struct SettingHolders {
     frmVDR &vdr;
     ctlFrequency &ctlFrequency1;

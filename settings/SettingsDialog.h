@@ -18,10 +18,13 @@ public:
     explicit SettingsDialog(ErrorGuard guard, QWidget *parent);
 
 public Q_SLOTS:
+    /// The close box and Escape: nothing is ever taken back, because what was changed may have
+    /// acted already.
     void reject() override { accept(); }
 
 protected:
     void showEvent(QShowEvent *event) override;
+    /// For the connections of the dialogs.
     [[nodiscard]] const ErrorGuard &guard() const { return m_guard; }
     /// The control that a dialog which comes up gives the focus to.
     void setFirstControl(QWidget *control) { m_firstControl = control; }

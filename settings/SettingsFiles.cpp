@@ -27,6 +27,7 @@ void write(const QString &path, WriteBlock writeBlock) {
     ReplacingTextFileWriter file(path);
     file.writeLine(QLatin1String(kSettingsFile.firstLine));
     writeBlock(file);
+    // Only a file that was written to its end takes the place of the old one.
     file.commit();
 }
 
@@ -82,6 +83,7 @@ void SettingsFiles::load(const QString &path) {
     while (!file.atEnd()) {
         const QString line = file.readLine();
         try {
+            // Each line acts before the next is read: a bad one stops the rest, and no more.
             m_lines.LoadSettings(line);
         } catch (const UntrappedError &error) {
             throw FileErrors::inLastLine(file, line, error);

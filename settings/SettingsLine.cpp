@@ -172,6 +172,8 @@ constexpr SettingsLine displayLine() {
 /// gives it half of that, 500 ms at most.
 void setPollInDialog(Target to) {
     const auto milliseconds = valueOf<qint32>(to.value);
+    // Two limits: the dialog drops a rate that it has no row for, while one that no timer takes is
+    // an error.
     to.holders.commSettings.setPoll(milliseconds);
     if (milliseconds < 0 || milliseconds > kLongestInterval) {
         throw FileErrors::notAPollRate(to.value);
@@ -189,10 +191,12 @@ void storeChannel(Target to, Hertz ChannelStore::*field, Hertz value) {
 
 constexpr qint16 kChannelLines = 3;
 
+/// The channels before the marker: it lies among them, and is moved in their steps.
 void sendChannels(Target to) {
     const ChannelStore &channels = to.channels;
     if (channels.Count == kChannelLines) {
         to.holders.vdr.setVDRChData({channels.Start, channels.Step, channels.End});
+        // The unit passes the channels on to its receiver.
         GeneralUtilities::WaitSeconds(to.clock, kReceiverPause);
         to.holders.vdr.setVDRMarkerFreq(to.holders.ctlChartSpectrum1.RXFreq());
     }
@@ -205,11 +209,13 @@ void showChannels(Target to) {
         panel.setfStart(channels.Start);
         panel.setfCentre(channels.Step); // in channel mode this field holds the channel step
         panel.setfEnd(channels.End);
+        // Span and step behind the others, as when they are read back from the unit.
         panel.setfSpan(channels.End - channels.Start);
         panel.setfStep(channels.Step);
     }
 }
 
+/// The panel first: without the unit the chart's update is made of its numbers.
 void endBlock(Target to) {
     showChannels(to);
     if (to.holders.vdr.Connected() && !to.session.InPlayback) {

@@ -25,7 +25,9 @@ struct LoadedLine {
 ///
 /// Saving reads dialogs and panels, never the unit. Loading takes one line at a time and, outside
 /// playback, sends each value to the unit in the order of the lines, with a pause of one second
-/// before the settings that a receiver needs time for; the thread stands still meanwhile.
+/// before the settings that a receiver needs time for, and one behind the channels; the thread
+/// stands still meanwhile. A whole block so takes five seconds where the receiver has settings of
+/// its own.
 ///
 /// Errors: a value that can't be converted, an integer out of its range and a scan line without a
 /// time are UntrappedErrors; the lines before stay applied.

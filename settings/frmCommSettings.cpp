@@ -153,6 +153,7 @@ void frmCommSettings::reactToComPort() {
     if (m_vdr.isUnloaded()) {
         return; // the program was ended under the message that the port can't be opened
     }
+    // Whether or not it opened: the reason why it did not is known now.
     showPortTip(row);
     if (m_vdr.CommPort() == port) {
         m_vdr.Connect();

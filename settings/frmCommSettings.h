@@ -43,7 +43,8 @@ public:
     [[nodiscard]] qint32 Poll() const { return m_Poll; }
     /// A value without a row in the list changes nothing.
     void setPoll(qint32 value);
-    /// What changed since the last call; clears it.
+    /// What changed since the last call; clears it. A port that code has chosen is in it too, so
+    /// the first call after the start has that bit set.
     CommChanges Change();
 
     /// The rows of cboComPort: "None", then \a ports ("COM 3") in their order. Selects nothing.
@@ -67,7 +68,9 @@ private:
     void wireControls();
     void addComPort(const QString &text);
     void showPortTip(int row);
+    /// Opens the port of the row, or goes back to the one that is in force.
     void reactToComPort();
+    /// Shows the open port in the list, after one that could not be opened.
     void selectPortInForce();
     void reactToPoll();
     void noteChange(CommChange change);
@@ -75,6 +78,7 @@ private:
     frmVDR &m_vdr;
     qint32 m_Poll = 0;
     CommChanges m_Change;
+    /// The poll rate is being written by code, which is no change.
     bool m_Updating = false;
 
     QLabel *Label2 = nullptr;

@@ -20,6 +20,7 @@ public:
 private:
     void layOut();
     void wireControls();
+    /// Replaces a number out of the range by the nearest end of it, at each key.
     void keepInRange(const QString &text);
 
     QLabel *Label1 = nullptr;

@@ -150,6 +150,7 @@ void frmDisplaySettings::addList(QGridLayout *grid, const ListRow &row) {
             connectGuarded(guard(), list, &QComboBox::activated, this, [this, list, field] {
                 m_values.*field =
                     static_cast<std::decay_t<decltype(m_values.*field)>>(list->itemValue());
+                // Ahead of the event, so that whoever hears it finds the dialog as it will be.
                 Picture1->setScheme(m_values.PaletteIndex);
                 noteChange(changeOf(field));
             });
