@@ -165,6 +165,7 @@ UnitReply Faults::spoil(UnitReply reply, const Fault &fault) {
 }
 
 std::vector<Portion> Faults::portions(const UnitReply &reply, const std::optional<Fault> &fault) {
+    // The image stands apart: it leaves at another speed, behind a pause of its own.
     const QByteArray line = reply.text + reply.samples + reply.terminator;
     std::vector<Portion> portions;
     if (fault && fault->kind == Fault::Kind::Split) {

@@ -36,6 +36,7 @@ struct Fault {
     };
 
     Kind kind = Kind::Lose;
+    /// What the comments of the kinds name; a kind takes no notice of the others.
     double seconds = 0.0;
     int count = 0;
     QByteArray bytes;
@@ -50,13 +51,16 @@ struct Fault {
 
 /// The list of armed faults, and silence.
 ///
-/// Each reply uses up the oldest fault that fits its command, and no other. Time is in seconds
-/// from outside.
+/// Each reply uses up the oldest fault that fits its command, and no other. Time is in seconds from
+/// outside. A command that comes in while the unit is silent uses up none.
+///
+/// Order of calls for a reply: take(), then spoil() on what the unit said, then portions().
 class Faults {
 public:
     /// Seconds of pause before the image block, in which the program changes its line speed.
     static constexpr double kImagePause = 0.25;
 
+    /// Behind those that are armed already.
     void arm(const Fault &fault);
     /// Disarms everything and ends a silence.
     void clear();

@@ -34,6 +34,7 @@ void LineTraffic::receive(const QByteArray &bytes, double now) {
             m_tooLong = false;
         } else if (m_line.size() > kLongestLine) {
             m_tooLong = true;
+            // The last byte stays, because it may be the CR of the line end.
             m_line = m_line.right(1);
         }
     }
@@ -59,9 +60,11 @@ void LineTraffic::takeLine(const QByteArray &line, double now) {
         m_log.noted("silent");
         return;
     }
+    // Before the reply: a scan is of the moment at which its command was complete.
     m_unit.setTime(now);
     const std::optional<Fault> fault = m_faults.take(line.chopped(2));
     UnitReply reply = replyTo(line, fault);
+    // Ahead of this reply, also when it is held itself: none is ever overtaken.
     reply.text.prepend(std::exchange(m_held, {}));
     if (fault && fault->kind == Fault::Kind::Hold) {
         m_held = reply.text + reply.samples + reply.terminator;

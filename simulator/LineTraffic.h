@@ -15,8 +15,9 @@ namespace veldron {
 /// Splits incoming bytes into lines, has the unit answer each, applies the faults, and gives the
 /// replies back byte by byte at the speed of the line. It has no terminal of its own.
 ///
-/// A line ends with CR LF. All times are seconds from outside that never go back; the unit's
-/// scene runs on the same time.
+/// A line ends with CR LF. All times are seconds from outside that never go back; the unit's scene
+/// runs on the same time. Commands may come faster than replies leave: each is carried out when its
+/// line is complete, and the replies queue up.
 class LineTraffic {
 public:
     /// A line longer than this is refused, whatever it says.
@@ -28,7 +29,9 @@ public:
     void setLog(const TrafficLog &log) { m_log = log; }
     [[nodiscard]] const TrafficLog &log() const { return m_log; }
 
+    /// Any part of a line, or several lines.
     void receive(const QByteArray &bytes, double now);
+    /// What the line has carried by \a now. A silence drops what still waits.
     [[nodiscard]] QByteArray takeDue(double now);
     /// When takeDue will have something; nothing while no reply is on its way.
     [[nodiscard]] std::optional<double> nextDue() const { return m_queue.nextDue(); }
@@ -37,6 +40,7 @@ public:
 
 private:
     void takeLine(const QByteArray &line, double now);
+    /// What the unit says to \a line, spoilt by \a fault. A refused line never reaches the unit.
     [[nodiscard]] UnitReply replyTo(const QByteArray &line, const std::optional<Fault> &fault);
 
     Unit &m_unit;

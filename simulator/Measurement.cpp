@@ -21,6 +21,8 @@ LevelScan Measurement::take(const LevelScan &scan, int dataMode, int count) {
         m_held = scan;
     }
     m_past.push_back(scan);
+    // As many as the largest count takes, whatever count is in force: one that is raised then has
+    // scans to work on.
     if (m_past.size() > kMostScans) {
         m_past.pop_front();
     }

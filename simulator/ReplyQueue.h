@@ -36,6 +36,7 @@ public:
     /// With \a baud 0 everything but the pauses takes no time. \a bunch is 1 or more bytes.
     explicit ReplyQueue(int baud = kBaud, int bunch = 1);
 
+    /// Behind what waits already; an empty portion only keeps the line quiet for its pause.
     void add(const Portion &portion, double now);
     /// All bytes released by \a now.
     [[nodiscard]] QByteArray takeDue(double now);
@@ -45,6 +46,7 @@ public:
     void clear();
 
 private:
+    /// A portion on its way out.
     struct Run {
         QByteArray bytes;
         double begin = 0.0;
@@ -52,6 +54,7 @@ private:
         int bunch = 1;
         qsizetype sent = 0;
 
+        /// When byte \a index is released: with the last byte of its bunch.
         [[nodiscard]] double due(qsizetype index) const {
             const qsizetype through = std::min((index / bunch + 1) * bunch, bytes.size());
             return begin + static_cast<double>(through) * secondsPerByte;

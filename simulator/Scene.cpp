@@ -115,6 +115,8 @@ void Scene::addSignals(const ScanPlan &plan, const ScanWay &way, double seconds,
 }
 
 LevelScan Scene::detect(const std::vector<double> &powers, const ScanWay &way, quint64 key) const {
+    // One run of numbers for the whole scan. A sample with a signal takes more of them, which gives
+    // other noise to the samples behind it.
     KeyedRandom chance(key);
     const double floor = toPower(floorLevel(way));
     const double lowest = m_anyByte ? 0.0 : double(kLowestLevel);

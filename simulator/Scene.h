@@ -49,11 +49,13 @@ public:
 private:
     void addSignals(const ScanPlan &plan, const ScanWay &way, double seconds,
                     std::vector<double> &powers) const;
+    /// From powers to raw levels, with noise on both floor and signals.
     [[nodiscard]] LevelScan detect(const std::vector<double> &powers, const ScanWay &way,
                                    quint64 key) const;
 
     quint64 m_seed;
     std::vector<SceneSignal> m_signals;
+    /// Of all signals: how far outside of a plan one may lie and still reach into it.
     double m_farthestReachHz = 0.0;
     bool m_anyByte = false;
 };

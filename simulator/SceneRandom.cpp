@@ -10,6 +10,7 @@ namespace veldron {
 
 namespace {
 
+/// 2 to the 64th over the golden ratio, the step of SplitMix64.
 constexpr quint64 kGolden = 0x9E3779B97F4A7C15U;
 
 /// The finisher of SplitMix64.
@@ -39,6 +40,7 @@ double wander(quint64 key, double seconds, double perSecond) {
     const auto step = static_cast<quint64>(static_cast<qint64>(from));
     const double a = keyedUniform(mixKeys(key, step));
     const double b = keyedUniform(mixKeys(key, step + 1));
+    // Half a cosine, so that the speed is 0 at each of the values and no corner shows.
     const double blend = 0.5 - 0.5 * std::cos((place - from) * std::numbers::pi);
     return a + (b - a) * blend;
 }
@@ -53,6 +55,7 @@ double KeyedRandom::uniform() {
 }
 
 double KeyedRandom::noisePower(int looks) {
+    // The sum of exponential variates is the logarithm of a product: one call of log for all.
     double product = 1.0;
     for (int i = 0; i < looks; ++i) {
         product *= uniform();

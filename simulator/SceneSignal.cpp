@@ -14,6 +14,7 @@ namespace {
 /// How far the transmission of the present slot has come, from 0 to 1; nothing outside it.
 std::optional<double> placeInSlot(const SceneSignal &signal, double seconds, double likelihood,
                                   double shortest, double longest) {
+    // Slots of different signals begin at different times.
     const double shifted = seconds / signal.seconds + keyedUniform(mixKeys(signal.key, 1));
     const double slot = std::floor(shifted);
     KeyedRandom chance(mixKeys(signal.key, static_cast<quint64>(static_cast<qint64>(slot)) + 7));

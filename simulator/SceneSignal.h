@@ -11,7 +11,8 @@ namespace veldron {
 /// What one transmitter puts on the air at one moment.
 struct Emission {
     double frequencyHz = 0.0;
-    /// All of its power, in raw level units (dB above raw 0).
+    /// All of its power, in raw level units (dB above raw 0). How much of it one sample shows
+    /// depends on the resolution bandwidth.
     double level = 0.0;
     /// Half of the flat part of its spectrum; 0 for none.
     double halfFlatHz = 0.0;
@@ -31,7 +32,7 @@ struct Emissions {
 };
 
 /// A transmitter of the scene at an absolute frequency. Its emissions are a function of its key and
-/// the time.
+/// the time: nothing is kept from one scan to the next, and time may go either way.
 struct SceneSignal {
     enum class Kind {
         FmBroadcast, ///< on the air all day, as wide as the music is loud
@@ -52,10 +53,12 @@ struct SceneSignal {
     double extentHz = 0.0; ///< see the kinds
     /// Period of a drift or sweep; length of the slot that holds one transmission or burst.
     double seconds = 1.0;
+    /// Seed of all that is random about it.
     quint64 key = 0;
 
     /// No emission is ever farther than this from frequencyHz, bells not counted.
     [[nodiscard]] double reachHz() const { return extentHz; }
+    /// What is on the air at \a time seconds; none between two transmissions.
     [[nodiscard]] Emissions at(double time) const;
 };
 

@@ -11,7 +11,8 @@
 
 namespace veldron {
 
-/// The command line of the simulator.
+/// The command line of the simulator, with what holds where an option is missing. helpText() says
+/// what each means.
 struct SimulatorOptions {
     QString port; ///< where the link is made; never empty unless help is wanted
     int baud = ReplyQueue::kBaud;

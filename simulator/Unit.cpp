@@ -211,6 +211,7 @@ UnitReply Unit::reply(const QByteArray &received) {
 
 bool Unit::write(const QByteArray &name, const QByteArray &argument) {
     const auto row = findRow(kWrites, name);
+    // As it was before the write, to tell a change from a repetition.
     const int dataMode = m_settings.dataMode();
     if (row == kWrites.end() || !row->apply(m_settings, argument)) {
         return false;

@@ -12,8 +12,10 @@
 
 namespace veldron {
 
-/// The lines that a person or a test types at the simulator. Each is answered by lines of which
-/// the last is "ok", or by one line "error: " and the reason; helpText() lists them.
+/// The lines that a person or a test types at the simulator. Each is answered by lines of which the
+/// last is "ok", or by one line "error: " and the reason; helpText() lists them. A line acts before
+/// it is answered, so whoever waits for "ok" finds the fault armed. Each is noted in the log of the
+/// traffic.
 class UnitConsole {
 public:
     /// All objects must outlive this one.
@@ -30,7 +32,10 @@ private:
     [[nodiscard]] QByteArray silence(const Words &words, double now);
     [[nodiscard]] QByteArray plug();
     [[nodiscard]] QByteArray set(const Words &words);
+    /// Values as the unit would answer them on the line.
     [[nodiscard]] QByteArray get(const Words &words);
+    /// Whatever is no other verb: "on" and "times" as they come, then the name of a fault and its
+    /// argument.
     [[nodiscard]] QByteArray arm(Words words);
     [[nodiscard]] QByteArray listArmed() const;
 

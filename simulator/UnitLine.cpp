@@ -13,6 +13,7 @@ void UnitLine::unplug() {
 }
 
 void UnitLine::serve(double now) {
+    // Before anything is written: it drops what a program that has closed left unread.
     m_terminal.noticeOthers();
     m_traffic.receive(m_terminal.read(), now);
     if (m_backlog.isEmpty()) {

@@ -41,6 +41,7 @@ public:
 private:
     LineTraffic m_traffic;
     UnitTerminal m_terminal;
+    /// Due bytes that the terminal has not taken yet.
     QByteArray m_backlog;
     double m_lastProgress = 0.0;
 };

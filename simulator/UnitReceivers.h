@@ -7,6 +7,7 @@
 
 namespace veldron::UnitReceivers {
 
+/// A type of receiver, as the unit knows it.
 struct Receiver {
     std::string_view name;
     /// Codes of the demodulation modes that it has, its default first. None: the unit only uses its

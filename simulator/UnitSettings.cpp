@@ -40,6 +40,7 @@ bool UnitSettings::setMonitorMode(int mode) {
     if (!take(m_monitorMode, mode, int{Spectrum}, int{Channel})) {
         return false;
     }
+    // Behind the mode, which decides how wide a span may be.
     m_spanHz = std::min(m_spanHz, widestSpanHz());
     if (mode == Channel) {
         putMarkerOnChannel();

@@ -69,26 +69,33 @@ public:
     bool setBandwidth(int code);
     bool setAmplitude(int decibels);
     bool setDataMode(int mode);
+    /// From 2 to 31 scans.
     bool setAverageCount(int count);
+    /// From 2 to 4 scans.
     bool setMedianCount(int count);
     /// A mode that the new receiver lacks becomes its default mode; an attenuator that it lacks is
     /// off.
     bool setReceiver(int code);
+    /// These three are refused where the receiver lacks what they set.
     bool setReceiverMode(int mode);
     bool setReceiverStepHz(qint64 hertz);
     bool setAttenuator(bool on);
-    /// One step of the marker; refused at the edge of what is scanned.
+    /// One step of the marker; refused where it would leave what is scanned.
     bool moveMarker(bool up);
 
     /// Step of the marker: the channel step, or the span over 320, rounded to whole hertz.
     [[nodiscard]] qint64 markerStepHz() const;
+    /// The samples of the next scan: 321 from edge to edge of the span, or one a channel, 321 at
+    /// most.
     [[nodiscard]] ScanPlan plan() const;
 
 private:
     [[nodiscard]] qint64 widestSpanHz() const;
+    /// The highest channel, which may lie below the end.
     [[nodiscard]] qint64 lastChannelHz() const;
     void putMarkerOnChannel();
 
+    // What the unit is switched on with.
     int m_monitorMode = Spectrum;
     qint64 m_centreHz = 100'000'000;
     qint64 m_spanHz = 10'000'000;

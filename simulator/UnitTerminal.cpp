@@ -174,6 +174,8 @@ void UnitTerminal::noticeOthers() {
         }
     }
     if (before > 0 && m_others == 0) {
+        // What a serial port does by itself when its last user closes it, and a pseudo-terminal
+        // does not.
         ::ioctl(m_far, TIOCNXCL);
         ::tcflush(m_far, TCIFLUSH);
     }

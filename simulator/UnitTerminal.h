@@ -32,11 +32,12 @@ public:
     /// To wait on: readable when the program has opened or closed. -1 if that can't be seen.
     [[nodiscard]] int watchDescriptor() const { return m_watch; }
 
-    /// All that the program has written. Never waits.
+    /// All that the program has written since the last call. Never waits.
     [[nodiscard]] QByteArray read();
     /// Number of bytes that went out, maybe fewer than given. Never waits.
     [[nodiscard]] qsizetype write(const QByteArray &bytes);
-    /// To be called when watchDescriptor() is readable.
+    /// To be called when watchDescriptor() is readable: counts who has the far end open, and clears
+    /// up behind the last one.
     void noticeOthers();
 
 private:
@@ -52,6 +53,7 @@ private:
     int m_near = -1;
     int m_far = -1;
     int m_watch = -1;
+    /// Descriptors of the far end that are open elsewhere.
     int m_others = 0;
 };
 
