@@ -16,8 +16,9 @@ public:
     ByteSource &operator=(const ByteSource &) = delete;
     virtual ~ByteSource() = default;
 
-    /// Up to \a most bytes to \a target, with the count as the result: 0 at the end only.
-    /// UntrappedError(File) when they can't be read.
+    /// Up to \a most bytes to \a target, with the count as the result: 0 at the end only, and fewer
+    /// than asked for at any time. Waits where the source is a pipe. UntrappedError(File) when they
+    /// can't be read.
     [[nodiscard]] virtual qint64 read(char *target, qint64 most) = 0;
 };
 

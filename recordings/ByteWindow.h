@@ -11,6 +11,9 @@
 namespace veldron {
 
 /// The stretch of a file that is in memory, with room for what lies ahead, and its place.
+///
+/// Order of calls: fill(), then bytes() and advance() as often as is wanted. What was in sight
+/// stays in memory behind an advance(), up to the next fill().
 class ByteWindow {
 public:
     /// At least this many bytes are in sight after fill(), or all up to the end.

@@ -10,7 +10,8 @@
 namespace veldron {
 
 /// `check`: whether playback shows recordings to their end. Prints one line a finding, as compilers
-/// do; the exit code is the worst of all files.
+/// do; the exit code is the worst of all files. A file that can't be read is told, and doesn't keep
+/// the others from being checked.
 class CheckCommand : public HistoryCommand {
 public:
     void addTo(CLI::App &options) override;

@@ -17,7 +17,8 @@ enum class ExitCode {
     WrongUsage = 64,   ///< the command line can't be understood
 };
 
-/// Ends a command: \a message goes to standard error as it is, the code to the shell.
+/// Ends a command: \a message goes to standard error as it is, the code to the shell. A file that
+/// can't be read or written is an UntrappedError instead.
 class CommandError : public std::exception {
 public:
     CommandError(ExitCode code, QString message)
@@ -25,6 +26,7 @@ public:
 
     [[nodiscard]] ExitCode code() const { return m_code; }
     [[nodiscard]] const QString &message() const { return m_message; }
+    /// The message in the bytes of the locale.
     [[nodiscard]] const char *what() const noexcept override { return m_bytes.constData(); }
 
 private:

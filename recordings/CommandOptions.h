@@ -29,6 +29,7 @@ struct DateOptions {
     /// What the user knows, and otherwise the order of the present locale.
     [[nodiscard]] RecordingDates::Rules rules() const;
 
+    /// "dmy", "mdy" or "ymd"; empty where the option was not given.
     std::string order;
 };
 
@@ -52,13 +53,16 @@ struct OutputOptions {
     [[nodiscard]] std::unique_ptr<OutputFile> open(const std::string &byDefault,
                                                    const std::vector<std::string> &inputs) const;
 
+    /// What the user named, "-" for standard output; empty for the default.
     std::string path;
     bool force = false;
 };
 
 /// --from and --to: a window of time, from its first second to the one before its last.
 ///
-/// A moment is seconds since day 0 of the Julian calendar, local time of the recording.
+/// A moment is seconds since day 0 of the Julian calendar, local time of the recording. Order of
+/// calls: addTo(), parse(), then has() for each scan. A window that has seen scans has fixed its
+/// day, so each pass over a file takes a copy of its own.
 class TimeWindow {
 public:
     void addTo(CLI::App &options);
@@ -70,6 +74,7 @@ public:
     [[nodiscard]] bool has(const RecordedScan &scan);
     [[nodiscard]] bool isOpen() const { return from.empty() && to.empty(); }
 
+    /// As they were typed; empty without a bound.
     std::string from;
     std::string to;
 
@@ -80,6 +85,7 @@ private:
         qint32 second = 0;
     };
     [[nodiscard]] static Bound read(const std::string &text);
+    /// Gives times of day without a date the day of the first scan.
     void fixDay(const QDate &firstDay);
 
     std::optional<Bound> m_first;

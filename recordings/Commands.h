@@ -10,7 +10,9 @@ namespace veldron {
 
 /// A command as the command line and its help know it.
 struct CommandRow {
+    /// What is typed behind the program's name.
     const char *name;
+    /// One line, for the list of the commands.
     const char *summary;
     /// A whole command line, for the help.
     const char *example;

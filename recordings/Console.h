@@ -17,6 +17,7 @@ public:
     /// Milliseconds of a steady clock.
     using Milliseconds = std::function<qint64()>;
 
+    /// Standard error, with the bar if that is a terminal.
     Console();
     /// Writes to \a descriptor, and draws the bar if it \a isTerminal.
     Console(int descriptor, bool isTerminal, Milliseconds clock);
@@ -31,13 +32,16 @@ public:
 
     /// A job of \a total bytes, or of an unknown number, begins.
     void beginProgress(std::optional<qint64> total);
-    /// So many of them are done.
+    /// So many of them are done. Cheap enough for every chunk: it draws ten times a second at most,
+    /// and nothing in the first second.
     void progress(qint64 done);
-    /// Removes the bar.
+    /// Removes the bar; harmless without one.
     void endProgress();
 
 private:
+    /// The bar, or the megabytes done where the total is not known.
     void draw(qint64 done, qint64 now);
+    /// Takes the bar away before a line is written; the next progress() draws it again.
     void wipe();
     void write(const QString &text);
 

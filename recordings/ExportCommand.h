@@ -15,16 +15,23 @@ class Option;
 
 namespace veldron {
 
-/// `export`: a recording in the form of other programs.
+/// `export`: a recording in the form of other programs, one of CSV, netCDF and PNG.
+///
+/// CSV and netCDF take one pass, so the recording may come from a pipe. A picture takes two, the
+/// first to find out what there is to show.
 class ExportCommand : public HistoryCommand {
 public:
     void addTo(CLI::App &options) override;
     ExitCode run(Console &console) override;
 
 private:
+    /// Those that only make sense with \a png.
     void addPictureOptions(CLI::App &options, CLI::Option *png);
+    /// Standard output for CSV, otherwise a file beside the recording. CommandError(WrongUsage)
+    /// where the recording comes from standard input, and so has no name, and the user gave none.
     [[nodiscard]] std::string outputByDefault() const;
     [[nodiscard]] std::unique_ptr<RecordingExport> makeExport(Console &console, OutputFile &out);
+    /// CommandError(WrongUsage) for a size or a frequency that is none.
     [[nodiscard]] PictureOptions pictureOptions() const;
     ExitCode exportPicture(Console &console);
     ExitCode exportInOnePass(Console &console);

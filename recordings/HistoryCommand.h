@@ -20,8 +20,9 @@ public:
 
     /// Adds what the command takes to \a options, which writes into members of the command.
     virtual void addTo(CLI::App &options) = 0;
-    /// Does it. Ends by a CommandError, or by an UntrappedError for a file that can't be read or
-    /// written, where it can't.
+    /// Does it, behind addTo() and the reading of the command line. Results go to files and to
+    /// standard output, messages to \a console. Ends by a CommandError, or by an UntrappedError for
+    /// a file that can't be read or written, where it can't.
     virtual ExitCode run(Console &console) = 0;
 };
 

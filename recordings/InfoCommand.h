@@ -8,7 +8,8 @@
 
 namespace veldron {
 
-/// `info`: what is in a recording.
+/// `info`: what is in a recording. The summary goes to standard output, the findings to standard
+/// error.
 class InfoCommand : public HistoryCommand {
 public:
     void addTo(CLI::App &options) override;

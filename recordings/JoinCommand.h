@@ -10,7 +10,9 @@
 namespace veldron {
 
 /// `join`: several recordings, one behind the other, as one. The lines stay as they are; of the
-/// first block of a further recording only what changes something is kept.
+/// first block of a further recording only what changes something is kept. Recordings whose dates
+/// or times have different forms are refused, because a recording has one; one that begins before
+/// the end of the one in front is told.
 class JoinCommand : public HistoryCommand {
 public:
     void addTo(CLI::App &options) override;

@@ -17,7 +17,8 @@ struct PictureLayout {
     QRect trace; ///< empty without a trace
     QRect fall;
 
-    /// Axes leave room around the two; without them they fill the picture.
+    /// Axes leave room around the two; without them they fill the picture. With a trace, that takes
+    /// the upper third. Either may be empty in a small picture.
     [[nodiscard]] static PictureLayout of(QSize size, bool hasAxes, bool hasTrace);
 };
 
@@ -39,13 +40,18 @@ struct PictureAxes {
     /// Rows of the waterfall with a dotted line.
     std::vector<int> timeRows;
 
+    /// For a picture of \a size that \a layout was made for. A layout without a trace has no level
+    /// ticks.
     [[nodiscard]] static PictureAxes of(QSize size, const PictureLayout &layout,
                                         const WaterfallRaster::Extent &extent,
                                         const LevelScale &scale);
 
-    /// Seconds between time ticks, so that those of \a seconds over \a height are 40 pixels apart.
+    /// Seconds between time ticks, so that those of \a seconds over \a height pixels are 40 pixels
+    /// apart at least: a spacing that is round on the clock, or a number of whole days.
     [[nodiscard]] static qint64 timeSpacing(qint64 seconds, int height);
-    /// The text of a moment at ticks so far apart.
+    /// The text of a moment (as of momentOf()) at ticks so far apart: a time, with seconds where
+    /// the spacing is below a minute, or the date alone at midnight. A spacing of 0 gives date and
+    /// time in full.
     [[nodiscard]] static QString timeText(qint64 moment, qint64 spacing);
 };
 

@@ -31,6 +31,7 @@ struct Stumble {
         NoScan,      ///< playback shows nothing: there is no scan, or no line behind the only one
     };
     Kind kind;
+    /// Line of the file, counted from 1, as in playback's own message.
     qint64 line;
     /// In the words of playback's own message.
     QString what;
@@ -41,6 +42,10 @@ struct Stumble {
 /// Playback ends at the first such line. This goes on as if the line weren't there, so that all of
 /// them are found in one pass. Texts are read under one locale, that of the program that is to
 /// play.
+///
+/// Order of calls: take() for all bytes of the file, in pieces of any size, then finish(), then
+/// plays(). Reports come from inside take() and finish(). A date that is none is reported at its
+/// own line, once, when a scan below it wants it.
 class PlaybackJudge {
 public:
     using Report = std::function<void(const Stumble &)>;
@@ -57,6 +62,7 @@ public:
     [[nodiscard]] const DateTimeText &texts() const { return m_texts; }
 
 private:
+    /// The last StartSettings line, whose date counts for the scans below it.
     struct BlockDate {
         std::optional<QDate> date;
         QString text;
@@ -64,16 +70,22 @@ private:
         bool isReported = false;
     };
 
+    /// A part of a line without its end, which has come if \a ended.
     void takePiece(QByteArrayView piece, bool ended);
     void takeLine(QByteArrayView line, bool ended);
+    /// What stands behind the key, taken apart as playback does, at the first blank.
     void takeScanLine(QByteArrayView value, bool ended);
+    /// A scan that has levels: its date and its time.
     void takeScan(QByteArrayView timeText, bool ended);
     void takeSetting(SettingsKey key, const QString &value);
+    /// Throws what the value's row of the table of settings lines would.
     void checkValue(SettingsKey key, const QString &value);
     void storeChannel();
     void endBlock();
     void takeDate(const QString &text);
+    /// The second of the day; nothing where playback would read no time.
     [[nodiscard]] std::optional<qint32> secondOf(QByteArrayView timeText) const;
+    /// Whether a date counts here; reports where none does.
     [[nodiscard]] bool hasDate();
     void report(Stumble::Kind kind, qint64 line, const UntrappedError &error);
 

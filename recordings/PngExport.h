@@ -20,6 +20,7 @@ struct PictureLayout;
 
 /// How a picture shall look.
 struct PictureOptions {
+    /// Of the whole picture, axes included, in pixels.
     QSize size{1280, 800};
     std::optional<Hertz> low; ///< nothing: as the recording
     std::optional<Hertz> high;
@@ -29,7 +30,8 @@ struct PictureOptions {
 };
 
 /// Draws the waterfall of a recording, in the colours of the chart: the second pass, behind a
-/// RecordingExtent that told what there is to show.
+/// RecordingExtent that told what there is to show. writePicture() takes the place of finish(),
+/// whose messages the first pass has given.
 class PngExport : public RecordingExport {
 public:
     /// \a out outlives the export. CommandError where the size or the frequencies leave nothing to
@@ -48,6 +50,7 @@ protected:
 
 private:
     void drawWaterfall(QImage &picture, const QRect &area) const;
+    /// The weakest, the median and the strongest level of each column.
     void drawTrace(QImage &picture, const QRect &area) const;
     void drawAxes(QImage &picture, const PictureLayout &layout) const;
 
@@ -55,6 +58,8 @@ private:
     PictureOptions m_options;
     WaterfallRaster::Extent m_extent;
     std::unique_ptr<WaterfallRaster> m_raster;
+    /// Seconds that a scan lasts at most where none follows: twice its poll period, which is taken
+    /// up to a whole second first.
     qint64 m_interval = 1;
     qint16 m_palette;
 };

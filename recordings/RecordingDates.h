@@ -46,6 +46,7 @@ public:
 
 private:
     DateForms::Set m_forms;
+    /// Given or assumed: which reading counts where a text has several.
     DateOrder m_order;
     bool m_assumed = false; ///< a date was read by the assumption
     std::optional<QDate> m_date;

@@ -12,7 +12,9 @@ namespace veldron {
 /// What all exports share: the window of time and the settings that are in force at a scan.
 ///
 /// An export class takes the scans of the window in the order of the file, and writes the rest in
-/// finish(). Whoever made the output file commits it after that.
+/// finish(). Whoever made the output file commits it after that. Scans without frequencies are
+/// passed on too, and so are those without a date where the window has no bounds: each export
+/// decides what it does with them.
 class RecordingExport : public TellingVisitor {
 public:
     /// \a window has been parsed. \a console outlives the export.
@@ -30,6 +32,7 @@ protected:
     virtual void settingsChanged() {}
     /// A scan within the window.
     virtual void take(const RecordedScan &scan) = 0;
+    /// What is only known behind the last scan. The first thing that finish() does.
     virtual void writeRest() {}
 
     [[nodiscard]] const SettingsInForce &settings() const { return m_settings; }

@@ -14,7 +14,8 @@ class RecordingExtent : public RecordingExport {
 public:
     using RecordingExport::RecordingExport;
 
-    /// False: the rest has no meaning.
+    /// Whether a scan that can be drawn was there: one with a date and frequencies that is no
+    /// failed transfer. False: the rest has no meaning.
     [[nodiscard]] bool hasScans() const { return m_hasScans; }
     /// Seconds as of momentOf(): the earliest scan, and the end of the second of the latest.
     [[nodiscard]] qint64 begin() const { return m_begin; }

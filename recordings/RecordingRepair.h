@@ -20,8 +20,7 @@ namespace veldron {
 /// - scans with the time of the first one, scans with more levels than playback reads, and scans
 ///   above the first date are left out;
 /// - the unit's lines of a block in which a failure value stands are left out, as is each value
-/// that
-///   can't be read; times, dates and decimal marks of another locale are written anew;
+///   that can't be read; times, dates and decimal marks of another locale are written anew;
 /// - what can't be read at all is left out.
 class RecordingRepair : public RecordingVisitor {
 public:
@@ -41,10 +40,13 @@ public:
     [[nodiscard]] bool plays() const { return m_judge.plays(); }
 
 private:
+    /// In words; nothing for a scan that is written.
     [[nodiscard]] std::optional<QString> whyLeftOut(const RecordedScan &scan) const;
     void writeScan(const RecordedScan &scan);
     void writeSetting(const RecordedSetting &line, const std::optional<QDate> &date);
+    /// The line with its date as playback reads it.
     [[nodiscard]] QByteArray mendedDate(const RecordedSetting &line, const QDate &date) const;
+    /// The line with the decimal mark of playback's locale; empty where that doesn't help.
     [[nodiscard]] QByteArray mendedMark(const RecordedSetting &line) const;
     [[nodiscard]] bool isReadable(const RecordedSetting &line) const;
 
@@ -55,6 +57,7 @@ private:
     std::optional<QDate> m_date; ///< the one that playback has for the next scan
     std::optional<qint64> m_start;
     qint64 m_scans = 0;
+    /// Nothing has been written behind the first scan.
     bool m_firstIsLast = false;
     qint64 m_lastLine = 1;
 };

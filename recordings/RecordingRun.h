@@ -29,9 +29,9 @@ private:
 };
 
 /// Reads the recording \a path ("-" is the standard input) with a progress bar, and gives all of it
-/// to \a visitor. Partly where something was skipped or a date was refuted. CommandError
-/// (NotARecording) behind the end of a file that is none, UntrappedError(File) for one that can't
-/// be read.
+/// to \a visitor. Partly where something was skipped, or where a date could not be read or was
+/// refuted. CommandError(NotARecording) behind the end of a file that is none, UntrappedError(File)
+/// for one that can't be read; the visitor has had all calls for what came before.
 [[nodiscard]] ExitCode readRecording(const std::string &path, const RecordingDates::Rules &rules,
                                      RecordingVisitor &visitor, Console &console);
 

@@ -16,7 +16,7 @@
 namespace veldron {
 
 /// What `info` tells of a recording, gathered in one pass. Of what may come often only the first
-/// are kept; the counts are of all.
+/// are kept; the counts are of all. The getters are for after finish().
 class RecordingSummary : public RecordingVisitor {
 public:
     /// Entries that each list keeps.
@@ -28,6 +28,7 @@ public:
 
         /// ISO form; the time alone where there is no date.
         [[nodiscard]] QString text() const;
+        /// As of momentOf(), on a day of 1970 where there is no date: for differences.
         [[nodiscard]] qint64 seconds() const;
     };
     /// Scans with the same settings.
@@ -35,7 +36,9 @@ public:
         Moment first;
         qint64 line; ///< of its block
         qint64 scans = 0;
+        /// Nothing where the settings don't tell it.
         std::optional<FrequencyAxis> axis;
+        /// Levels of its longest scan.
         qsizetype mostLevels = 0;
         /// The lines of the settings without the display lines, as key and value.
         std::vector<std::pair<QString, QString>> settings;
@@ -59,31 +62,38 @@ public:
     /// Behind the last call of the reader.
     void finish();
 
+    /// Bytes of the file.
     [[nodiscard]] qint64 size() const { return m_size; }
     [[nodiscard]] qint64 scanCount() const { return m_scans; }
     /// Scans that stand for a transfer that failed: one level of 0, or 325 of them.
     [[nodiscard]] qint64 failedTransfers() const { return m_failed; }
     [[nodiscard]] qint64 blockCount() const { return m_blocks; }
+    /// The first and the last scan in the file; nothing without a scan.
     [[nodiscard]] std::optional<Moment> first() const { return m_first; }
     [[nodiscard]] std::optional<Moment> last() const { return m_last; }
-    /// Scans a second over the whole time; nothing where no time has passed.
+    /// Scans a second over the whole time, gaps included: one less than the scans, over the seconds
+    /// from first to last. Nothing where no time has passed.
     [[nodiscard]] std::optional<double> rate() const;
     [[nodiscard]] qint64 stretchCount() const { return m_stretchCount; }
     [[nodiscard]] const std::vector<Stretch> &stretches() const { return m_stretches; }
     [[nodiscard]] qint64 gapCount() const { return m_gapCount; }
+    /// In seconds; 0 without a gap.
     [[nodiscard]] qint64 longestGap() const { return m_longestGap; }
     [[nodiscard]] const std::vector<Gap> &gaps() const { return m_gaps; }
     /// Raw level below which \a share of all levels lie (0 the least, 1 the most); nothing without
     /// levels. Failed transfers don't count.
     [[nodiscard]] std::optional<int> level(double share) const;
+    /// Bytes that were neither scan nor setting.
     [[nodiscard]] qint64 skipped() const { return m_skipped; }
     [[nodiscard]] const std::vector<RecordingFinding> &findings() const { return m_findings; }
+    /// Places at which playback would end.
     [[nodiscard]] qint64 stumbleCount() const { return m_stumbleCount; }
     [[nodiscard]] const std::vector<Stumble> &stumbles() const { return m_stumbles; }
     /// Whether the dates rest on an assumed order of day and month.
     [[nodiscard]] bool hasAssumedDates() const { return m_hasAssumedDates; }
 
 private:
+    /// Goes on with the last stretch where a block has changed nothing but the date.
     void beginStretch(const Moment &moment);
     void noteGap(const Moment &moment, qint64 line);
     void noteLevels(QByteArrayView levels);
@@ -98,13 +108,16 @@ private:
     SettingsInForce m_settings;
     std::map<SettingsKey, QByteArray> m_stretchLines; ///< those of the last stretch
     qint64 m_blockLine = 1;
+    /// A block has come since the last scan.
     bool m_settingsAreNew = true;
     qint64 m_longestPause = 2; ///< that is no gap, in seconds
     std::vector<Stretch> m_stretches;
+    /// The present stretch is the last one of m_stretches, and not one too many.
     bool m_lastStretchIsKept = false;
     qint64 m_gapCount = 0;
     qint64 m_longestGap = 0;
     std::vector<Gap> m_gaps;
+    /// How often each raw level was measured.
     std::array<qint64, 256> m_levels{};
     qint64 m_skipped = 0;
     std::vector<RecordingFinding> m_findings;

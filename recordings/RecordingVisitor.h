@@ -86,7 +86,8 @@ struct RecordingFinding {
     QString what;
 };
 
-/// Receives a recording in the order of the file.
+/// Receives a recording in the order of the file. All views are into the reader's memory and good
+/// during the call only; what throws ends the reading.
 class RecordingVisitor {
 public:
     RecordingVisitor() = default;

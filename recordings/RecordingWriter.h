@@ -19,10 +19,11 @@ public:
     /// The first line of every recording: \a line, or the usual one where that is empty. Only the
     /// first call writes.
     void firstLine(QByteArrayView line);
+    /// One line or several, with their ends; the last one may lack it.
     void line(QByteArrayView bytes);
-    /// A line of a scan.
+    /// A line of a scan, which the output file counts.
     void scan(QByteArrayView bytes);
-    /// Shows all that is written to \a judge too.
+    /// Shows all that is written from now on to \a judge too, which outlives the writer.
     void setJudge(PlaybackJudge *judge) { m_judge = judge; }
 
     [[nodiscard]] bool hasFirstLine() const { return m_hasFirstLine; }

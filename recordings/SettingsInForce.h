@@ -38,7 +38,8 @@ public:
     [[nodiscard]] std::optional<qint64> number(SettingsKey key) const;
     /// A frequency or number of hertz, whichever decimal mark it has; nothing for another text.
     [[nodiscard]] std::optional<Hertz> hertz(SettingsKey key) const;
-    /// Nothing where the settings don't tell it.
+    /// In Channel mode start and step of the channels, otherwise half a span below the centre and a
+    /// 320th of the span, in whole hertz. Nothing where the settings don't tell it.
     [[nodiscard]] std::optional<FrequencyAxis> axis() const;
     /// The lines as they stand in the file, with their ends, in the order of the keys.
     [[nodiscard]] const std::map<SettingsKey, QByteArray> &lines() const { return m_lines; }

@@ -28,6 +28,9 @@ public:
         Hertz high;
     };
 
+    /// \a width and \a height are pixels above 0, and \a extent ends behind its begin. Order of
+    /// calls: beginCounting() if counts are wanted, take() for each scan in the order of the file,
+    /// finish(), then rows and counts.
     WaterfallRaster(int width, int height, const Extent &extent);
 
     /// Takes a scan at \a moment, whose next one is due \a interval seconds later.
@@ -63,13 +66,19 @@ private:
         bool operator==(const RowRange &) const = default;
     };
 
+    /// Settles what stands by the old axis, and works the columns out for the new one.
     void useAxis(const FrequencyAxis &axis, qsizetype levels);
     [[nodiscard]] LevelRange levelsOf(int column, const FrequencyAxis &axis,
                                       qsizetype levels) const;
+    /// The rows of the seconds from \a begin to \a end, not included, cut to the extent.
     [[nodiscard]] RowRange rowsOf(qint64 begin, qint64 end) const;
+    /// Adds the waiting scan to those that fall into the same rows.
     void merge(RowRange rows);
+    /// Writes the merged levels into their rows: once for all scans of a row, which saves most of
+    /// the work where many share one.
     void paintMerged();
     void countLevels(QByteArrayView levels);
+    /// From counts by level to counts by column, while the columns of the axis are known.
     void spreadCounts();
 
     int m_width;
