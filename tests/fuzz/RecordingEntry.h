@@ -13,8 +13,8 @@ namespace veldron {
 void readRecordingBytes(const std::uint8_t *bytes, std::size_t size);
 
 /// Repairs \a bytes as a recording. Ends the process where a copy with scans isn't playable, or
-/// is called so and isn't, or isn't left as it is by a second repair, or where the summary's JSON is
-/// none.
+/// is called so and isn't, or isn't left as it is by a second repair, or where the summary's JSON
+/// is none.
 void repairRecordingBytes(const std::uint8_t *bytes, std::size_t size);
 
 } // namespace veldron
