@@ -20,8 +20,8 @@ void keepStronger(std::uint8_t *merged, const std::uint8_t *levels, std::size_t 
     constexpr std::size_t kPiece = 32;
     std::size_t done = 0;
     for (; done + kPiece <= count; done += kPiece) {
-        std::array<std::uint8_t, kPiece> ours;
-        std::array<std::uint8_t, kPiece> other;
+        std::array<std::uint8_t, kPiece> ours{};
+        std::array<std::uint8_t, kPiece> other{};
         std::memcpy(ours.data(), merged + done, kPiece);
         std::memcpy(other.data(), levels + done, kPiece);
         for (std::size_t i = 0; i < kPiece; ++i) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/StartReport.h"
 
+#include <QString>
 #include <QtGlobal>
 
 #include <gtest/gtest.h>

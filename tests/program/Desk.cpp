@@ -20,8 +20,6 @@ namespace veldron::Desk {
 
 namespace {
 
-constexpr int kToolLimit = 10000;
-
 void xdotool(const QStringList &arguments) {
     QProcess::execute(QStringLiteral("xdotool"), arguments);
 }

@@ -238,6 +238,25 @@ QList<MachineFault> clockFaults() {
              }
          },
          20},
+        {"midnight",
+         [](Machine &machine) {
+             turnToMidnight(machine, 2s);
+             QThread::msleep(3000);
+         },
+         1, false, true},
+        {"midnightInAnExchange",
+         [](Machine &machine) {
+             turnToMidnight(machine, 3s);
+             QThread::msleep(2500);
+             machine.live().unit().tell("on RIFD delay 0.8");
+             QThread::msleep(1500);
+         },
+         1},
+    };
+}
+
+QList<MachineFault> suspensions() {
+    return {
         {"suspendedForFifteenSeconds",
          [](Machine &machine) {
              machine.stopFor(15s);
@@ -258,26 +277,12 @@ QList<MachineFault> clockFaults() {
              machine.goOn();
          },
          1, false, true},
-        {"midnight",
-         [](Machine &machine) {
-             turnToMidnight(machine, 2s);
-             QThread::msleep(3000);
-         },
-         1, false, true},
-        {"midnightInAnExchange",
-         [](Machine &machine) {
-             turnToMidnight(machine, 3s);
-             QThread::msleep(2500);
-             machine.live().unit().tell("on RIFD delay 0.8");
-             QThread::msleep(1500);
-         },
-         1},
     };
 }
 
 QList<MachineFault> chosenFaults() {
     QList<MachineFault> chosen;
-    for (const MachineFault &fault : diskFaults() + clockFaults()) {
+    for (const MachineFault &fault : diskFaults() + clockFaults() + suspensions()) {
         if (provesLong() || fault.isShort) {
             chosen.append(fault);
         }
