@@ -9,6 +9,7 @@
 #include <QImage>
 #include <QLabel>
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QWindow>
@@ -89,6 +90,31 @@ TEST_F(FrmSplashTest, image_showsTheWholePictureScaled) {
     for (const QPoint place : {QPoint(3, 200), QPoint(268, 120), QPoint(530, 200)}) {
         EXPECT_EQ(shown.pixel(place), whole.pixel(place));
     }
+}
+
+TEST_F(FrmSplashTest, image_isDrawnInEachPixelOfTheDisplay) {
+    const double density = m_splash.devicePixelRatioF();
+    ASSERT_EQ(density, qEnvironmentVariable("QT_SCALE_FACTOR", "1").toDouble());
+    const QSize size = label("Image1")->size() * density;
+    EXPECT_EQ(label("Image1")->grab().toImage().convertToFormat(QImage::Format_RGB32),
+              QImage(":/veldron/splash.png")
+                  .convertToFormat(QImage::Format_RGB32)
+                  .scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+}
+
+TEST_F(FrmSplashTest, image_isDrawnInEachPixelOfADenseDisplay) {
+    // The density is read once, at the start of a program: in one of its own.
+    auto environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("QT_SCALE_FACTOR", "2");
+    environment.remove("GTEST_TOTAL_SHARDS");
+    QProcess dense;
+    dense.setProcessEnvironment(environment);
+    dense.setProcessChannelMode(QProcess::MergedChannels);
+    dense.start(QApplication::applicationFilePath(),
+                {"--gtest_filter=FrmSplashTest.image_isDrawnInEachPixelOfTheDisplay"});
+    ASSERT_TRUE(dense.waitForFinished());
+    const QByteArray output = dense.readAll();
+    EXPECT_TRUE(output.contains("[  PASSED  ] 1 test.")) << output.constData();
 }
 
 TEST_F(FrmSplashTest, owner_isTheParentAndTheFormIsAWindow) {
