@@ -107,6 +107,25 @@ TEST_F(PlaybackEngineTest, quit_goesThroughItsStepsInOrder) {
     EXPECT_FALSE(chart().Playback());
 }
 
+/// Notes the session while the window is laid out anew, because slots run then and look at it.
+class LayoutFixture : public HistoryFixture {
+public:
+    QList<bool> inPlayback;
+    void showTransport(bool visible) override {
+        HistoryFixture::showTransport(visible);
+        inPlayback.append(session.InPlayback);
+    }
+};
+
+TEST_F(PlaybackEngineTest, windowLaidOutAnew_isInPlaybackAsLongAsItShowsTheTransport) {
+    put(head() + scans(2));
+    LayoutFixture fixture;
+    fixture.dialogs.answer = path();
+    fixture.playback.mnuFilePlayback();
+    fixture.playback.Quit();
+    EXPECT_EQ(fixture.inPlayback, (QList<bool>{true, false}));
+}
+
 TEST_F(PlaybackEngineTest, quitWithoutALink_readsNothingBack) {
     open(head() + scans(2));
     m_fixture.log.clear();
