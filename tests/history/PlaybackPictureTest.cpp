@@ -34,6 +34,18 @@ int inkOf(const QImage &picture) {
     return ink;
 }
 
+/// The corners of all outlines, seen through \a mirror.
+std::set<std::pair<qreal, qreal>> cornersOf(PlaybackShape shape, const QTransform &mirror = {}) {
+    std::set<std::pair<qreal, qreal>> corners;
+    for (const QPolygonF &outline : PlaybackPicture::outlinesOf(shape)) {
+        for (const QPointF &corner : outline) {
+            const QPointF seen = mirror.map(corner);
+            corners.emplace(seen.x(), seen.y());
+        }
+    }
+    return corners;
+}
+
 TEST(PlaybackPicture, sizes_areSixteenHighAndTheDoubleArrowIsTwiceAsWide) {
     EXPECT_EQ(PlaybackPicture::sizeOf(PlaybackShape::DoubleArrow), QSize(32, 16));
     EXPECT_EQ(PlaybackPicture::sizeOf(PlaybackShape::Bars), QSize(16, 16));
@@ -49,6 +61,18 @@ TEST(PlaybackPicture, outlines_stayInsideThePicture) {
         for (const QPolygonF &outline : PlaybackPicture::outlinesOf(shape)) {
             EXPECT_TRUE(frame.contains(outline.boundingRect()));
         }
+    }
+}
+
+TEST(PlaybackPicture, outlines_areTheSameUpsideDown) {
+    for (const PlaybackShape shape : kShapes) {
+        EXPECT_EQ(cornersOf(shape, QTransform(1, 0, 0, -1, 0, 16)), cornersOf(shape));
+    }
+}
+
+TEST(PlaybackPicture, crossAndBars_areTheSameFromBehind) {
+    for (const PlaybackShape shape : {PlaybackShape::Cross, PlaybackShape::Bars}) {
+        EXPECT_EQ(cornersOf(shape, QTransform(-1, 0, 0, 1, 16, 0)), cornersOf(shape));
     }
 }
 
