@@ -76,6 +76,10 @@ TEST(ActivityPicture, newImageOnTheScreen_isPaintedAtOnce) {
     EXPECT_EQ(picture.paints, before + 1);
 }
 
+TEST(ActivityPicture, name_isThatOfTheLink) {
+    EXPECT_EQ(ActivityPicture().accessibleName(), "Link activity");
+}
+
 TEST(ActivityPicture, eachImage_isTold) {
     ActivityPicture picture;
     EXPECT_EQ(picture.accessibleDescription(), "No link");
