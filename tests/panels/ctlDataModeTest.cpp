@@ -89,6 +89,16 @@ TEST_F(CtlDataMode, eachAmpRow_isItsDecibels) {
     }
 }
 
+TEST_F(CtlDataMode, pickedRows_areTheValuesWhenTheEventComes) {
+    QList<int> heard;
+    QObject::connect(panel, &ctlDataMode::Changed, panel, [&] {
+        heard.append({panel->RBW(), panel->Amp()});
+    });
+    pick("cboRBW", 2);
+    pick("cboAmp", 1);
+    EXPECT_EQ(heard, (QList<int>{3, 0, 3, -10}));
+}
+
 TEST_F(CtlDataMode, eachDataMode_showsItsSampleControls) {
     struct Case {
         int row;
