@@ -2,7 +2,7 @@
 #include "recordings/RecordingSummary.h"
 
 #include "recordings/CommandOptions.h"
-#include "recordings/ScanFinder.h"
+#include "recordings/FailedTransfer.h"
 
 #include <QTime>
 
@@ -22,11 +22,6 @@ void keep(std::vector<Entry> &list, Entry entry) {
     if (list.size() < RecordingSummary::kMostEntries) {
         list.push_back(std::move(entry));
     }
-}
-
-bool isFailedTransfer(QByteArrayView levels) {
-    return (levels.size() == 1 || levels.size() == ScanFinder::kMostLevels) &&
-           std::all_of(levels.begin(), levels.end(), [](char level) { return level == 0; });
 }
 
 } // namespace
