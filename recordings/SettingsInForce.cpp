@@ -52,15 +52,25 @@ std::optional<Hertz> SettingsInForce::hertz(SettingsKey key) const {
     return Hertz::fromText(*text, text->contains(comma) ? comma : QLatin1Char('.'));
 }
 
+bool SettingsInForce::isAnswered(SettingsKey key) const {
+    return value(key) != QStringLiteral("-1");
+}
+
 std::optional<FrequencyAxis> SettingsInForce::axis() const {
-    const auto mode = number(SettingsKey::MonitorMode);
+    using Key = SettingsKey;
+    for (const Key key : {Key::MonitorMode, Key::Start, Key::Step, Key::Span, Key::Centre}) {
+        if (!isAnswered(key)) {
+            return std::nullopt;
+        }
+    }
+    const auto mode = number(Key::MonitorMode);
     if (mode && *mode == static_cast<qint64>(MonitorModeCode::Channel)) {
-        const auto start = hertz(SettingsKey::Start);
-        const auto step = hertz(SettingsKey::Step);
+        const auto start = hertz(Key::Start);
+        const auto step = hertz(Key::Step);
         return start && step ? std::optional(FrequencyAxis{*start, *step}) : std::nullopt;
     }
-    const auto span = hertz(SettingsKey::Span);
-    const auto centre = hertz(SettingsKey::Centre);
+    const auto span = hertz(Key::Span);
+    const auto centre = hertz(Key::Centre);
     if (!span || !centre) {
         return std::nullopt;
     }

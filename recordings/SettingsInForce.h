@@ -39,7 +39,8 @@ public:
     /// A frequency or number of hertz, whichever decimal mark it has; nothing for another text.
     [[nodiscard]] std::optional<Hertz> hertz(SettingsKey key) const;
     /// In Channel mode start and step of the channels, otherwise half a span below the centre and a
-    /// 320th of the span, in whole hertz. Nothing where the settings don't tell it.
+    /// 320th of the span, in whole hertz. Nothing where the settings don't tell it, or where one of
+    /// them is the -1 of a unit that didn't answer.
     [[nodiscard]] std::optional<FrequencyAxis> axis() const;
     /// The lines as they stand in the file, with their ends, in the order of the keys.
     [[nodiscard]] const std::map<SettingsKey, QByteArray> &lines() const { return m_lines; }
@@ -47,6 +48,8 @@ public:
     bool operator==(const SettingsInForce &) const = default;
 
 private:
+    [[nodiscard]] bool isAnswered(SettingsKey key) const;
+
     std::map<SettingsKey, QByteArray> m_lines;
 };
 

@@ -56,6 +56,19 @@ TEST(SettingsInForce, blockWithoutFrequencies_hasNoAxis) {
     EXPECT_FALSE(SettingsInForce().axis());
 }
 
+TEST(SettingsInForce, blockOfAUnitThatDidNotAnswer_hasNoAxis) {
+    for (const QStringList &lines :
+         {QStringList{"MonitorMode 1", "Span -1", "Centre 145500000"},
+          QStringList{"MonitorMode 1", "Span 10000000", "Centre -1"},
+          QStringList{"MonitorMode 3", "Start -1", "Step 12500"},
+          QStringList{"MonitorMode 3", "Start 144000000", "Step -1"},
+          QStringList{"MonitorMode -1", "Span 10000000", "Centre 145500000"}}) {
+        RecordingText text;
+        EXPECT_FALSE(settingsOf(text.block(kDay).block(kDay, lines)).axis())
+            << lines.join(' ').toStdString();
+    }
+}
+
 TEST(SettingsInForce, lonelyLine_replacesItsOwnKey) {
     RecordingText text;
     text.block(kDay).line("RBW 4");
