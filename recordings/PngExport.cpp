@@ -18,6 +18,8 @@
 
 #include <algorithm>
 #include <array>
+#include <numeric>
+#include <optional>
 #include <utility>
 
 namespace veldron {
@@ -46,12 +48,23 @@ void needApplication() {
     }
 }
 
-/// The level that half of the counted ones don't exceed.
-int medianOf(const WaterfallRaster::Counts &counts) {
-    quint64 total = 0;
-    for (const quint64 count : counts) {
-        total += count;
-    }
+using Counts = WaterfallRaster::Counts;
+
+bool isThere(quint64 count) {
+    return count > 0;
+}
+
+// Levels of a column, for one where some were counted.
+int weakestOf(const Counts &counts) {
+    return static_cast<int>(std::find_if(counts.begin(), counts.end(), isThere) - counts.begin());
+}
+int strongestOf(const Counts &counts) {
+    return static_cast<int>(counts.rend() - std::find_if(counts.rbegin(), counts.rend(), isThere)) -
+           1;
+}
+/// The one that half of them don't exceed.
+int medianOf(const Counts &counts) {
+    const quint64 total = std::accumulate(counts.begin(), counts.end(), quint64{0});
     quint64 below = 0;
     int raw = 0;
     while (raw < 255 && (below += counts.at(static_cast<std::size_t>(raw))) * 2 < total) {
@@ -59,6 +72,14 @@ int medianOf(const WaterfallRaster::Counts &counts) {
     }
     return raw;
 }
+
+struct Curve {
+    int (*levelOf)(const Counts &);
+    quint32 colour;
+};
+/// In the order in which they are drawn: where they meet, the last one shows.
+constexpr std::array kCurves{Curve{weakestOf, ChartColours::kFrame}, Curve{medianOf, kMedianColour},
+                             Curve{strongestOf, ChartColours::kPeak}};
 
 QRect placed(const PictureAxes::Label &label, QSize size) {
     using Anchor = PictureAxes::Label::Anchor;
@@ -113,9 +134,26 @@ QImage withColourTable(const QImage &picture) {
     return indexed;
 }
 
-void drawCurve(QImage &picture, const QRect &area, int column, std::ptrdiff_t raw, quint32 colour) {
-    const int y = LevelScale().rowOf(static_cast<int>(raw), area.top(), area.bottom());
-    picture.setPixel(area.left() + column, qBound(area.top(), y, area.bottom()), toRgb(colour));
+/// Each column reaches as far as the one before it, so that a steep slope has no holes.
+void drawCurve(QImage &picture, const QRect &area, const WaterfallRaster &raster,
+               const Curve &curve) {
+    std::optional<int> before;
+    for (int column = 0; column < area.width(); ++column) {
+        const Counts &counts = raster.counts(column);
+        if (std::none_of(counts.begin(), counts.end(), isThere)) {
+            before.reset();
+            continue;
+        }
+        const int y =
+            qBound(area.top(), LevelScale().rowOf(curve.levelOf(counts), area.top(), area.bottom()),
+                   area.bottom());
+        const int from = before.value_or(y);
+        const int join = from < y ? from + 1 : from > y ? from - 1 : y;
+        for (int at = qMin(y, join); at <= qMax(y, join); ++at) {
+            picture.setPixel(area.left() + column, at, toRgb(curve.colour));
+        }
+        before = y;
+    }
 }
 
 } // namespace
@@ -185,19 +223,8 @@ void PngExport::drawWaterfall(QImage &picture, const QRect &area) const {
 }
 
 void PngExport::drawTrace(QImage &picture, const QRect &area) const {
-    for (int column = 0; column < area.width(); ++column) {
-        const WaterfallRaster::Counts &counts = m_raster->counts(column);
-        const auto isThere = [](quint64 count) {
-            return count > 0;
-        };
-        const auto weakest = std::find_if(counts.begin(), counts.end(), isThere);
-        if (weakest == counts.end()) {
-            continue;
-        }
-        const auto strongest = std::find_if(counts.rbegin(), counts.rend(), isThere);
-        drawCurve(picture, area, column, weakest - counts.begin(), ChartColours::kFrame);
-        drawCurve(picture, area, column, medianOf(counts), kMedianColour);
-        drawCurve(picture, area, column, counts.rend() - strongest - 1, ChartColours::kPeak);
+    for (const Curve &curve : kCurves) {
+        drawCurve(picture, area, *m_raster, curve);
     }
 }
 
@@ -214,7 +241,9 @@ void PngExport::drawAxes(QImage &picture, const PictureLayout &layout) const {
     for (const PlannedLine &line : axes.lines) {
         painter.fillRect(PixelSurface::lineArea(line.from, line.to), QColor(toRgb(line.colour)));
     }
-    QFont font = painter.font();
+    // The default font may have serifs, which are hard to read at this size.
+    QFont font(QStringLiteral("sans-serif"));
+    font.setStyleHint(QFont::SansSerif);
     font.setPixelSize(kFontHeight);
     painter.setFont(font);
     painter.setPen(QColor(toRgb(ChartColours::kAxis)));

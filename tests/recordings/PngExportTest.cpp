@@ -10,6 +10,7 @@
 #include <QDir>
 
 #include <algorithm>
+#include <numeric>
 
 namespace veldron {
 namespace {
@@ -247,6 +248,48 @@ TEST_F(PngExportTest, trace_showsStrongestMedianAndWeakest) {
     EXPECT_EQ(picture.at(0, rowOf(62)), 0x0000FF00U);
     EXPECT_EQ(picture.at(0, rowOf(90)), 0x0000FFFFU);
     EXPECT_EQ(picture.at(0, rowOf(61)), 0U);
+}
+
+/// The rows of the trace in which the curve of the strongest levels stands at \a x.
+std::vector<int> peakRows(const Picture &picture, int x) {
+    std::vector<int> rows;
+    for (int y = 0; y < 101; ++y) {
+        if (picture.at(x, y) == 0x0000FFFFU) {
+            rows.push_back(y);
+        }
+    }
+    return rows;
+}
+
+std::vector<int> rowsBetween(int from, int to) {
+    std::vector<int> rows(static_cast<std::size_t>(to - from) + 1);
+    std::iota(rows.begin(), rows.end(), from);
+    return rows;
+}
+
+TEST_F(PngExportTest, curvesOfTheTrace_haveNoHoles) {
+    const Picture picture =
+        bare(text().scan(QTime(9, 0), {60, 90, 50, 50}).bytes, "4x303", {"--trace"});
+    const auto rowOf = [](int raw) {
+        return LevelScale().rowOf(raw, 0, 100);
+    };
+    EXPECT_EQ(peakRows(picture, 0), rowsBetween(rowOf(60), rowOf(60)));
+    EXPECT_EQ(peakRows(picture, 1), rowsBetween(rowOf(90), rowOf(60) - 1));
+    EXPECT_EQ(peakRows(picture, 2), rowsBetween(rowOf(90) + 1, rowOf(50)));
+    EXPECT_EQ(peakRows(picture, 3), rowsBetween(rowOf(50), rowOf(50)));
+}
+
+TEST_F(PngExportTest, curvesOfTheTrace_endWhereNothingWasMeasured) {
+    RecordingText recording = text();
+    recording.scan(QTime(9, 0), {60, 60});
+    recording.block(kDay, {"MonitorMode 3", "Start 140593750", "Step 31250", "End 140625000"});
+    recording.scan(QTime(9, 1), {90, 90});
+    const Picture picture = bare(recording.bytes, "5x303", {"--trace"});
+    const int low = LevelScale().rowOf(60, 0, 100);
+    const int high = LevelScale().rowOf(90, 0, 100);
+    EXPECT_EQ(peakRows(picture, 1), rowsBetween(low, low));
+    EXPECT_EQ(peakRows(picture, 2), std::vector<int>());
+    EXPECT_EQ(peakRows(picture, 3), rowsBetween(high, high));
 }
 
 TEST_F(PngExportTest, whatCannotBeDrawn_isAnErrorWithoutAFile) {
