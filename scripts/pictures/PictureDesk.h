@@ -45,6 +45,8 @@ public:
     [[nodiscard]] PictureDialogs &dialogs() { return m_dialogs; }
     /// The unit answers or is silent.
     void setUnitThere(bool there) { m_unitThere = there; }
+    /// The unit itself, for what is set at it by hand.
+    [[nodiscard]] Unit &unit() { return m_unit; }
     /// The reply to \a command is disturbed from now on.
     void garble(const QString &command) { m_garbled = command; }
     /// Makes a fresh window, searches the ports and connects.

@@ -2,10 +2,11 @@
 // Makes the pictures of the manual: the program's own window with the simulated unit, in the scenes
 // below. Time, scene, font and style are fixed, so that the same tools give the same bytes.
 //
-// Usage: make_pictures FOLDER [light|dark POINTS]   (in an empty folder, which the recording goes
-// to)
+// Usage: make_pictures FOLDER [light|dark POINTS]   (in an empty folder, which recordings go to)
+//        make_pictures recording
 //
-// With colours and a size of letters it shows instead how the program looks under these.
+// With colours and a size of letters it shows instead how the program looks under these. The last
+// form draws nothing and records band.rec, which the manual's examples are about.
 #include "scripts/pictures/PictureDesk.h"
 
 #include "app/StatusPanels.h"
@@ -310,6 +311,26 @@ void looks(PictureDesk &desk) {
     lastWords(desk);
 }
 
+/// A recording with what recordings have: scans that come faster than seconds, settings that were
+/// changed at the unit, and a unit that was away for a while.
+void recordBand(PictureDesk &desk) {
+    startFull(desk, 2.4);
+    desk.pickDialog("mnuSettingsComms",
+                    [&](QDialog &dialog) { desk.pickRow("cboPoll", 0, &dialog); });
+    desk.dialogs().file = QStringLiteral("band.rec");
+    desk.pick("mnuFileRecord");
+    desk.run(10.0);
+    desk.setUnitThere(false);
+    desk.run(6.0);
+    desk.setUnitThere(true);
+    desk.run(4.0);
+    if (!desk.unit().setByHand("WSSP2")) {
+        qFatal("the unit does not take the span");
+    }
+    desk.run(10.0);
+    desk.pick("mnuFileRecord");
+}
+
 void manual(PictureDesk &desk) {
     firstStart(desk);
     trouble(desk);
@@ -357,7 +378,8 @@ int main(int argc, char **argv) {
     const QApplication application(argc, argv);
     QCoreApplication::setApplicationVersion(QStringLiteral(VELDRON_VERSION));
     if (argc != 2 && argc != 4) {
-        std::fprintf(stderr, "usage: make_pictures FOLDER [light|dark POINTS]\n");
+        std::fprintf(
+            stderr, "usage: make_pictures FOLDER [light|dark POINTS] or make_pictures recording\n");
         return 2;
     }
     using namespace veldron;
@@ -367,6 +389,8 @@ int main(int argc, char **argv) {
     PictureDesk desk(QString::fromLocal8Bit(argv[1]));
     if (argc == 4) {
         looks(desk);
+    } else if (QLatin1String(argv[1]) == QLatin1String("recording")) {
+        recordBand(desk);
     } else {
         manual(desk);
     }
