@@ -117,6 +117,13 @@ TEST_F(TextFileTest, everyByteValueButLineEnds_survivesWritingAndReading) {
     EXPECT_TRUE(reader.atEnd());
 }
 
+TEST_F(TextFileTest, newReader_hasReadNoLine) {
+    const TextFileReader reader = reading("one\r\ntwo");
+    EXPECT_EQ(reader.lastLineLength(), 0);
+    EXPECT_EQ(reader.lineNumber(), 0);
+    EXPECT_FALSE(reader.lastLineEnded());
+}
+
 TEST_F(TextFileTest, veryLongLine_keepsItsStartAndTellsItsLength) {
     TextFileReader reader = reading(QByteArray(200000, 'y') + "\r\nnext");
     EXPECT_EQ(reader.readLine().size(), TextFileReader::kLongestLine);
