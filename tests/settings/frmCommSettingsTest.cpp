@@ -72,6 +72,14 @@ TEST_F(FrmCommSettingsTest, creation_isEmptyAndUnchanged) {
     EXPECT_EQ(list("cboPoll")->currentIndex(), -1);
 }
 
+TEST_F(FrmCommSettingsTest, lists_standTwelvePixelsBehindTheirLabels) {
+    const auto endOf = [this](const char *name) {
+        return m_form.findChild<QLabel *>(QLatin1String(name))->geometry().right() + 1;
+    };
+    EXPECT_EQ(ports()->x(), endOf("Label2") + 12);
+    EXPECT_EQ(list("cboPoll")->x(), endOf("Label3") + 12);
+}
+
 TEST_F(FrmCommSettingsTest, texts_areThoseOfTheDialog) {
     EXPECT_EQ(m_form.windowTitle(), "Communication Settings");
     EXPECT_EQ(m_form.findChild<QLabel *>("Label2")->text(), "Serial Port");
