@@ -73,6 +73,17 @@ TEST_F(FrmSplashTest, controls_standInTheFrame) {
     }
 }
 
+TEST_F(FrmSplashTest, controls_standWithinEvenMargins) {
+    QRect controls;
+    for (const QLabel *control : frame()->findChildren<QLabel *>()) {
+        controls = controls.united(control->geometry());
+    }
+    EXPECT_GT(controls.left(), 10);
+    EXPECT_EQ(frame()->width() - 1 - controls.right(), controls.left());
+    EXPECT_GT(controls.top(), 10);
+    EXPECT_EQ(frame()->height() - 1 - controls.bottom(), controls.top());
+}
+
 TEST_F(FrmSplashTest, builtInPicture_hasSixteenColoursAndItsSize) {
     const QImage picture(":/veldron/splash.png");
     EXPECT_EQ(picture.size(), QSize(2146, 972));
