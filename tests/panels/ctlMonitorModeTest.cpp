@@ -49,6 +49,14 @@ TEST(CtlMonitorModeMade, freshPanel_isInSpectrumModeWithAllNumbersZero) {
     EXPECT_EQ(panel.findChild<QComboBox *>("cboMonitorMode")->currentText(), "Spectrum");
 }
 
+TEST(CtlMonitorModeMade, lastColumn_endsAtTheMargin) {
+    ctlMonitorMode panel(failingGuard());
+    panel.show();
+    const QRect first = panel.findChild<QWidget *>("cboMonitorMode")->geometry();
+    const QRect last = panel.findChild<QWidget *>("cboStep")->geometry();
+    EXPECT_EQ(panel.width() - 1 - last.right(), first.left());
+}
+
 TEST_F(CtlMonitorMode, controls_haveTheirLabelsAndRows) {
     EXPECT_EQ(label("Label1"), "Monitor mode");
     EXPECT_EQ(label("Label2"), "Span");
