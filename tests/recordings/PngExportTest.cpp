@@ -184,6 +184,15 @@ TEST_F(PngExportTest, frequencies_areCutOutAndWidened) {
               coloursOf({0, 0, 50}));
 }
 
+TEST_F(PngExportTest, frequencyWithALetter_countsToItsLastDigit) {
+    const QByteArray recording = text().scan(QTime(9, 0), {50, 60, 70, 80, 90}).bytes;
+    for (const char *low : {"140500k", "140.5M", "0.1405G"}) {
+        EXPECT_EQ(bare(recording, "3x1", {"--low", low, "--high", "140562.5k"}).row(0),
+                  coloursOf({50, 60, 70}))
+            << low;
+    }
+}
+
 TEST_F(PngExportTest, newSettings_moveTheLevels) {
     RecordingText recording = text();
     recording.scan(QTime(9, 0), {50, 60, 70});
