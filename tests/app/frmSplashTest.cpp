@@ -118,6 +118,7 @@ TEST_F(FrmSplashTest, image_isDrawnInEachPixelOfADenseDisplay) {
     auto environment = QProcessEnvironment::systemEnvironment();
     environment.insert("QT_SCALE_FACTOR", "2");
     environment.remove("GTEST_TOTAL_SHARDS");
+    environment.remove("GTEST_SHARD_INDEX");
     QProcess dense;
     dense.setProcessEnvironment(environment);
     dense.setProcessChannelMode(QProcess::MergedChannels);
