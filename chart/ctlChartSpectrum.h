@@ -178,7 +178,6 @@ private:
     void layOutAxes(const ChartLayout &layout);
     /// Paints the surface and brings what changed to the window.
     void paintPicture(const ChartLayout &layout);
-    void showMarker();
     void placePlayLine(const ChartLayout &layout);
 
     // Marker and pointer.

@@ -102,18 +102,10 @@ void ctlChartSpectrum::paintPicture(const ChartLayout &layout) {
                               m_waterfall});
     if (layout.plotWidth() > 1) {
         // Lines are placed before the window is scrolled, which repaints what it moved of them.
-        showMarker();
+        UpdateMarkerLabel();
         placePlayLine(layout);
     }
     Picture1->Refresh(change);
-}
-
-void ctlChartSpectrum::showMarker() {
-    Line1->showIf(m_marker.isEnabled());
-    if (lblMarker->isHidden() == m_marker.isEnabled()) {
-        lblMarker->setVisible(m_marker.isEnabled());
-    }
-    UpdateMarkerLabel();
 }
 
 void ctlChartSpectrum::placePlayLine(const ChartLayout &layout) {
