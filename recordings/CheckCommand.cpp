@@ -6,8 +6,6 @@
 #include "recordings/PlaybackJudge.h"
 #include "recordings/RecordingRun.h"
 
-#include <CLI/CLI.hpp>
-
 #include <algorithm>
 #include <optional>
 
@@ -65,8 +63,8 @@ private:
 
 } // namespace
 
-void CheckCommand::addTo(CLI::App &options) {
-    options.add_option("FILE", m_files, "The recordings, - for standard input")->required();
+void CheckCommand::addTo(CommandLine &options) {
+    options.option("FILE", m_files, "The recordings, - for standard input").required();
     m_dates.addTo(options);
     m_locale.addTo(options);
 }

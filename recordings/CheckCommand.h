@@ -14,7 +14,7 @@ namespace veldron {
 /// the others from being checked.
 class CheckCommand : public HistoryCommand {
 public:
-    void addTo(CLI::App &options) override;
+    void addTo(CommandLine &options) override;
     ExitCode run(Console &console) override;
 
 private:

@@ -8,8 +8,6 @@
 #include "recordings/CommandError.h"
 #include "recordings/TimeForms.h"
 
-#include <CLI/CLI.hpp>
-
 #include <QFile>
 #include <QLocale>
 #include <QTime>
@@ -28,11 +26,11 @@ DateOrder orderOfLocale() {
 
 } // namespace
 
-void DateOptions::addTo(CLI::App &options) {
+void DateOptions::addTo(CommandLine &options) {
     options
-        .add_option("--date-order", order,
-                    "Order of day, month and year in the recording: dmy, mdy or ymd")
-        ->check(CLI::IsMember({"dmy", "mdy", "ymd"}));
+        .option("--date-order", order,
+                "Order of day, month and year in the recording: dmy, mdy or ymd")
+        .oneOf({"dmy", "mdy", "ymd"});
 }
 
 RecordingDates::Rules DateOptions::rules() const {
@@ -47,11 +45,11 @@ RecordingDates::Rules DateOptions::rules() const {
     return rules;
 }
 
-void LocaleOption::addTo(CLI::App &options) {
+void LocaleOption::addTo(CommandLine &options) {
     options
-        .add_option("--locale", name,
-                    "Locale that playback runs under, such as de_DE (default: this machine's)")
-        ->type_name("NAME");
+        .option("--locale", name,
+                "Locale that playback runs under, such as de_DE (default: this machine's)")
+        .called("NAME");
 }
 
 QLocale LocaleOption::locale() const {
@@ -68,10 +66,9 @@ QLocale LocaleOption::locale() const {
     return locale;
 }
 
-void OutputOptions::addTo(CLI::App &options) {
-    options.add_option("-o,--output", path, "File to write, - for standard output")
-        ->type_name("OUT");
-    options.add_flag("--force", force, "Replace a file that is there already");
+void OutputOptions::addTo(CommandLine &options) {
+    options.option("-o,--output", path, "File to write, - for standard output").called("OUT");
+    options.flag("--force", force, "Replace a file that is there already");
 }
 
 std::unique_ptr<OutputFile> OutputOptions::open(const std::string &byDefault,
@@ -92,10 +89,10 @@ std::unique_ptr<OutputFile> OutputOptions::open(const std::string &byDefault,
     return std::make_unique<OutputFile>(target, force);
 }
 
-void TimeWindow::addTo(CLI::App &options) {
-    options.add_option("--from", from, "First moment: 2005-03-21 14:00:00, 2005-03-21 or 14:00")
-        ->type_name("TIME");
-    options.add_option("--to", to, "First moment that is left out, like --from")->type_name("TIME");
+void TimeWindow::addTo(CommandLine &options) {
+    options.option("--from", from, "First moment: 2005-03-21 14:00:00, 2005-03-21 or 14:00")
+        .called("TIME");
+    options.option("--to", to, "First moment that is left out, like --from").called("TIME");
 }
 
 TimeWindow::Bound TimeWindow::read(const std::string &text) {

@@ -3,6 +3,7 @@
 // command's options and then holds what the user gave.
 #pragma once
 
+#include "recordings/CommandLine.h"
 #include "recordings/Console.h"
 #include "recordings/OutputFile.h"
 #include "recordings/RecordingDates.h"
@@ -17,15 +18,11 @@
 #include <string>
 #include <vector>
 
-namespace CLI {
-class App;
-}
-
 namespace veldron {
 
 /// --date-order.
 struct DateOptions {
-    void addTo(CLI::App &options);
+    void addTo(CommandLine &options);
     /// What the user knows, and otherwise the order of the present locale.
     [[nodiscard]] RecordingDates::Rules rules() const;
 
@@ -35,7 +32,7 @@ struct DateOptions {
 
 /// --locale: whose texts playback would read.
 struct LocaleOption {
-    void addTo(CLI::App &options);
+    void addTo(CommandLine &options);
     /// The named one, or that of the machine. CommandError(WrongUsage) for a name that is none.
     [[nodiscard]] QLocale locale() const;
 
@@ -44,7 +41,7 @@ struct LocaleOption {
 
 /// -o and --force.
 struct OutputOptions {
-    void addTo(CLI::App &options);
+    void addTo(CommandLine &options);
     /// Opens what the user named, or \a byDefault. UntrappedError(File) if that is the recording
     /// \a input itself.
     [[nodiscard]] std::unique_ptr<OutputFile> open(const std::string &byDefault,
@@ -65,7 +62,7 @@ struct OutputOptions {
 /// day, so each pass over a file takes a copy of its own.
 class TimeWindow {
 public:
-    void addTo(CLI::App &options);
+    void addTo(CommandLine &options);
     /// Reads the two texts. CommandError(WrongUsage) for one that is no time.
     void parse();
     /// Whether \a scan lies in it. Scans are asked in the order of the file: times of day without a

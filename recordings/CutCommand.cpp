@@ -5,8 +5,6 @@
 #include "recordings/RecordingWriter.h"
 #include "recordings/ScanFinder.h"
 
-#include <CLI/CLI.hpp>
-
 namespace veldron {
 
 namespace {
@@ -97,8 +95,8 @@ private:
 
 } // namespace
 
-void CutCommand::addTo(CLI::App &options) {
-    options.add_option("FILE", m_file, "The recording, - for standard input")->required();
+void CutCommand::addTo(CommandLine &options) {
+    options.option("FILE", m_file, "The recording, - for standard input").required();
     m_window.addTo(options);
     m_output.addTo(options);
     m_dates.addTo(options);

@@ -12,7 +12,7 @@ namespace veldron {
 /// in front of the first one stand the settings that count there.
 class CutCommand : public HistoryCommand {
 public:
-    void addTo(CLI::App &options) override;
+    void addTo(CommandLine &options) override;
     ExitCode run(Console &console) override;
 
 private:

@@ -6,8 +6,6 @@
 #include "recordings/NetcdfExport.h"
 #include "recordings/OutputFile.h"
 
-#include <CLI/CLI.hpp>
-
 #include <QStringList>
 
 #include <algorithm>
@@ -73,44 +71,41 @@ std::optional<Hertz> frequencyOf(const std::string &text) {
 
 } // namespace
 
-void ExportCommand::addTo(CLI::App &options) {
-    options.add_option("FILE", m_file, "The recording, - for standard input")->required();
-    CLI::Option_group *const form = options.add_option_group("Form");
-    CLI::Option *const csv = form->add_flag(
+void ExportCommand::addTo(CommandLine &options) {
+    options.option("FILE", m_file, "The recording, - for standard input").required();
+    CommandLine form = options.choice("Form");
+    const DeclaredOption csv = form.flag(
         "--csv", m_csv, "A row a scan: date, time, low Hz, high Hz, Hz step, samples, dB, dB, ...");
-    form->add_flag("--netcdf", m_netcdf, "netCDF-4 for xarray and others, beside the recording");
-    CLI::Option *const png =
-        form->add_flag("--png", m_png, "The waterfall as a picture, beside the recording");
-    form->require_option(1);
-    options.add_flag("--long", m_long, "With --csv, a row a level: local time, frequency, level")
-        ->needs(csv);
+    form.flag("--netcdf", m_netcdf, "netCDF-4 for xarray and others, beside the recording");
+    const DeclaredOption png =
+        form.flag("--png", m_png, "The waterfall as a picture, beside the recording");
+    options.flag("--long", m_long, "With --csv, a row a level: local time, frequency, level")
+        .needs(csv);
     addPictureOptions(options, png);
     m_window.addTo(options);
     m_output.addTo(options);
     m_dates.addTo(options);
 }
 
-void ExportCommand::addPictureOptions(CLI::App &options, CLI::Option *png) {
-    options.add_option("--size", m_size, "With --png, width and height in pixels")
-        ->type_name("WxH")
-        ->capture_default_str()
-        ->needs(png);
-    options.add_option("--low", m_low, "With --png, frequency at the left: 145500000 or 145.5M")
-        ->type_name("HZ")
-        ->needs(png);
-    options.add_option("--high", m_high, "With --png, frequency at the right")
-        ->type_name("HZ")
-        ->needs(png);
+void ExportCommand::addPictureOptions(CommandLine &options, const DeclaredOption &png) {
+    options.option("--size", m_size, "With --png, width and height in pixels")
+        .called("WxH")
+        .showDefault()
+        .needs(png);
+    options.option("--low", m_low, "With --png, frequency at the left: 145500000 or 145.5M")
+        .called("HZ")
+        .needs(png);
+    options.option("--high", m_high, "With --png, frequency at the right").called("HZ").needs(png);
     options
-        .add_option("--colours", m_colours,
-                    "With --png, the colour scheme; otherwise that of the recording")
-        ->check(CLI::IsMember(std::vector<std::string>(kSchemes.begin(), kSchemes.end())))
-        ->needs(png);
+        .option("--colours", m_colours,
+                "With --png, the colour scheme; otherwise that of the recording")
+        .oneOf(std::vector<std::string>(kSchemes.begin(), kSchemes.end()))
+        .needs(png);
     options
-        .add_flag("--trace", m_trace,
-                  "With --png, the strongest, median and weakest level over the time")
-        ->needs(png);
-    options.add_flag("--no-axes", m_noAxes, "With --png, nothing but the waterfall")->needs(png);
+        .flag("--trace", m_trace,
+              "With --png, the strongest, median and weakest level over the time")
+        .needs(png);
+    options.flag("--no-axes", m_noAxes, "With --png, nothing but the waterfall").needs(png);
 }
 
 std::string ExportCommand::outputByDefault() const {

@@ -9,10 +9,6 @@
 #include <memory>
 #include <string>
 
-namespace CLI {
-class Option;
-}
-
 namespace veldron {
 
 /// `export`: a recording in the form of other programs, one of CSV, netCDF and PNG.
@@ -21,12 +17,12 @@ namespace veldron {
 /// first to find out what there is to show.
 class ExportCommand : public HistoryCommand {
 public:
-    void addTo(CLI::App &options) override;
+    void addTo(CommandLine &options) override;
     ExitCode run(Console &console) override;
 
 private:
     /// Those that only make sense with \a png.
-    void addPictureOptions(CLI::App &options, CLI::Option *png);
+    void addPictureOptions(CommandLine &options, const DeclaredOption &png);
     /// Standard output for CSV, otherwise a file beside the recording. CommandError(WrongUsage)
     /// where the recording comes from standard input, and so has no name, and the user gave none.
     [[nodiscard]] std::string outputByDefault() const;

@@ -2,11 +2,8 @@
 #pragma once
 
 #include "recordings/CommandError.h"
+#include "recordings/CommandLine.h"
 #include "recordings/Console.h"
-
-namespace CLI {
-class App;
-}
 
 namespace veldron {
 
@@ -19,7 +16,7 @@ public:
     virtual ~HistoryCommand() = default;
 
     /// Adds what the command takes to \a options, which writes into members of the command.
-    virtual void addTo(CLI::App &options) = 0;
+    virtual void addTo(CommandLine &options) = 0;
     /// Does it, behind addTo() and the reading of the command line. Results go to files and to
     /// standard output, messages to \a console. Ends by a CommandError, or by an UntrappedError for
     /// a file that can't be read or written, where it can't.

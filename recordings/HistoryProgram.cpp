@@ -3,13 +3,13 @@
 
 #include "common/UntrappedError.h"
 #include "recordings/CommandError.h"
+#include "recordings/CommandLine.h"
 #include "recordings/Commands.h"
 #include "recordings/Console.h"
 
-#include <CLI/CLI.hpp>
-
 #include <exception>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,17 +23,17 @@ constexpr const char *kExitCodes =
     "command line.";
 
 struct Entry {
-    CLI::App *options;
+    CommandLine options;
     std::unique_ptr<HistoryCommand> command;
 };
 
-std::vector<Entry> addCommands(CLI::App &program) {
+std::vector<Entry> addCommands(ProgramCommandLine &program) {
     std::vector<Entry> entries;
     for (const CommandRow &row : commandRows()) {
-        CLI::App *const options = program.add_subcommand(row.name, row.summary);
-        options->footer(std::string("Example: ") + row.example);
+        CommandLine options =
+            program.addCommand(row.name, row.summary, std::string("Example: ") + row.example);
         std::unique_ptr<HistoryCommand> command = row.make();
-        command->addTo(*options);
+        command->addTo(options);
         entries.push_back({options, std::move(command)});
     }
     return entries;
@@ -41,7 +41,7 @@ std::vector<Entry> addCommands(CLI::App &program) {
 
 int runChosen(const std::vector<Entry> &entries, Console &console) {
     for (const Entry &entry : entries) {
-        if (entry.options->parsed()) {
+        if (entry.options.isNamed()) {
             return static_cast<int>(entry.command->run(console));
         }
     }
@@ -51,17 +51,12 @@ int runChosen(const std::vector<Entry> &entries, Console &console) {
 } // namespace
 
 int runHistoryProgram(int argc, char **argv) {
-    CLI::App program("Reads recordings of VELDRON without loss and hands them on.",
-                     "veldron-history");
-    program.require_subcommand(1);
-    program.set_version_flag("--version", VELDRON_VERSION);
-    program.footer(kExitCodes);
+    ProgramCommandLine program("veldron-history",
+                               "Reads recordings of VELDRON without loss and hands them on.",
+                               VELDRON_VERSION, kExitCodes);
     const std::vector<Entry> entries = addCommands(program);
-    try {
-        program.parse(argc, argv);
-    } catch (const CLI::ParseError &error) {
-        // Help and version come this way too, with 0.
-        return program.exit(error) == 0 ? 0 : static_cast<int>(ExitCode::WrongUsage);
+    if (const std::optional<int> code = program.read(argc, argv)) {
+        return *code;
     }
     Console console;
     try {

@@ -6,13 +6,11 @@
 #include "recordings/RecordingSummary.h"
 #include "recordings/SummaryTexts.h"
 
-#include <CLI/CLI.hpp>
-
 namespace veldron {
 
-void InfoCommand::addTo(CLI::App &options) {
-    options.add_option("FILE", m_file, "The recording, - for standard input")->required();
-    options.add_flag("--json", m_json, "For scripts: one JSON object");
+void InfoCommand::addTo(CommandLine &options) {
+    options.option("FILE", m_file, "The recording, - for standard input").required();
+    options.flag("--json", m_json, "For scripts: one JSON object");
     m_dates.addTo(options);
     m_locale.addTo(options);
 }

@@ -12,7 +12,7 @@ namespace veldron {
 /// error.
 class InfoCommand : public HistoryCommand {
 public:
-    void addTo(CLI::App &options) override;
+    void addTo(CommandLine &options) override;
     ExitCode run(Console &console) override;
 
 private:

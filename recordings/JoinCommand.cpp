@@ -5,8 +5,6 @@
 #include "recordings/RecordingWriter.h"
 #include "recordings/ScanFinder.h"
 
-#include <CLI/CLI.hpp>
-
 #include <algorithm>
 #include <utility>
 
@@ -153,8 +151,8 @@ private:
 
 } // namespace
 
-void JoinCommand::addTo(CLI::App &options) {
-    options.add_option("FILE", m_files, "The recordings in their order")->required();
+void JoinCommand::addTo(CommandLine &options) {
+    options.option("FILE", m_files, "The recordings in their order").required();
     m_output.addTo(options);
     m_dates.addTo(options);
 }

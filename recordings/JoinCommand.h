@@ -15,7 +15,7 @@ namespace veldron {
 /// the end of the one in front is told.
 class JoinCommand : public HistoryCommand {
 public:
-    void addTo(CLI::App &options) override;
+    void addTo(CommandLine &options) override;
     ExitCode run(Console &console) override;
 
 private:

@@ -4,15 +4,13 @@
 #include "recordings/RecordingRepair.h"
 #include "recordings/RecordingRun.h"
 
-#include <CLI/CLI.hpp>
-
 namespace veldron {
 
-void RepairCommand::addTo(CLI::App &options) {
-    options.add_option("IN", m_file, "The recording, - for standard input; it stays as it is")
-        ->required();
-    options.add_option("OUT", m_output.path, "The copy to write")->required();
-    options.add_flag("--force", m_output.force, "Replace a file that is there already");
+void RepairCommand::addTo(CommandLine &options) {
+    options.option("IN", m_file, "The recording, - for standard input; it stays as it is")
+        .required();
+    options.option("OUT", m_output.path, "The copy to write").required();
+    options.flag("--force", m_output.force, "Replace a file that is there already");
     m_dates.addTo(options);
     m_locale.addTo(options);
 }

@@ -11,7 +11,7 @@ namespace veldron {
 /// `repair`: a copy that playback shows to its end, with a list of every line that was changed.
 class RepairCommand : public HistoryCommand {
 public:
-    void addTo(CLI::App &options) override;
+    void addTo(CommandLine &options) override;
     ExitCode run(Console &console) override;
 
 private:
