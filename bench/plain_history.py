@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Reads a recording the plain way, line by line, and exports it: plain_history.py csv|netcdf|png IN OUT
+"""Reads a recording the plain way, line by line: plain_history.py check|csv|netcdf|png IN OUT
 
 What veldron-history is measured against. It knows only recordings whose levels look like no line
 end, and one stretch of settings.
@@ -24,6 +24,11 @@ def read(path):
                 times.append(datetime.datetime.combine(day, clock))
                 scans.append(numpy.frombuffer(levels, numpy.uint8))
     return times, scans
+
+
+def check(times, scans, target):
+    with open(target, "w") as out:
+        out.write(f"{len(scans)} scans from {times[0]} to {times[-1]}\n")
 
 
 def csv(times, scans, target):
