@@ -27,21 +27,22 @@ bool endsLine(char byte) {
     return byte == '\r' || byte == '\n';
 }
 
-QString countOfBytes(qint64 count) {
-    return count == 1 ? QStringLiteral("1 byte") : QStringLiteral("%1 bytes").arg(count);
-}
-
-QString textOfSkipped(Kind kind, qint64 count) {
+QString reasonToSkip(Kind kind) {
     switch (kind) {
     case Kind::CutScan:
-        return QStringLiteral("the file ends in the middle of a scan (%1 skipped)")
-            .arg(countOfBytes(count));
+        return QStringLiteral("the file ends in the middle of a scan");
     case Kind::BadScan:
-        return QStringLiteral("a scan without a time of day where one must be (%1 skipped)")
-            .arg(countOfBytes(count));
+        return QStringLiteral("a scan without a time of day where one must be");
     default:
-        return QStringLiteral("neither a scan nor a setting (%1 skipped)").arg(countOfBytes(count));
+        return QStringLiteral("neither a scan nor a setting");
     }
+}
+
+QString textOfSkipped(Kind kind, qint64 offset, qint64 count) {
+    return QStringLiteral("%1 (%2 %3 at offset %4 skipped)")
+        .arg(reasonToSkip(kind), QString::number(count),
+             count == 1 ? QStringLiteral("byte") : QStringLiteral("bytes"),
+             QString::number(offset));
 }
 
 } // namespace
@@ -221,8 +222,8 @@ void RecordingReader::skipToWholeLine(Kind kind) {
     }
     const qint64 count = m_window.place().offset - start.offset;
     const bool isCut = kind == Kind::BadScan && found < 0 && count < kLongestCut;
-    report(isCut ? Kind::CutScan : kind, start, textOfSkipped(isCut ? Kind::CutScan : kind, count),
-           count);
+    const Kind told = isCut ? Kind::CutScan : kind;
+    report(told, start, textOfSkipped(told, start.offset, count), count);
 }
 
 } // namespace veldron

@@ -45,7 +45,9 @@ TEST_F(CheckCommandTest, whatPlaybackPassesOver_isToldAndPlays) {
     put("a.rec", text.scans(QTime(10, 0), 2).line("a remark").scans(QTime(10, 1), 2).bytes);
     const Result result = check({"a.rec"});
     EXPECT_EQ(result.code, 0);
-    EXPECT_EQ(result.out, "a.rec:14: neither a scan nor a setting (10 bytes skipped)\n");
+    EXPECT_EQ(result.out, "a.rec:14: neither a scan nor a setting (10 bytes at offset " +
+                              QByteArray::number(begun().scans(QTime(10, 0), 2).bytes.size()) +
+                              " skipped)\n");
 }
 
 TEST_F(CheckCommandTest, localeOfAnotherCountry_doesNotPlay) {

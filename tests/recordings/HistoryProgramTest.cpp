@@ -106,7 +106,8 @@ TEST_F(HistoryProgram, skippedBytes_areToldWithFileAndLine) {
     put("a.rec", recording() + "Data cut");
     const Result result = run({"info", "a.rec"});
     EXPECT_EQ(result.code, 1);
-    EXPECT_EQ(result.error, "a.rec:15: the file ends in the middle of a scan (8 bytes skipped)\n");
+    EXPECT_EQ(result.error, "a.rec:15: the file ends in the middle of a scan (8 bytes at offset " +
+                                QByteArray::number(recording().size()) + " skipped)\n");
 }
 
 TEST_F(HistoryProgram, fullOutput_isAnError) {

@@ -55,7 +55,8 @@ TEST_F(RecordingRunTest, wholeRecording_isDone) {
 TEST_F(RecordingRunTest, skippedBytes_areToldAndMakeItPartly) {
     EXPECT_EQ(read(begun().line("Nonsense").scans(QTime(9, 1), 1).bytes), ExitCode::Partly);
     EXPECT_EQ(m_counter.scans, 4);
-    EXPECT_EQ(m_console.said(), "a.rec:15: neither a scan nor a setting (10 bytes skipped)\n");
+    EXPECT_EQ(m_console.said(), "a.rec:15: neither a scan nor a setting (10 bytes at offset " +
+                                    QByteArray::number(begun().bytes.size()) + " skipped)\n");
 }
 
 TEST_F(RecordingRunTest, dates_makeItPartlyWhereOneIsWrong) {

@@ -47,7 +47,8 @@ TEST_F(RepairCommandTest, scansThatPlaybackCannotShow_areLeftOut) {
     EXPECT_EQ(result.out,
               "a.rec:13: scan left out: it has the time of the first scan\n"
               "a.rec:14: scan left out: 325 levels are more than playback reads\n"
-              "a.rec:16: left out: the file ends in the middle of a scan (8 bytes skipped)\n");
+              "a.rec:16: left out: the file ends in the middle of a scan (8 bytes at offset " +
+                  QByteArray::number(text.bytes.size()) + " skipped)\n");
     EXPECT_EQ(content("b.rec"), begun().scan(kTen).scan(kTen.addSecs(2)).bytes);
 }
 
