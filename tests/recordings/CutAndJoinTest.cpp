@@ -72,6 +72,14 @@ TEST_F(CutAndJoin, partBehindMidnight_hasItsOwnDate) {
     EXPECT_EQ(cutAndJoined(text.bytes, "2006-01-01"), text.bytes);
 }
 
+TEST_F(CutAndJoin, blockWithADateAboveTheCut_leavesTheDateInFrontAsItWas) {
+    RecordingText text = begun();
+    text.scan(QTime(23, 59, 59)).block(kDay.addDays(1), {"Poll 500"}).scan(QTime(0, 0));
+    put("a.rec", text.bytes);
+    EXPECT_EQ(cut("a.rec", {"--from", "2005-03-22"}),
+              begun().block(kDay.addDays(1), {"Poll 500"}).scan(QTime(0, 0)).bytes);
+}
+
 TEST_F(CutAndJoin, emptyWindow_makesNoFile) {
     put("a.rec", begun().scans(QTime(10, 0), 3).bytes);
     const Result result = run({"cut", "--from", "12:00", "a.rec", "-o", "b.rec"});
@@ -126,6 +134,35 @@ TEST_F(CutAndJoin, laterDayWithTheSameSettings_keepsItsDate) {
                 QStringList{"Palette 2", "MarkerOn True"} + RecordingText::unitLines());
     put("b.rec", other.scans(QTime(11, 0), 2).bytes);
     EXPECT_TRUE(join({"a.rec", "b.rec"}).contains("StartSettings 24/03/2005\r\nPoll 1000"));
+}
+
+TEST_F(CutAndJoin, otherSettingsOfTheSameDay_areKept) {
+    put("a.rec", begun().scans(QTime(10, 0), 2).bytes);
+    RecordingText other;
+    put("b.rec", other.block(kDay, {"Poll 250"}).scans(QTime(11, 0), 2).bytes);
+    EXPECT_EQ(
+        join({"a.rec", "b.rec"}),
+        begun().scans(QTime(10, 0), 2).block(kDay, {"Poll 250"}).scans(QTime(11, 0), 2).bytes);
+}
+
+TEST_F(CutAndJoin, settingsWithoutAScanBehindThem_areKept) {
+    put("a.rec", begun().scans(QTime(10, 0), 2).bytes);
+    RecordingText other;
+    put("b.rec", other.block(kDay, {"Poll 250"}).bytes);
+    EXPECT_EQ(join({"a.rec", "b.rec"}),
+              begun().scans(QTime(10, 0), 2).block(kDay, {"Poll 250"}).bytes);
+    put("b.rec", begun().bytes);
+    EXPECT_EQ(join({"a.rec", "b.rec"}), begun().scans(QTime(10, 0), 2).bytes);
+}
+
+TEST_F(CutAndJoin, timesOfTwoForms_areRefused) {
+    put("a.rec", begun().scans(QTime(10, 0), 2).bytes);
+    put("b.rec", begun().line("Data " + QString(321, 'a') + " 11.00.00").bytes);
+    const Result result = run({"join", "a.rec", "b.rec", "-o", "c.rec"});
+    EXPECT_EQ(result.code, 3);
+    EXPECT_EQ(result.error,
+              "b.rec:14: the times have another form than above, so these can't be joined\n");
+    EXPECT_EQ(content("c.rec"), "no file");
 }
 
 TEST_F(CutAndJoin, lastLineWithoutEnd_getsOne) {

@@ -67,6 +67,23 @@ TEST_F(HistoryProgram, completion_offersEveryCommandAndOption) {
     }
 }
 
+TEST_F(HistoryProgram, manPage_hasEveryCommandAndExitCode) {
+    const Result page = shell(VELDRON_DOCS "/man/make-history-page " + program() + " 1 2026-01-01");
+    EXPECT_EQ(page.code, 0);
+    const QByteArray text = QByteArray(page.out).replace('\\', "").replace('\n', ' ');
+    for (const CommandRow &row : commandRows()) {
+        EXPECT_TRUE(text.contains(QByteArray(".SS ") + row.name + ' ')) << row.name;
+        EXPECT_TRUE(text.contains(row.example)) << row.name;
+    }
+    const QByteArray codes = text.mid(text.indexOf(".SH EXIT STATUS")).chopped(10);
+    for (const char *code :
+         {" 0 done (check: the recording plays to its end)",
+          " 1 parts were skipped (check: playback would end early)", " 2 not a recording",
+          " 3 a file can(aqt be read or written", " 64 wrong command line."}) {
+        EXPECT_TRUE(codes.contains(code)) << code << " in " << codes.constData();
+    }
+}
+
 TEST_F(HistoryProgram, version_isTheProjects) {
     EXPECT_EQ(run({"--version"}).out, "1.0.0\n");
 }
@@ -117,6 +134,27 @@ TEST_F(HistoryProgram, fullOutput_isAnError) {
     EXPECT_TRUE(result.error.contains("No space left on device")) << result.error.constData();
 }
 
+TEST_F(HistoryProgram, progress_isShownOnATerminalOnly) {
+    put("a.rec", recording());
+    // What comes behind more than a second of waiting is what the program draws its bar for.
+    put("slow.py", "import os, pty, subprocess, sys, time\n"
+                   "ours, terminal = pty.openpty()\n"
+                   "runs = [subprocess.Popen([sys.argv[1], 'check', '-'], stderr=error,\n"
+                   "                         stdin=subprocess.PIPE, stdout=subprocess.DEVNULL)\n"
+                   "        for error in (terminal, subprocess.PIPE)]\n"
+                   "for pause, part in (0, open('a.rec', 'rb').read()), (1.2, b'RBW 2\\r\\n'):\n"
+                   "    time.sleep(pause)\n"
+                   "    for run in runs:\n"
+                   "        run.stdin.write(part)\n"
+                   "        run.stdin.flush()\n"
+                   "piped = runs[1].communicate()[1]\n"
+                   "runs[0].communicate()\n"
+                   "print(os.read(ours, 1000), piped)\n");
+    const QByteArray shown = shell(VELDRON_PYTHON " slow.py " + program()).out;
+    EXPECT_TRUE(shown.startsWith("b'\\r0 MB\\x1b[K")) << shown.constData();
+    EXPECT_TRUE(shown.endsWith("\\r\\x1b[K' b''\n")) << shown.constData();
+}
+
 TEST_F(HistoryProgram, interrupt_leavesNoHalfFile) {
     put("a.rec", recording());
     const QDir folder(m_folder.path());
@@ -124,6 +162,8 @@ TEST_F(HistoryProgram, interrupt_leavesNoHalfFile) {
     for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
         QProcess process;
         process.setWorkingDirectory(folder.path());
+        // One that is ignored where the tests run, as under nohup, stays ignored in the program.
+        process.setChildProcessModifier([signal] { ::signal(signal, SIG_DFL); });
         process.start(program(), {"cut", "-", "-o", "b.rec"});
         ASSERT_TRUE(process.waitForStarted());
         // The input stays open, so that the program waits for more when the signal comes.

@@ -73,6 +73,36 @@ TEST_F(InfoCommandTest, json_hasTheSameForScripts) {
     EXPECT_EQ(second["settings"].toObject()["MonitorMode"].toString(), "3");
 }
 
+TEST_F(InfoCommandTest, median_isThatOfAllLevels) {
+    RecordingText text;
+    text.block(QDate(2005, 3, 21)).scan(QTime(9, 0), {92, 52, 82}).scan(QTime(9, 0, 1), {62, 72});
+    EXPECT_EQ(json(text.bytes, 0)["levels_db"],
+              (QJsonObject{{"least", -80}, {"median", -60}, {"most", -40}}));
+    EXPECT_TRUE(run({"info", "-"}, text.bytes).out.contains("-80 to -40 dB, median -60 dB\n"));
+}
+
+TEST_F(InfoCommandTest, dateOrder_isAssumedWithAWarningOrGiven) {
+    RecordingText text;
+    put("a.rec", text.block(QDate(2005, 2, 3)).scans(QTime(9, 0), 2).bytes);
+    const auto told = [this](const QString &locale, const QString &options) {
+        Result result = shell("LC_ALL=" + locale + ' ' + program() + " info a.rec" + options);
+        EXPECT_EQ(result.code, 0);
+        return result.error + result.out.mid(result.out.indexOf("from")).left(23);
+    };
+    const QByteArray warning =
+        "a.rec:2: day and month of \"03/02/2005\" can't be told apart, taken for ";
+    EXPECT_EQ(told("en_GB", ""), warning + "2005-02-03\nfrom        2005-02-03 ");
+    EXPECT_EQ(told("en_US", ""), warning + "2005-03-02\nfrom        2005-03-02 ");
+    EXPECT_EQ(told("en_US", " --date-order dmy"), "from        2005-02-03 ");
+    EXPECT_EQ(told("en_GB", " --date-order mdy"), "from        2005-03-02 ");
+    EXPECT_TRUE(run({"info", "a.rec"})
+                    .out.contains("day and month can't be told apart; --date-order decides\n"));
+    const Result none = run({"info", "a.rec", "--date-order", "ymd"});
+    EXPECT_EQ(none.code, 1);
+    EXPECT_EQ(none.error,
+              "a.rec:2: \"03/02/2005\" is no date of the form that this recording has\n");
+}
+
 TEST_F(InfoCommandTest, whatWasSkipped_isInTheListAndInTheCode) {
     RecordingText text = recording();
     const QJsonObject object = json(text.line("Nonsense").scan(QTime(9, 2)).bytes, 1);

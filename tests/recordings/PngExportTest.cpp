@@ -276,6 +276,15 @@ std::vector<int> rowsBetween(int from, int to) {
     return rows;
 }
 
+TEST_F(PngExportTest, medianOfAnEvenNumber_isTheLowerOfTheTwo) {
+    RecordingText recording = text();
+    for (const int level : {60, 90, 61, 70}) {
+        recording.scan(QTime(9, 0).addSecs(level), {static_cast<quint8>(level)});
+    }
+    const Picture picture = bare(recording.bytes, "1x303", {"--trace"});
+    EXPECT_EQ(picture.at(0, LevelScale().rowOf(61, 0, 100)), 0x0000FF00U);
+}
+
 TEST_F(PngExportTest, curvesOfTheTrace_haveNoHoles) {
     const Picture picture =
         bare(text().scan(QTime(9, 0), {60, 90, 50, 50}).bytes, "4x303", {"--trace"});

@@ -49,6 +49,24 @@ TEST_F(RecordingSummaryTest, levels_leaveFailedTransfersOut) {
     EXPECT_EQ(got.level(1.0), 30);
 }
 
+TEST_F(RecordingSummaryTest, levelOfAShare_isTheLastOneAtOrBelowIt) {
+    struct Case {
+        LevelScan levels;
+        double share;
+        int level;
+    };
+    for (const Case &row : {Case{{30, 10, 20, 40}, 0.5, 20}, Case{{30, 10, 20, 40}, 0.34, 20},
+                            Case{{30, 10, 20, 40}, 0.32, 10}, Case{{30, 10, 20, 40}, 0.67, 30},
+                            Case{{50, 10, 40, 20, 30}, 0.5, 30}, Case{{7, 7, 7, 200}, 0.99, 7},
+                            Case{{0, 0, 255}, 0.5, 0}, Case{{0, 0, 255}, 1.0, 255}}) {
+        RecordingSummary got{DateTimeText(QLocale::c())};
+        MemorySource source(begun().scan(kTen, row.levels).bytes);
+        RecordingReader(source, got).read();
+        got.finish();
+        EXPECT_EQ(got.level(row.share), row.level) << row.share;
+    }
+}
+
 TEST_F(RecordingSummaryTest, pauses_areGapsFromThreePollsOn) {
     RecordingText text = begun(); // a poll a second
     text.scan(kTen).scan(kTen.addSecs(3)).scan(kTen.addSecs(7)).scan(kTen.addSecs(107));
