@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "recordings/ExportCommand.h"
 
-#include "recordings/ByteSource.h"
 #include "recordings/CsvExport.h"
 #include "recordings/NetcdfExport.h"
 #include "recordings/OutputFile.h"
+#include "recordings/RepeatableInput.h"
 
 #include <QStringList>
 
@@ -149,12 +149,8 @@ ExitCode ExportCommand::run(Console &console) {
 
 ExitCode ExportCommand::exportPicture(Console &console) {
     const PictureOptions options = pictureOptions();
-    if (!FileSource(m_file).size()) {
-        throw CommandError(ExitCode::FileError,
-                           nameForMessages(m_file) +
-                               QStringLiteral(": a picture takes two passes, and so a file"));
-    }
     const std::unique_ptr<OutputFile> out = m_output.open(outputByDefault(), m_file);
+    const RepeatableInput input(m_file, console);
     RecordingExtent extent(m_file, m_window, console);
     const ExitCode code = readRecording(m_file, m_dates.rules(), extent, console);
     extent.finish();
@@ -162,6 +158,7 @@ ExitCode ExportCommand::exportPicture(Console &console) {
         throw CommandError(ExitCode::Partly,
                            nameForMessages(m_file) + QStringLiteral(": nothing to draw"));
     }
+    input.rewind();
     PngExport picture(m_file, m_window, console, *out, options, extent);
     (void)readRecording(m_file, m_dates.rules(), picture, console);
     picture.writePicture();

@@ -13,8 +13,8 @@ namespace veldron {
 
 /// `export`: a recording in the form of other programs, one of CSV, netCDF and PNG.
 ///
-/// CSV and netCDF take one pass, so the recording may come from a pipe. A picture takes two, the
-/// first to find out what there is to show.
+/// CSV and netCDF take one pass. A picture takes two, the first to find out what there is to show,
+/// for which a pipe is copied to a temporary file.
 class ExportCommand : public HistoryCommand {
 public:
     void addTo(CommandLine &options) override;
