@@ -109,7 +109,7 @@ struct NetcdfFile::OpenGroup {
     std::deque<Packed> packed;
 };
 
-NetcdfFile::NetcdfFile(const OutputFile &out) : m_out(out) {
+NetcdfFile::NetcdfFile(OutputFile &out) : m_out(out) {
     // A file that was given up stays open: closing it would write again what just failed, at the
     // end of the program too.
     (void)H5dont_atexit();

@@ -40,7 +40,7 @@ public:
     };
 
     /// Begins the file at the library's path of \a out, which outlives it.
-    explicit NetcdfFile(const OutputFile &out);
+    explicit NetcdfFile(OutputFile &out);
     NetcdfFile(const NetcdfFile &) = delete;
     NetcdfFile &operator=(const NetcdfFile &) = delete;
     /// Gives the file up unless it was closed.

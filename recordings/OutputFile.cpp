@@ -4,6 +4,7 @@
 #include "common/FileReplacement.h"
 #include "recordings/SystemError.h"
 
+#include <QDir>
 #include <QFile>
 
 #include <algorithm>
@@ -133,11 +134,12 @@ void OutputFile::openTemporary(bool force) {
 OutputFile::~OutputFile() {
     m_writer.reset();
     if (!m_temporary.empty()) {
-        ::unlink(m_temporary.c_str());
-        temporaryToRemove[0] = '\0';
+        removeTemporary();
     }
-    if (m_descriptor >= 0) {
-        ::close(m_descriptor);
+    for (const int descriptor : {m_descriptor, m_standIn}) {
+        if (descriptor >= 0) {
+            ::close(descriptor);
+        }
     }
 }
 
@@ -212,19 +214,46 @@ void OutputFile::flush() {
     }
 }
 
-std::string OutputFile::libraryPath() const {
+std::string OutputFile::libraryPath() {
     if (m_temporary.empty()) {
-        throw UntrappedError(UntrappedError::Kind::File,
-                             QFile::decodeName(m_path.c_str()) +
-                                 QStringLiteral(": this format needs a file"));
+        openStandIn();
     }
     return m_temporary;
+}
+
+void OutputFile::openStandIn() {
+    const SignalsHeldBack heldBack;
+    m_temporary = QFile::encodeName(QDir::tempPath()).toStdString() + "/veldron.XXXXXX";
+    m_standIn = ::mkostemp(m_temporary.data(), O_CLOEXEC);
+    if (m_standIn < 0) {
+        m_temporary.clear();
+        throw systemError(QDir::tempPath(), errno);
+    }
+    removeWhenEnded(m_temporary);
+}
+
+void OutputFile::copyStandIn() {
+    while (const ssize_t count = ::read(m_standIn, m_block.data(), m_block.size())) {
+        if (count < 0) {
+            fail(errno, 0);
+        }
+        check(BackgroundWriter::writeAll(m_descriptor, {m_block.data(), count}));
+    }
+    removeTemporary();
+}
+
+void OutputFile::removeTemporary() {
+    ::unlink(m_temporary.c_str());
+    m_temporary.clear();
+    temporaryToRemove[0] = '\0';
 }
 
 void OutputFile::commit() {
     flush();
     m_writer.reset();
-    if (!m_temporary.empty()) {
+    if (m_standIn >= 0) {
+        copyStandIn();
+    } else if (!m_temporary.empty()) {
         // The content before the name: a power cut in between leaves the old file.
         if (::fsync(m_descriptor) != 0 || ::rename(m_temporary.c_str(), m_target.c_str()) != 0) {
             fail(errno, 0);

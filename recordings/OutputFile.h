@@ -43,14 +43,18 @@ public:
     void commit();
 
     /// Where a library that writes by itself shall write; commit() then names what it has left
-    /// there. A pipe or device has none: an UntrappedError.
-    [[nodiscard]] std::string libraryPath() const;
+    /// there, or copies it to the pipe or device that this is.
+    [[nodiscard]] std::string libraryPath();
     [[nodiscard]] const std::string &path() const { return m_path; }
     [[nodiscard]] bool isStandardOutput() const { return m_path == "-"; }
 
 private:
     void openTemporary(bool force);
     void openDirectly();
+    /// A file for a library, in place of the pipe or device.
+    void openStandIn();
+    void copyStandIn();
+    void removeTemporary();
     void giveBlock();
     void flush();
     void check(const std::optional<BackgroundWriter::Failure> &failure) const;
@@ -60,6 +64,7 @@ private:
     std::string m_target;    ///< what the path leads to through links
     std::string m_temporary; ///< empty where the output has its name already
     int m_descriptor = -1;
+    int m_standIn = -1; ///< the temporary file where the output is a pipe or device
     // The block in hand, and how many bytes stand in front of it.
     std::vector<char> m_block;
     std::size_t m_filled = 0;
