@@ -6,8 +6,11 @@
 #include <gtest/gtest.h>
 
 #include <QDate>
+#include <QTime>
 
 #include <algorithm>
+#include <utility>
+#include <vector>
 
 namespace veldron {
 namespace {
@@ -70,6 +73,45 @@ TEST(PictureAxes, times_standOnTheClock) {
     ASSERT_EQ(axes.timeRows.size(), 5U);
     EXPECT_EQ(axes.timeRows[0], 24 + 29 * 346 / 600);
     EXPECT_EQ(axes.timeRows[4], 24 + 509 * 346 / 600);
+}
+
+/// What a label covers, as wide as letters of the picture's font are at most.
+QRect boxOf(const PictureAxes::Label &label) {
+    QRect box(0, 0, 8 * static_cast<int>(label.text.size()), 14);
+    box.moveCenter(label.at);
+    if (label.anchor == PictureAxes::Label::Anchor::Right) {
+        box.moveRight(label.at.x());
+    }
+    return box;
+}
+
+TEST(PictureAxes, textsOfADay_haveRoomBesideEachOther) {
+    for (const QSize size : {QSize(1280, 800), QSize(2560, 1600)}) {
+        for (const bool hasTrace : {false, true}) {
+            const PictureAxes axes =
+                axesOf(size, kNoon - kSecondsPerDay / 2, kSecondsPerDay, hasTrace);
+            std::vector<QRect> taken;
+            for (const PictureAxes::Label &label : axes.labels) {
+                const QRect box = boxOf(label);
+                EXPECT_TRUE(QRect({0, 0}, size).contains(box)) << label.text.toStdString();
+                EXPECT_TRUE(std::none_of(taken.begin(), taken.end(), [&](const QRect &other) {
+                    return other.intersects(box);
+                })) << label.text.toStdString();
+                taken.push_back(box);
+            }
+        }
+    }
+}
+
+TEST(PictureAxes, timesOfADay_areWholeHours) {
+    for (const auto &[height, hours] : {std::pair(800, 2), std::pair(1600, 1)}) {
+        const PictureAxes axes = axesOf({1280, height}, kNoon - kSecondsPerDay / 2, kSecondsPerDay);
+        QStringList expected{"2005-03-21"};
+        for (int hour = hours; hour < 24; hour += hours) {
+            expected.prepend(QTime(hour, 0).toString("HH:mm"));
+        }
+        EXPECT_EQ(textsOf(axes, PictureAxes::Label::Anchor::Right), expected) << height;
+    }
 }
 
 TEST(PictureAxes, midnight_isADate) {

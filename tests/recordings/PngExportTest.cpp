@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <numeric>
+#include <set>
 
 namespace veldron {
 namespace {
@@ -242,6 +243,27 @@ TEST_F(PngExportTest, frame_hasItsCornersAndNothingBeyond) {
     EXPECT_EQ(picture.at(88, 23), kBlack);
     EXPECT_EQ(picture.at(89, 22), kBlack);
     EXPECT_EQ(picture.at(89, 371), kBlack);
+}
+
+TEST_F(PngExportTest, textsOfADay_areNotCutOff) {
+    RecordingText recording = text();
+    for (int minute = 0; minute < 24 * 60; minute += 10) {
+        recording.scan(QTime(minute / 60, minute % 60));
+    }
+    for (const QSize size : {QSize(1280, 800), QSize(2560, 1600)}) {
+        const Picture picture = exported(
+            recording.bytes,
+            {"--trace", "--size", QStringLiteral("%1x%2").arg(size.width()).arg(size.height())});
+        ASSERT_EQ(picture.width, size.width());
+        std::set<quint32> edge;
+        for (int x = 0; x < size.width(); ++x) {
+            edge.insert({picture.at(x, 0), picture.at(x, size.height() - 1)});
+        }
+        for (int y = 0; y < size.height(); ++y) {
+            edge.insert({picture.at(0, y), picture.at(size.width() - 1, y)});
+        }
+        EXPECT_EQ(edge, std::set<quint32>{0}) << size.width();
+    }
 }
 
 TEST_F(PngExportTest, trace_showsStrongestMedianAndWeakest) {
