@@ -46,7 +46,9 @@ public:
 } // namespace
 
 Disk &systemDisk() {
-    static SystemDisk disk;
+    // Never destroyed: settings are saved by an exit handler too, when the display server is gone,
+    // and that one runs behind the destructors of whatever was made after it was set.
+    static SystemDisk &disk = *new SystemDisk;
     return disk;
 }
 

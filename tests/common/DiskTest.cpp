@@ -3,11 +3,15 @@
 
 #include "tests/support/PlainUser.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
+
+#include <cstdio>
+#include <cstdlib>
 
 #include <unistd.h>
 
@@ -61,6 +65,23 @@ TEST_F(DiskTest, folderThatMayNotBeRead_isNoError) {
     }
     QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     EXPECT_EQ(error, "");
+}
+
+void flushBehindTheDestructors() {
+    const QString why = systemDisk().forceName(QDir::temp().filePath(QStringLiteral("name")));
+    std::fprintf(stderr, "flushed %s\n", qPrintable(why));
+}
+
+TEST(DiskDeathTest, exitHandlerOlderThanTheDisk_stillFlushes) {
+    // In a process of its own, where nobody has asked for the disk yet.
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(
+        {
+            std::atexit(flushBehindTheDestructors);
+            (void)systemDisk();
+            std::exit(0);
+        },
+        testing::ExitedWithCode(0), "flushed \n");
 }
 
 } // namespace
