@@ -30,6 +30,9 @@ using Bytes = std::vector<unsigned char>;
 constexpr int kDeflateLevel = 1;
 /// Chunks that are compressed at a time, at most: each takes its size twice.
 constexpr unsigned kMostThreads = 4;
+/// A smaller chunk is compressed and written at once: many groups that each keep some under way
+/// take more memory than that saves time.
+constexpr std::size_t kWorthAThread = 65536;
 /// So many attributes of an object stand in its header. Beyond that they need a heap of their own.
 constexpr unsigned kHeaderAttributes = 40;
 /// Bytes of the file's own structure that the library keeps. In memory they take some twenty times
@@ -279,10 +282,11 @@ void NetcdfFile::flush(OpenGroup &group, bool isLast) {
     if (group.packed.size() == kThreads) {
         writeOldest(group);
     }
+    const bool isSmall = group.chunkRows * group.levelCount < kWorthAThread;
     // What is waited for right away needs no thread, of which a recording with many short stretches
     // would start thousands.
     const std::launch policy =
-        isLast && group.packed.empty() ? std::launch::deferred : std::launch::async;
+        isSmall || (isLast && group.packed.empty()) ? std::launch::deferred : std::launch::async;
     // The last chunk is a whole one too.
     Bytes chunk = std::exchange(group.levels, {});
     chunk.resize(group.chunkRows * group.levelCount);
@@ -292,6 +296,9 @@ void NetcdfFile::flush(OpenGroup &group, bool isLast) {
                             })});
     group.begun += rows;
     group.times.clear();
+    if (isSmall) {
+        writeOldest(group);
+    }
 }
 
 void NetcdfFile::writeTimes(OpenGroup &group) const {

@@ -33,6 +33,21 @@ protected:
         EXPECT_EQ(result.code, 0) << result.error.constData();
         return result.out;
     }
+    /// KiB of memory that the export of a.rec, \a recording, takes at its peak.
+    [[nodiscard]] int peakOf(const QByteArray &recording) const {
+        put("a.rec", recording);
+        // A sanitized program keeps what it has freed for a while, unless it is told not to.
+        const Result result =
+            shell(QStringLiteral("ASAN_OPTIONS=quarantine_size_mb=2 " VELDRON_PYTHON
+                                 " -c 'import os, sys\n"
+                                 "os.spawnv(os.P_WAIT, sys.argv[1], sys.argv[1:])\n"
+                                 "import resource\n"
+                                 "print(resource.getrusage(resource.RUSAGE_CHILDREN)"
+                                 ".ru_maxrss)' ") +
+                  program() + " export --netcdf a.rec --force");
+        EXPECT_EQ(result.error, "");
+        return result.out.toInt();
+    }
     [[nodiscard]] QByteArray groups() const {
         return shell(QStringLiteral("ncdump -h a.nc | sed -n 's/^group: \\(.*\\) {/\\1/p'")).out;
     }
@@ -234,26 +249,14 @@ TEST_F(NetcdfExportTest, standardOutput_getsTheSameFile) {
 }
 
 TEST_F(NetcdfExportTest, thousandsOfStretches_takeNoMoreMemoryThanAHundred) {
-    RecordingText recording;
-    // A sanitized program keeps what it has freed for a while, unless it is told not to.
-    const auto peak = [&](int stretches) {
-        recording = RecordingText();
+    const auto peak = [this](int stretches) {
+        RecordingText recording;
         for (int i = 0; i < stretches; ++i) {
             recording.block(kDay, QStringList("Span 10000000")
                                       << QStringLiteral("Centre %1").arg(100000000 + i));
             recording.scan(QTime(9, 0).addSecs(i), scanOf(i, 100));
         }
-        put("a.rec", recording.bytes);
-        const Result result =
-            shell(QStringLiteral("ASAN_OPTIONS=quarantine_size_mb=2 " VELDRON_PYTHON
-                                 " -c 'import os, sys\n"
-                                 "os.spawnv(os.P_WAIT, sys.argv[1], sys.argv[1:])\n"
-                                 "import resource\n"
-                                 "print(resource.getrusage(resource.RUSAGE_CHILDREN)"
-                                 ".ru_maxrss)' ") +
-                  program() + " export --netcdf a.rec --force");
-        EXPECT_EQ(result.error, "");
-        return result.out.toInt();
+        return peakOf(recording.bytes);
     };
     const int few = peak(100);
     EXPECT_GT(few, 10000);
@@ -264,6 +267,19 @@ TEST_F(NetcdfExportTest, thousandsOfStretches_takeNoMoreMemoryThanAHundred) {
                      "last = groups['stretch_2000']\n"
                      "print(last.Centre, last['levels'][0, :3].tolist())\n"),
               "2000 stretch_2000\n100001999.0 [37.0, 38.0, 39.0]\n");
+}
+
+TEST_F(NetcdfExportTest, scansOfAllLengths_takeLittleMemory) {
+    const auto peak = [this](int lengths) {
+        RecordingText recording = text();
+        for (int i = 0; i < 130 * lengths; ++i) {
+            recording.scan(QTime(9, 0).addSecs(i % 3600), scanOf(i, 1 + i % lengths));
+        }
+        return peakOf(recording.bytes);
+    };
+    const int one = peak(1);
+    EXPECT_GT(one, 10000);
+    EXPECT_LT(peak(325) - one, 30000);
 }
 
 TEST_F(NetcdfExportTest, output_standsBesideTheRecording) {
