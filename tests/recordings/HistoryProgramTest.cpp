@@ -136,19 +136,23 @@ TEST_F(HistoryProgram, fullOutput_isAnError) {
 
 TEST_F(HistoryProgram, progress_isShownOnATerminalOnly) {
     put("a.rec", recording());
-    // What comes behind more than a second of waiting is what the program draws its bar for.
-    put("slow.py", "import os, pty, subprocess, sys, time\n"
+    // Both are fed until the one on the terminal has drawn its bar, as late as that may be.
+    put("slow.py", "import os, pty, select, subprocess, sys, time\n"
                    "ours, terminal = pty.openpty()\n"
                    "runs = [subprocess.Popen([sys.argv[1], 'check', '-'], stderr=error,\n"
                    "                         stdin=subprocess.PIPE, stdout=subprocess.DEVNULL)\n"
-                   "        for error in (terminal, subprocess.PIPE)]\n"
-                   "for pause, part in (0, open('a.rec', 'rb').read()), (1.2, b'RBW 2\\r\\n'):\n"
-                   "    time.sleep(pause)\n"
+                   "        for error in (subprocess.PIPE, terminal)]\n"
+                   "part = open('a.rec', 'rb').read()\n"
+                   "for tries in range(200):\n"
                    "    for run in runs:\n"
                    "        run.stdin.write(part)\n"
                    "        run.stdin.flush()\n"
-                   "piped = runs[1].communicate()[1]\n"
-                   "runs[0].communicate()\n"
+                   "    part = b'RBW 2\\r\\n'\n"
+                   "    if select.select([ours], [], [], 0.1)[0]:\n"
+                   "        break\n"
+                   "time.sleep(0.3)\n"
+                   "piped = runs[0].communicate(part)[1]\n"
+                   "runs[1].communicate()\n"
                    "print(os.read(ours, 1000), piped)\n");
     const QByteArray shown = shell(VELDRON_PYTHON " slow.py " + program()).out;
     EXPECT_TRUE(shown.startsWith("b'\\r0 MB\\x1b[K")) << shown.constData();
