@@ -277,9 +277,10 @@ TEST_F(NetcdfExportTest, scansOfAllLengths_takeLittleMemory) {
         }
         return peakOf(recording.bytes);
     };
+    // It takes 23,000, with the sanitizers 37,000; with small chunks under way it was 43,000.
     const int one = peak(1);
     EXPECT_GT(one, 10000);
-    EXPECT_LT(peak(325) - one, 30000);
+    EXPECT_LT(peak(325) - one, 40000);
 }
 
 TEST_F(NetcdfExportTest, output_standsBesideTheRecording) {
