@@ -131,13 +131,8 @@ void PlaybackEngine::Step(qint16 Direction) {
 /// A scan that is too long for the chart's present span is dropped.
 void PlaybackEngine::feedChart() {
     ctlChartSpectrum &chart = m_dependencies.holders.ctlChartSpectrum1;
-    const QTime time = scanTime();
-    try {
-        // Before the scan, which goes into the row that is open at its time.
-        chart.SetPlaybackTime(m_Scan->timeText, time);
-    } catch (const UntrappedError &error) {
-        throw atLastLine(error);
-    }
+    // Before the scan, which goes into the row that is open at its time.
+    chart.SetPlaybackTime(m_Scan->timeText, scanTime());
     const double expected =
         (chart.ScanStop() - chart.ScanStart()).toDouble() / chart.DataResolution().toDouble() + 1.0;
     if (expected >= static_cast<double>(m_Scan->levels.size()) - 1.0) {
