@@ -4,6 +4,8 @@
 
 #include "tests/support/HistoryFiles.h"
 
+#include <QProcess>
+
 #include <algorithm>
 
 namespace veldron {
@@ -63,6 +65,20 @@ TEST_F(PlaybackEngineBadFileTest, folderAndDevice_areRefused) {
         EXPECT_EQ(error->kind(), Kind::File);
         EXPECT_FALSE(m_fixture.session.InPlayback);
     }
+}
+
+/// Files of some file systems tell no size. Here it is the list of a process's arguments, of which
+/// the last is a recording.
+TEST_F(PlaybackEngineBadFileTest, fileWithoutASize_isUntrappedAtItsFirstScan) {
+    QProcess process;
+    process.start("/bin/sh", {"-c", "read line", '\n' + (head().mid(1) + scans(3)).join('\n')});
+    ASSERT_TRUE(process.waitForStarted());
+    m_fixture.dialogs.answer = QString("/proc/%1/cmdline").arg(process.processId());
+    expectError(errorOf([this] { m_fixture.playback.mnuFilePlayback(); }), Kind::DivideByZero,
+                "Line 10 of the file \"" + *m_fixture.dialogs.answer +
+                    "\": the file had no size when it was opened.");
+    process.closeWriteChannel();
+    EXPECT_TRUE(process.waitForFinished());
 }
 
 TEST_F(PlaybackEngineBadFileTest, fileWithoutAStartLine_hasNoDate) {
