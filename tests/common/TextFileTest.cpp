@@ -14,6 +14,8 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <optional>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -153,6 +155,19 @@ TEST_F(TextFileTest, missingFile_isAFileErrorThatNamesIt) {
     } catch (const UntrappedError &error) {
         EXPECT_EQ(error.kind(), UntrappedError::Kind::File);
         EXPECT_TRUE(error.message().contains(QStringLiteral("absent")));
+    }
+}
+
+TEST_F(TextFileTest, fileThatFailsWhileItIsRead_isAFileErrorThatNamesIt) {
+    // A file for the system, which can be opened, and whose first page nobody can read.
+    const QString path = QStringLiteral("/proc/self/mem");
+    TextFileReader reader(path);
+    try {
+        (void)reader.readLine();
+        FAIL();
+    } catch (const UntrappedError &error) {
+        EXPECT_EQ(error.kind(), UntrappedError::Kind::File);
+        EXPECT_EQ(error.message(), "Can't read the file \"" + path + "\": Input/output error");
     }
 }
 
@@ -320,6 +335,26 @@ TEST_F(TextFileTest, nameThatCanNotBeForced_isAFileErrorAfterTheChange) {
 
 TEST_F(TextFileTest, replacingWriterIntoAMissingFolder_isAFileError) {
     EXPECT_THROW(ReplacingTextFileWriter(path("no/such.set")), UntrappedError);
+}
+
+TEST_F(TextFileTest, noDescriptorLeftForTheNewFile_isAFileErrorWithTheReason) {
+    writeOld();
+    const int next = ::dup(STDIN_FILENO); // the lowest number that is free
+    ::close(next);
+    rlimit old{};
+    ::getrlimit(RLIMIT_NOFILE, &old);
+    const rlimit few{static_cast<rlim_t>(next), old.rlim_max};
+    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &few), 0);
+    QString told;
+    try {
+        ReplacingTextFileWriter writer(path("s.set"));
+    } catch (const UntrappedError &error) {
+        EXPECT_EQ(error.kind(), UntrappedError::Kind::File);
+        told = error.message();
+    }
+    ::setrlimit(RLIMIT_NOFILE, &old);
+    EXPECT_TRUE(told.endsWith("s.set\": Too many open files")) << qPrintable(told);
+    expectOldFileAlone();
 }
 
 // ---- what is no file
@@ -490,6 +525,48 @@ TEST_F(TextFileLinkTest, pipeUnderTheName_isRefused) {
     ASSERT_EQ(::mkfifo(QFile::encodeName(path("third/target")).constData(), 0600), 0);
     EXPECT_EQ(FileReplacement::of(path("first/link")).way, FileReplacement::Way::Refused);
     EXPECT_THROW(ReplacingTextFileWriter(path("first/link")), UntrappedError);
+}
+
+/// A file of root in a folder that nobody else may change: it is written in place.
+class TextFileInPlaceTest : public TextFileLinkTest {
+protected:
+    void SetUp() override {
+        write(path("third/target"), "old");
+        QFile::setPermissions(path("third/target"), QFile::Permissions(0x6666));
+        QFile::setPermissions(path("third"), QFile::Permissions(0x5555));
+        QFile::setPermissions(m_folder.path(), QFile::Permissions(0x7777));
+        {
+            const PlainUser user;
+            writer.emplace(path("third/target"), disk);
+        }
+        writer->writeLine(QStringLiteral("new"));
+    }
+    void TearDown() override { QFile::setPermissions(path("third"), QFile::Permissions(0x7777)); }
+    [[nodiscard]] QString errorOfTheCommit() {
+        const PlainUser user;
+        try {
+            writer->commit();
+        } catch (const UntrappedError &error) {
+            EXPECT_EQ(error.kind(), UntrappedError::Kind::File);
+            return error.message();
+        }
+        return QStringLiteral("no error");
+    }
+    BreakingDisk disk;
+    std::optional<ReplacingTextFileWriter> writer;
+};
+
+TEST_F(TextFileInPlaceTest, fileThatBecomesReadOnly_keepsItsContent) {
+    QFile::setPermissions(path("third/target"), QFile::Permissions(0x4444));
+    EXPECT_EQ(errorOfTheCommit(),
+              "Can't write the file \"" + path("third/target") + "\": Permission denied");
+    EXPECT_EQ(bytesOf(path("third/target")), "old");
+}
+
+TEST_F(TextFileInPlaceTest, contentThatCanNotBeForced_isAFileError) {
+    disk.contentError = QStringLiteral("the disk is gone");
+    EXPECT_EQ(errorOfTheCommit(),
+              "Can't write the file \"" + path("third/target") + "\": the disk is gone");
 }
 
 } // namespace
