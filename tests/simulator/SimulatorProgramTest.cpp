@@ -118,5 +118,49 @@ TEST_F(SimulatorProgram, wrongCommandLine_isRefusedWithAReason) {
     EXPECT_TRUE(m_process.readAllStandardError().startsWith("veldron-simulator: "));
 }
 
+TEST_F(SimulatorProgram, help_isPrintedWithoutAPort) {
+    m_process.start(QStringLiteral(VELDRON_SIMULATOR), {"--help"});
+    EXPECT_EQ(code(), 0);
+    EXPECT_TRUE(m_process.readAllStandardOutput().contains("--exit-on-eof"));
+}
+
+TEST_F(SimulatorProgram, logOrPortThatCannotBeMade_isToldWithTheReason) {
+    const struct {
+        QStringList options;
+        QString what;
+    } cases[] = {{{"--port", m_port, "--log", m_folder.path()}, m_folder.path()},
+                 {{"--port", m_folder.filePath("no/COM3")}, m_folder.filePath("no/COM3")}};
+    for (const auto &item : cases) {
+        m_process.start(QStringLiteral(VELDRON_SIMULATOR), item.options);
+        m_process.closeWriteChannel();
+        EXPECT_EQ(code(), 1);
+        const QByteArray told = m_process.readAllStandardError();
+        EXPECT_TRUE(told.startsWith("veldron-simulator: " + item.what.toLocal8Bit() + ": "))
+            << told.constData();
+        EXPECT_EQ(m_process.readAllStandardOutput(), "");
+    }
+}
+
+TEST_F(SimulatorProgram, programThatReadsNothing_findsOnlyWhatTheTerminalHolds) {
+    constexpr int kScans = 100;
+    start();
+    const int line = ::open(QFile::encodeName(m_port).constData(), O_RDWR | O_NOCTTY);
+    for (int i = 0; i < kScans; ++i) {
+        EXPECT_EQ(::write(line, "RIFD\r\n", 6), 6);
+    }
+    // Longer than the unit waits, with nothing that would wake it.
+    ::usleep(2500000);
+    qsizetype size = 0;
+    pollfd watched{line, POLLIN, 0};
+    std::array<char, 4096> buffer{};
+    while (::poll(&watched, 1, 300) > 0) {
+        size += ::read(line, buffer.data(), buffer.size());
+    }
+    ::close(line);
+    EXPECT_GT(size, 321);
+    EXPECT_LT(size, kScans * 321);
+    EXPECT_EQ(exchange("RSBW\r\n"), "SBW2 \r\n");
+}
+
 } // namespace
 } // namespace veldron

@@ -33,6 +33,11 @@ TEST_F(TrafficLogTest, scan_isSummedUpAndOnDemandInHex) {
     EXPECT_EQ(m_lines.last(), "= scan 2 bytes, 97 to 98, unended");
 }
 
+TEST_F(TrafficLogTest, image_isToldByItsSize) {
+    log(true).said({{}, {}, {}, "bytes"});
+    EXPECT_EQ(m_lines, QList<QByteArray>{"= image 5 bytes"});
+}
+
 TEST_F(TrafficLogTest, recordedScan_isWhatWentOverTheLine) {
     Unit unit;
     Faults faults;

@@ -9,9 +9,11 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/ioctl.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 namespace veldron {
@@ -73,6 +75,26 @@ TEST_F(UnitTerminalTest, fileInTheLinksPlace_isRefusedAndLeftAlone) {
     EXPECT_TRUE(terminal.error().startsWith(path)) << terminal.error().toStdString();
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_EQ(file.readAll(), "mine");
+}
+
+TEST_F(UnitTerminalTest, noDescriptorsLeft_isToldAndLeavesNothing) {
+    const int next = ::dup(STDIN_FILENO); // the lowest number that is free
+    ::close(next);
+    rlimit old{};
+    ::getrlimit(RLIMIT_NOFILE, &old);
+    // Enough for neither end, and for the unit's end alone.
+    for (const auto &[room, what] :
+         {std::pair(0, "no pseudo-terminal"), std::pair(1, "/dev/pts")}) {
+        const rlimit few{static_cast<rlim_t>(next + room), old.rlim_max};
+        ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &few), 0);
+        EXPECT_FALSE(terminal.plug());
+        ::setrlimit(RLIMIT_NOFILE, &old);
+        EXPECT_TRUE(terminal.error().startsWith(what)) << terminal.error().toStdString();
+        EXPECT_TRUE(terminal.error().endsWith(": Too many open files"));
+        EXPECT_FALSE(QFileInfo(path).isSymLink());
+        EXPECT_EQ(terminal.descriptor(), -1);
+    }
+    EXPECT_TRUE(terminal.plug());
 }
 
 TEST_F(UnitTerminalTest, staleLink_isReplaced) {
