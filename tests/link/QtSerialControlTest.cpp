@@ -4,11 +4,13 @@
 
 #include "link/frmVDR.h"
 #include "tests/link/PseudoTerminal.h"
+#include "tests/support/PlainUser.h"
 #include "tests/support/RecordingLinkHost.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 #include <QThread>
 
@@ -23,6 +25,7 @@
 #include <set>
 #include <sys/file.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <thread>
 #include <time.h>
 #include <unistd.h>
@@ -305,6 +308,17 @@ TEST_F(QtSerialControlTest, entryThatIsNoTerminal_is8012WithTheSystemsText) {
     ASSERT_TRUE(failure.has_value());
     EXPECT_EQ(failure->number, 8012);
     EXPECT_FALSE(failure->description.isEmpty());
+    EXPECT_FALSE(control.PortOpen());
+}
+
+TEST_F(QtSerialControlTest, terminalWithoutTheRightToUseIt_is70) {
+    ASSERT_EQ(::chmod(QFile::encodeName(terminal->path()).constData(), 0), 0);
+    ASSERT_EQ(::chmod(QFile::encodeName(QFileInfo(link()).path()).constData(), 0755), 0);
+    const PlainUser user;
+    const SerialControl::Result failure = open();
+    ASSERT_TRUE(failure.has_value());
+    EXPECT_EQ(failure->number, 70);
+    EXPECT_TRUE(failure->description.startsWith("Permission denied for " + terminal->path()));
     EXPECT_FALSE(control.PortOpen());
 }
 
