@@ -103,5 +103,32 @@ TEST_F(PictureBoxTest, secondClick_isADoubleClickAndNoPress) {
     EXPECT_EQ(doubled.count(), 1);
 }
 
+TEST_F(PictureBoxTest, secondClickOfAnotherButton_isAPress) {
+    QSignalSpy pressed(&box, &PictureBox::pressed);
+    QSignalSpy doubled(&box, &PictureBox::doubleClicked);
+    QTest::mouseDClick(&box, Qt::RightButton, {}, {5, 6});
+    ASSERT_GT(pressed.count(), 0);
+    EXPECT_EQ(pressed.last().at(0).toPoint(), QPoint(5, 6));
+    EXPECT_EQ(pressed.last().at(1).value<Qt::MouseButton>(), Qt::RightButton);
+    const auto before = pressed.count();
+    QTest::mousePress(&box, Qt::RightButton, {}, {5, 6});
+    EXPECT_EQ(pressed.count(), before + 1);
+    EXPECT_EQ(doubled.count(), 0);
+}
+
+TEST_F(PictureBoxTest, keysThatScrollNothing_areLeftToTheWindow) {
+    QSignalSpy scrolled(&box, &PictureBox::scrollKeyPressed);
+    for (const auto &[code, isTaken] :
+         {std::pair(Qt::Key_PageUp, true), std::pair(Qt::Key_PageDown, true),
+          std::pair(Qt::Key_Home, true), std::pair(Qt::Key_End, false),
+          std::pair(Qt::Key_A, false)}) {
+        scrolled.clear();
+        QKeyEvent key(QEvent::KeyPress, code, Qt::NoModifier);
+        QApplication::sendEvent(&box, &key);
+        EXPECT_EQ(key.isAccepted(), isTaken) << code;
+        EXPECT_EQ(scrolled.count(), isTaken ? 1 : 0) << code;
+    }
+}
+
 } // namespace
 } // namespace veldron

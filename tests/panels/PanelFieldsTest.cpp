@@ -158,6 +158,19 @@ TEST_F(PanelFieldsTest, pastedText_comesAsKeysToTheBoundFieldAlone) {
     EXPECT_EQ(unbound->text(), "78");
 }
 
+TEST_F(PanelFieldsTest, middleButton_pastesTheSelectionAndNotTheClipboard) {
+    // A display without a selection, such as that of the tests, has an empty one.
+    QClipboard &clipboard = *QGuiApplication::clipboard();
+    clipboard.setText("78");
+    clipboard.setText("5", QClipboard::Selection);
+    openBound("");
+    QTest::mouseClick(bound, Qt::MiddleButton);
+    EXPECT_EQ(taken(), clipboard.supportsSelection() ? QStringList{"bound 53"} : QStringList());
+    EXPECT_EQ(bound->text(), "");
+    QTest::mouseClick(bound, Qt::LeftButton);
+    EXPECT_EQ(taken(), QStringList());
+}
+
 TEST_F(PanelFieldsTest, errorOfThePanel_goesToTheGuard) {
     QStringList errors;
     PanelFields guarded(ErrorGuard([&](const UntrappedError &error) { errors += error.message(); }),
