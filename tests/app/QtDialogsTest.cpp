@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QDialog>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
@@ -92,6 +93,19 @@ TEST_F(QtDialogsTest, message_hasOneOkButton) {
     });
     m_dialogs.showMessage("Select serial port", "COM  4 is in use by another application");
     EXPECT_EQ(text, "Select serial port|COM  4 is in use by another application");
+}
+
+TEST_F(QtDialogsTest, boxUnderAnOpenDialog_belongsToTheDialog) {
+    QDialog dialog(&m_window);
+    dialog.setModal(true);
+    dialog.show();
+    const QWidget *owner = nullptr;
+    over<QMessageBox>([&](QMessageBox &box) {
+        owner = box.parentWidget();
+        box.accept();
+    });
+    m_dialogs.showMessage("Select serial port", "COM  4 is in use by another application");
+    EXPECT_EQ(owner, &dialog);
 }
 
 TEST_F(QtDialogsTest, error_namesTheProgram) {

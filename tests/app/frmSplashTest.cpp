@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QProcess>
 #include <QProcessEnvironment>
+#include <QScreen>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QWindow>
@@ -113,8 +114,9 @@ TEST_F(FrmSplashTest, image_isDrawnInEachPixelOfTheDisplay) {
                   .scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
 }
 
-TEST_F(FrmSplashTest, image_isDrawnInEachPixelOfADenseDisplay) {
-    // The density is read once, at the start of a program: in one of its own.
+/// Density and room of a screen are read once, at the start of a program: in one of its own. The
+/// display of the tests has 800 by 800 pixels, so that at two for one only 400 are left.
+void passOnADenseDisplay(const QString &test) {
     auto environment = QProcessEnvironment::systemEnvironment();
     environment.insert("QT_SCALE_FACTOR", "2");
     environment.remove("GTEST_TOTAL_SHARDS");
@@ -122,11 +124,26 @@ TEST_F(FrmSplashTest, image_isDrawnInEachPixelOfADenseDisplay) {
     QProcess dense;
     dense.setProcessEnvironment(environment);
     dense.setProcessChannelMode(QProcess::MergedChannels);
-    dense.start(QApplication::applicationFilePath(),
-                {"--gtest_filter=FrmSplashTest.image_isDrawnInEachPixelOfTheDisplay"});
+    dense.start(QApplication::applicationFilePath(), {"--gtest_filter=FrmSplashTest." + test});
     ASSERT_TRUE(dense.waitForFinished());
     const QByteArray output = dense.readAll();
     EXPECT_TRUE(output.contains("[  PASSED  ] 1 test.")) << output.constData();
+}
+
+TEST_F(FrmSplashTest, image_isDrawnInEachPixelOfADenseDisplay) {
+    passOnADenseDisplay("image_isDrawnInEachPixelOfTheDisplay");
+}
+
+TEST_F(FrmSplashTest, form_fitsOnTheScreenWithItsPictureUndistorted) {
+    EXPECT_TRUE(m_splash.screen()->availableGeometry().contains(m_splash.geometry()));
+    EXPECT_TRUE(frame()->rect().contains(label("Image1")->geometry()));
+    const QSize picture = label("Image1")->size();
+    EXPECT_NEAR(picture.height(), picture.width() * 243.0 / 536.0, 1.0);
+    EXPECT_GT(picture.width(), 300);
+}
+
+TEST_F(FrmSplashTest, form_fitsOnASmallScreen) {
+    passOnADenseDisplay("form_fitsOnTheScreenWithItsPictureUndistorted");
 }
 
 TEST_F(FrmSplashTest, owner_isTheParentAndTheFormIsAWindow) {
