@@ -84,5 +84,17 @@ TEST_F(ByteSourceTest, fileIsTheSame_underEveryNameOfIt) {
     EXPECT_FALSE(source.isFile(path("none")));
 }
 
+TEST_F(ByteSourceTest, fileThatFailsWhileItIsRead_isAnErrorWithTheSystemsText) {
+    // Its first page is one that nobody can read.
+    FileSource source("/proc/self/mem");
+    try {
+        (void)readAll(source, 4);
+        FAIL();
+    } catch (const UntrappedError &error) {
+        EXPECT_EQ(error.kind(), UntrappedError::Kind::File);
+        EXPECT_EQ(error.message(), "/proc/self/mem: Input/output error");
+    }
+}
+
 } // namespace
 } // namespace veldron

@@ -190,5 +190,21 @@ TEST_F(CutAndJoin, wrongOrder_isTold) {
                     .error.endsWith("b.rec:14: begins before the end of the recording in front\n"));
 }
 
+TEST_F(CutAndJoin, blocksAndScansWithoutADate_areJoinedAsTheyAre) {
+    RecordingText first;
+    first.line("Poll 1000").line("EndSettings ").scans(QTime(10, 0), 2);
+    RecordingText other;
+    other.line("Poll 250").line("EndSettings ").scans(QTime(9, 0), 2);
+    put("a.rec", first.bytes);
+    put("b.rec", other.bytes);
+    const Result result = run({"join", "a.rec", "b.rec"});
+    RecordingText expected;
+    expected.line("Poll 1000").line("EndSettings ").scans(QTime(10, 0), 2);
+    expected.line("Poll 250").line("EndSettings ").scans(QTime(9, 0), 2);
+    EXPECT_EQ(result.code, 0);
+    EXPECT_EQ(result.out, expected.bytes);
+    EXPECT_FALSE(result.error.contains("begins before")) << result.error.constData();
+}
+
 } // namespace
 } // namespace veldron

@@ -119,5 +119,27 @@ TEST_F(InfoCommandTest, recordingWithoutScans_hasNoTimes) {
     EXPECT_EQ(run({"info", "-"}, "something else\n").code, 2);
 }
 
+TEST_F(InfoCommandTest, failedTransfers_areCountedBesideTheScans) {
+    RecordingText text;
+    text.block(QDate(2005, 3, 21)).scans(QTime(9, 0), 2).scan(QTime(9, 0, 2), {0});
+    const QByteArray page = run({"info", "-"}, text.bytes).out;
+    EXPECT_TRUE(page.contains("\n            of failed transfers: 1\n")) << page.constData();
+    EXPECT_EQ(json(text.bytes, 0)["failed_transfers"].toInt(), 1);
+}
+
+TEST_F(InfoCommandTest, longLists_endWithTheNumberLeftOut) {
+    RecordingText text;
+    text.block(QDate(2005, 3, 21));
+    for (int minute = 0; minute <= 107; ++minute) {
+        text.scan(QTime(9, 0).addSecs(60 * minute));
+    }
+    const QByteArray page = run({"info", "-"}, text.bytes).out;
+    EXPECT_TRUE(page.contains("gaps        107, the longest 0:01:00\n")) << page.constData();
+    EXPECT_TRUE(page.contains("\n            and 7 more\n")) << page.constData();
+    const QJsonObject object = json(text.bytes, 0);
+    EXPECT_EQ(object["gap_count"].toInt(), 107);
+    EXPECT_EQ(object["gaps"].toArray().size(), 100);
+}
+
 } // namespace
 } // namespace veldron

@@ -12,7 +12,10 @@
 
 #include <algorithm>
 #include <functional>
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
 
 namespace veldron {
 namespace {
@@ -186,6 +189,31 @@ TEST_F(OutputFileTest, pathForALibrary_ofAPipeIsCopiedByTheCommit) {
         EXPECT_TRUE(QFile::exists(QString::fromStdString(standIn)));
     }
     EXPECT_FALSE(QFile::exists(QString::fromStdString(standIn)));
+}
+
+TEST_F(OutputFileTest, socketUnderTheName_isAnErrorWithTheSystemsText) {
+    const int socket = ::socket(AF_UNIX, SOCK_STREAM, 0);
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    ASSERT_LT(path().size(), sizeof address.sun_path);
+    path().copy(address.sun_path, sizeof address.sun_path - 1);
+    ASSERT_EQ(::bind(socket, reinterpret_cast<const sockaddr *>(&address), sizeof address), 0);
+    EXPECT_TRUE(QString::fromStdString(errorOf([this] {
+                    OutputFile(path(), true);
+                })).startsWith(QString::fromStdString(path() + ": No such device or address")));
+    ::close(socket);
+}
+
+TEST_F(OutputFileTest, folderMadeUnderTheNameMeanwhile_isAnErrorAndLeavesNothing) {
+    {
+        OutputFile out(path(), false);
+        out.write("some text\n");
+        ASSERT_TRUE(QDir(m_folder.path()).mkdir("out"));
+        EXPECT_TRUE(QString::fromStdString(errorOf([&out] {
+                        out.commit();
+                    })).startsWith(QString::fromStdString(path() + ": Is a directory")));
+    }
+    EXPECT_EQ(names(), QStringList());
 }
 
 } // namespace

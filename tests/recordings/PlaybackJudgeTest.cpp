@@ -134,5 +134,22 @@ TEST(PlaybackJudge, valuesThatCannotBeRead_areFound) {
     }
 }
 
+TEST(PlaybackJudge, channelLines_areAsManyInABlockAsPlaybackCounts) {
+    constexpr int kMost = 32767;
+    for (const int count : {kMost, kMost + 1}) {
+        RecordingText text = begun();
+        text.scan(kTen).line("StartSettings 21/03/2005");
+        for (int line = 0; line < count; ++line) {
+            text.line("Start 0");
+        }
+        text.line("EndSettings ").scan(kTen.addSecs(1));
+        const QStringList found = stumblesOf(text);
+        EXPECT_EQ(found, count == kMost
+                             ? QStringList()
+                             : QStringList{QString::number(13 + count) +
+                                           ": there are too many channel lines in one block"});
+    }
+}
+
 } // namespace
 } // namespace veldron
