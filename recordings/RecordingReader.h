@@ -31,9 +31,9 @@ public:
 private:
     /// A line of the block in hand; its bytes are in m_blockBytes.
     struct BlockLine {
-        SettingsKey key;
+        SettingsKey key{};
         RecordedPlace place;
-        qsizetype length;
+        qsizetype length = 0;
     };
 
     /// Passes over a first line that is none of a recording, unless it can be read as something

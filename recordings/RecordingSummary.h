@@ -47,8 +47,8 @@ public:
     struct Gap {
         Moment from;
         Moment to;
-        qint64 seconds;
-        qint64 line; ///< of the scan behind it
+        qint64 seconds = 0;
+        qint64 line = 0; ///< of the scan behind it
     };
 
     /// \a texts are those of the program that is to play.

@@ -13,8 +13,8 @@ namespace veldron {
 
 /// A settings line that \a bytes begin with.
 struct SettingsLineFit {
-    SettingsKey key;
-    qsizetype length; ///< with the line end
+    SettingsKey key{};
+    qsizetype length = 0; ///< with the line end
     QByteArrayView value;
 };
 
