@@ -5,6 +5,7 @@
 #include "tests/support/HistoryFiles.h"
 
 #include <QProcess>
+#include <QTest>
 
 #include <algorithm>
 
@@ -74,6 +75,11 @@ TEST_F(PlaybackEngineBadFileTest, fileWithoutASize_isUntrappedAtItsFirstScan) {
     process.start("/bin/sh", {"-c", "read line", '\n' + (head().mid(1) + scans(3)).join('\n')});
     ASSERT_TRUE(process.waitForStarted());
     m_fixture.dialogs.answer = QString("/proc/%1/cmdline").arg(process.processId());
+    // A process has started a moment before the system knows its arguments.
+    ASSERT_TRUE(QTest::qWaitFor([this] {
+        QFile arguments(*m_fixture.dialogs.answer);
+        return arguments.open(QIODevice::ReadOnly) && !arguments.readAll().isEmpty();
+    }));
     expectError(errorOf([this] { m_fixture.playback.mnuFilePlayback(); }), Kind::DivideByZero,
                 "Line 10 of the file \"" + *m_fixture.dialogs.answer +
                     "\": the file had no size when it was opened.");
