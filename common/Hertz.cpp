@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "common/Hertz.h"
 
+#include "common/Digits.h"
 #include "common/Numbers.h"
 
 #include <limits>
@@ -10,10 +11,6 @@ namespace veldron {
 namespace {
 
 constexpr int kDecimals = 4;
-
-bool isDigit(QChar character) {
-    return character >= QLatin1Char('0') && character <= QLatin1Char('9');
-}
 
 /// The digits of a number, before and behind its mark, with the sign taken off.
 struct DecimalParts {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "link/PortMap.h"
 
+#include "common/Digits.h"
+
 #include <QFileInfo>
 
 #include <algorithm>
@@ -12,10 +14,6 @@ namespace veldron {
 namespace {
 
 constexpr std::array<const char *, 3> kFamilies{"ttyS", "ttyUSB", "ttyACM"};
-
-bool isDigit(QChar character) {
-    return character >= QLatin1Char('0') && character <= QLatin1Char('9');
-}
 
 /// Where the digits at the end of \a name begin.
 qsizetype numberStart(const QString &name) {

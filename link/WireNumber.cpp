@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "link/WireNumber.h"
 
+#include "common/Digits.h"
+
 #include <QByteArray>
 
 namespace veldron {
@@ -37,10 +39,6 @@ QString plainDecimal(double value, int significantDigits) {
     }
     const QByteArray text = placePoint(digits, scientific.mid(mark + 1).toInt());
     return QString::fromLatin1(value < 0 ? "-" + text : text);
-}
-
-bool isDigit(QChar character) {
-    return character >= QLatin1Char('0') && character <= QLatin1Char('9');
 }
 
 qsizetype skipDigits(const QString &text, qsizetype position) {
