@@ -19,7 +19,7 @@ std::array<int, 2> g_ends{-1, -1};
 
 constexpr std::array<int, 3> kSignals{SIGTERM, SIGINT, SIGHUP};
 /// What each of them did before.
-std::array<struct sigaction, kSignals.size()> g_before{};
+std::array<struct sigaction, kSignals.size()> g_actionsBefore{};
 
 bool isIgnored(const struct sigaction &action) {
     return (action.sa_flags & SA_SIGINFO) == 0 && action.sa_handler == SIG_IGN;
@@ -42,8 +42,8 @@ SignalWatcher::SignalWatcher(const ErrorGuard &guard, QObject *parent) : QObject
     m_notifier = new QSocketNotifier(g_ends[1], QSocketNotifier::Read, this);
     connectGuarded(guard, m_notifier, &QSocketNotifier::activated, this, &SignalWatcher::take);
     for (std::size_t i = 0; i < kSignals.size(); ++i) {
-        sigaction(kSignals[i], nullptr, &g_before[i]);
-        if (isIgnored(g_before[i])) {
+        sigaction(kSignals[i], nullptr, &g_actionsBefore[i]);
+        if (isIgnored(g_actionsBefore[i])) {
             continue; // whoever started the program, such as nohup, wants it to live on
         }
         struct sigaction action {};
@@ -58,7 +58,7 @@ SignalWatcher::~SignalWatcher() {
         return; // the constructor changed nothing
     }
     for (std::size_t i = 0; i < kSignals.size(); ++i) {
-        sigaction(kSignals[i], &g_before[i], nullptr);
+        sigaction(kSignals[i], &g_actionsBefore[i], nullptr);
     }
     for (int &end : g_ends) {
         ::close(end);

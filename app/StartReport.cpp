@@ -12,11 +12,11 @@ namespace veldron {
 namespace {
 
 /// What handled the messages before. A handler reaches nothing but globals.
-QtMessageHandler g_before = nullptr;
+QtMessageHandler g_handlerBefore = nullptr;
 
 void handle(QtMsgType type, const QMessageLogContext &context, const QString &message) {
     if (type != QtFatalMsg) {
-        g_before(type, context, message);
+        g_handlerBefore(type, context, message);
         return;
     }
     writeReportLine(QStringLiteral("There is no display to show the window on. ") +
@@ -28,11 +28,11 @@ void handle(QtMsgType type, const QMessageLogContext &context, const QString &me
 } // namespace
 
 StartReport::StartReport() {
-    g_before = qInstallMessageHandler(handle);
+    g_handlerBefore = qInstallMessageHandler(handle);
 }
 
 StartReport::~StartReport() {
-    qInstallMessageHandler(g_before);
+    qInstallMessageHandler(g_handlerBefore);
 }
 
 } // namespace veldron

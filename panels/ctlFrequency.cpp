@@ -24,7 +24,7 @@ namespace veldron {
 namespace {
 
 /// Steps that are typed stay below it.
-constexpr Hertz kStepLimit = Hertz::fromWhole(2'000'000'000);
+constexpr Hertz kTuningStepLimit = Hertz::fromWhole(2'000'000'000);
 
 QString noReceiverText() {
     return QStringLiteral("None");
@@ -286,7 +286,7 @@ void ctlFrequency::FillReceiverControls() {
 
 void ctlFrequency::storeStep(Hertz value) {
     // The event comes in either case, with the old step where the new one is too large.
-    if (value < kStepLimit) {
+    if (value < kTuningStepLimit) {
         m_Step = value.roundedTo32();
     }
 }

@@ -19,7 +19,7 @@ namespace {
 
 /// Spans and steps that are typed stay below these.
 constexpr Hertz kSpanLimit = Hertz::fromWhole(2'000'000'000);
-constexpr Hertz kStepLimit = Hertz::fromWhole(100'000);
+constexpr Hertz kChannelStepLimit = Hertz::fromWhole(100'000);
 
 qint32 stepOfSpan(Hertz span) {
     constexpr qint64 lowest = std::numeric_limits<qint32>::min();
@@ -325,7 +325,7 @@ void ctlMonitorMode::storeSpan(Hertz value) {
 }
 
 void ctlMonitorMode::storeStep(Hertz value) {
-    m_fStep = value < kStepLimit ? value.roundedTo32() : m_fStep;
+    m_fStep = value < kChannelStepLimit ? value.roundedTo32() : m_fStep;
 }
 
 void ctlMonitorMode::showSpanText() {

@@ -18,8 +18,6 @@ namespace veldron {
 
 namespace {
 
-using Kind = Stumble::Kind;
-
 constexpr int kChannelsOfABlock = 3;
 
 /// The forms that the times of \a texts have, and the plain form.
@@ -65,7 +63,7 @@ PlaybackJudge::PlaybackJudge(const QLocale &locale, Report report)
 PlaybackJudge::PlaybackJudge(const DateTimeText &texts, Report report)
     : m_texts(texts), m_forms(formsOf(m_texts)), m_report(std::move(report)) {}
 
-void PlaybackJudge::report(Kind kind, qint64 line, const UntrappedError &error) {
+void PlaybackJudge::report(Stumble::Kind kind, qint64 line, const UntrappedError &error) {
     ++m_stumbles;
     m_report({kind, line, error.message()});
 }
@@ -111,10 +109,10 @@ void PlaybackJudge::finish() {
     if (!m_start) {
         // What was wrong with the scans that are there has been told.
         if (m_stumbles == 0) {
-            report(Kind::NoScan, m_line, FileErrors::noScan());
+            report(Stumble::Kind::NoScan, m_line, FileErrors::noScan());
         }
     } else if (m_firstIsLast) {
-        report(Kind::NoScan, m_line, nothingBehindTheScan());
+        report(Stumble::Kind::NoScan, m_line, nothingBehindTheScan());
     }
 }
 
@@ -144,7 +142,8 @@ void PlaybackJudge::takeScanLine(QByteArrayView value, bool ended) {
     if (blank < 0 || count == 0) {
         const UntrappedError error =
             blank < 0 ? FileErrors::scanWithoutTime() : FileErrors::scanWithoutLevels();
-        report(ended ? Kind::Line : Kind::Cut, m_line, ended ? error : FileErrors::cutScan());
+        report(ended ? Stumble::Kind::Line : Stumble::Kind::Cut, m_line,
+               ended ? error : FileErrors::cutScan());
         return;
     }
     takeScan(value.sliced(qMin(count + 1, value.size())), ended);
@@ -161,11 +160,11 @@ std::optional<qint32> PlaybackJudge::secondOf(QByteArrayView timeText) const {
 
 bool PlaybackJudge::hasDate() {
     if (!m_date) {
-        report(Kind::Date, m_line, FileErrors::noDate());
+        report(Stumble::Kind::Date, m_line, FileErrors::noDate());
         return false;
     }
     if (!m_date->date && !std::exchange(m_date->isReported, true)) {
-        report(Kind::Date, m_date->line, FileErrors::notADate(m_date->text));
+        report(Stumble::Kind::Date, m_date->line, FileErrors::notADate(m_date->text));
     }
     return m_date->date.has_value();
 }
@@ -179,11 +178,11 @@ void PlaybackJudge::takeScan(QByteArrayView timeText, bool ended) {
     if (!second) {
         const QString text = QString::fromLatin1(timeText);
         if (!ended) {
-            report(Kind::Cut, m_line, FileErrors::cutScan());
+            report(Stumble::Kind::Cut, m_line, FileErrors::cutScan());
         } else if (!TimeForms::read(timeText, TimeForms::all())) {
-            report(Kind::Line, m_line, FileErrors::notATimeOfScan(text));
+            report(Stumble::Kind::Line, m_line, FileErrors::notATimeOfScan(text));
         } else if (!std::exchange(m_foreignTimeReported, true)) {
-            report(Kind::Time, m_line, foreignTime(text));
+            report(Stumble::Kind::Time, m_line, foreignTime(text));
         }
         return;
     }
@@ -195,7 +194,7 @@ void PlaybackJudge::takeScan(QByteArrayView timeText, bool ended) {
         m_start = moment;
         m_firstIsLast = true;
     } else if (moment == *m_start) {
-        report(Kind::FirstSecond, m_line, FileErrors::noTimePassed());
+        report(Stumble::Kind::FirstSecond, m_line, FileErrors::noTimePassed());
     }
 }
 
@@ -209,7 +208,7 @@ void PlaybackJudge::takeSetting(SettingsKey key, const QString &value) {
     try {
         checkValue(key, value);
     } catch (const UntrappedError &error) {
-        report(Kind::Value, m_line, error);
+        report(Stumble::Kind::Value, m_line, error);
     }
 }
 

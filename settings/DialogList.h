@@ -5,6 +5,12 @@
 
 namespace veldron {
 
+/// A row of a fixed list, as a table of rows writes it.
+struct DialogChoice {
+    const char *text;
+    qint32 value;
+};
+
 /// A fixed drop-down list of a settings dialog: each row has a text and an item value.
 ///
 /// Code selects rows without any signal that the dialogs listen to. No row is selected until

@@ -21,26 +21,21 @@ namespace {
 constexpr int kGap = 8; ///< pixels between two groups of controls
 constexpr int kGapAboveOk = 12;
 
-struct Choice {
-    const char *text;
-    qint32 value;
-};
+constexpr DialogChoice kPersistenceRows[] = {{"5s", 5},     {"10s", 10},  {"30s", 30},
+                                             {"1m", 60},    {"5m", 300},  {"10m", 600},
+                                             {"30m", 1800}, {"1h", 3600}, {"life", -1}};
+constexpr DialogChoice kUpdateRows[] = {{"1s", 1},   {"2s", 2},   {"5s", 5},
+                                        {"10s", 10}, {"30s", 30}, {"1m", 60}};
 
-constexpr Choice kPersistenceRows[] = {{"5s", 5},     {"10s", 10},  {"30s", 30},
-                                       {"1m", 60},    {"5m", 300},  {"10m", 600},
-                                       {"30m", 1800}, {"1h", 3600}, {"life", -1}};
-constexpr Choice kUpdateRows[] = {{"1s", 1},   {"2s", 2},   {"5s", 5},
-                                  {"10s", 10}, {"30s", 30}, {"1m", 60}};
-
-constexpr Choice palette(const char *text, PaletteCode code) {
+constexpr DialogChoice palette(const char *text, PaletteCode code) {
     return {text, static_cast<qint32>(code)};
 }
-constexpr Choice kPaletteRows[] = {palette("black to white", PaletteCode::BlackToWhite),
-                                   palette("white to black", PaletteCode::WhiteToBlack),
-                                   palette("hot metal", PaletteCode::HotMetal),
-                                   palette("rainbow", PaletteCode::Rainbow),
-                                   palette("spectrum 5", PaletteCode::Spectrum5),
-                                   palette("spectrum 6", PaletteCode::Spectrum6)};
+constexpr DialogChoice kPaletteRows[] = {palette("black to white", PaletteCode::BlackToWhite),
+                                         palette("white to black", PaletteCode::WhiteToBlack),
+                                         palette("hot metal", PaletteCode::HotMetal),
+                                         palette("rainbow", PaletteCode::Rainbow),
+                                         palette("spectrum 5", PaletteCode::Spectrum5),
+                                         palette("spectrum 6", PaletteCode::Spectrum6)};
 
 /// What a user changes by the control of \a field.
 template <typename Field>
@@ -76,7 +71,7 @@ struct frmDisplaySettings::ListRow {
     const char *labelName;
     const char *label;
     const char *tip;
-    std::span<const Choice> choices;
+    std::span<const DialogChoice> choices;
     std::variant<qint16 DisplaySettings::*, qint32 DisplaySettings::*> field;
 };
 
@@ -130,7 +125,7 @@ void frmDisplaySettings::addBox(QGridLayout *grid, const BoxRow &row) {
 void frmDisplaySettings::addList(QGridLayout *grid, const ListRow &row) {
     auto *const label = made<QLabel>(row.labelName, this, row.label);
     auto *const list = made<DialogList>(row.name, this);
-    for (const Choice &choice : row.choices) {
+    for (const DialogChoice &choice : row.choices) {
         list->addRow(QLatin1String(choice.text), choice.value);
     }
     list->setToolTip(QLatin1String(row.tip));
