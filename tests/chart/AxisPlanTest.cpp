@@ -3,6 +3,7 @@
 
 #include "chart/ChartColours.h"
 #include "common/UntrappedError.h"
+#include "tests/chart/WholeHertz.h"
 
 #include <gtest/gtest.h>
 
@@ -12,9 +13,6 @@
 namespace veldron {
 namespace {
 
-constexpr Hertz hz(qint64 hertz) {
-    return Hertz::fromWhole(hertz);
-}
 constexpr quint32 kAxis = ChartColours::kAxis;
 constexpr quint32 kFrame = ChartColours::kFrame;
 

@@ -1,16 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "chart/BinGrid.h"
 
+#include "tests/chart/WholeHertz.h"
+
 #include <gtest/gtest.h>
 
 #include <limits>
 
 namespace veldron {
 namespace {
-
-constexpr Hertz hz(qint64 hertz) {
-    return Hertz::fromWhole(hertz);
-}
 
 // A layout whose plot is \a width columns wide.
 ChartLayout plotOf(int width) {

@@ -15,6 +15,7 @@
 #include "chart/ScreenCursor.h"
 #include "chart/ctlChartSpectrum.h"
 #include "common/ErrorGuard.h"
+#include "tests/chart/WholeHertz.h"
 #include "tests/support/ManualClock.h"
 
 #include <gtest/gtest.h>
@@ -94,9 +95,5 @@ protected:
     QWidget window;
     ctlChartSpectrum chart{guard, clock, texts, cursor, &window};
 };
-
-constexpr Hertz hz(qint64 hertz) {
-    return Hertz::fromWhole(hertz);
-}
 
 } // namespace veldron

@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "chart/MarkerDrag.h"
 
+#include "tests/chart/WholeHertz.h"
+
 #include <gtest/gtest.h>
 
 namespace veldron {
 namespace {
-
-constexpr Hertz hz(qint64 hertz) {
-    return Hertz::fromWhole(hertz);
-}
 
 // A chart of 695 x 400 (a plot of 640 columns) with the marker line at column 200.
 class Pointer : public testing::Test {

@@ -2,6 +2,7 @@
 #include "chart/TraceRenderer.h"
 
 #include "tests/chart/PlainTrace.h"
+#include "tests/chart/WholeHertz.h"
 
 #include <gtest/gtest.h>
 
@@ -9,10 +10,6 @@
 
 namespace veldron {
 namespace {
-
-constexpr Hertz hz(qint64 hertz) {
-    return Hertz::fromWhole(hertz);
-}
 
 // A plot 60 rows high, one row a dB: raw 42 is row 70, raw 102 row 10.
 class Trace : public testing::Test {

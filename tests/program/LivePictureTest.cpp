@@ -14,7 +14,6 @@ using namespace std::chrono_literals;
 
 namespace {
 
-const QString kConnected = QStringLiteral("VELDRON connected on COM 3");
 /// Two poll periods and two seconds.
 constexpr auto kComeback = 4s;
 /// A round of checks repairs what a dead link has left in panels and chart: eleven polls.

@@ -17,8 +17,6 @@ using namespace std::chrono_literals;
 
 namespace {
 
-const QString kWindow = QStringLiteral("VELDRON");
-
 class Memory : public testing::Test {
 protected:
     /// In bytes, over what the first of all acts has left.
@@ -31,7 +29,7 @@ protected:
     }
     /// Opens a dialog by the keys of its menu entry and cancels it.
     static void cancelDialog(const QStringList &menuKeys, const QString &title) {
-        Desk::focus(kWindow);
+        Desk::focus(kMainWindow);
         Desk::keys(menuKeys);
         ASSERT_TRUE(Desk::awaitWindow(title, 5s)) << qPrintable(title);
         Desk::focus(title);
@@ -68,14 +66,14 @@ TEST_F(Memory, windowResizedTwoHundredTimes_keepsTheResidentSizeAtEachReturn) {
     constexpr int kReturns = 20;
     constexpr int kSizes = 10;
     constexpr qint64 kSpread = 2 * 1024 * 1024;
-    const QSize size = Desk::sizeOf(kWindow);
+    const QSize size = Desk::sizeOf(kMainWindow);
     QList<qint64> readings;
     for (int i = 0; i < kReturns; ++i) {
         for (int j = 0; j < kSizes; ++j) {
-            Desk::resize(kWindow, randomSize());
+            Desk::resize(kMainWindow, randomSize());
             awaitReaction();
         }
-        Desk::resize(kWindow, size);
+        Desk::resize(kMainWindow, size);
         awaitReaction();
         readings.append(run.residentSize());
     }
@@ -88,7 +86,7 @@ class RandomActs : public Memory {
 protected:
     void SetUp() override {
         Memory::SetUp();
-        m_size = Desk::sizeOf(kWindow);
+        m_size = Desk::sizeOf(kMainWindow);
         m_present = m_size;
     }
     /// Acts of each kind; the window is as at the start afterwards.
@@ -128,7 +126,7 @@ protected:
         freshen();
         run.choose("File", "Record");
         ASSERT_TRUE(run.answerFileDialog("Record to file", run.path(file)));
-        Desk::focus(kWindow);
+        Desk::focus(kMainWindow);
         ASSERT_TRUE(eventually(5s, [&] { return run.content(file).count("\r\nData ") > 1; }));
         run.choose("File", "Stop recording");
         run.choose("File", "Playback");
@@ -166,7 +164,7 @@ private:
     void perform() { Desk::perform(std::exchange(m_words, {})); }
     void resize(QSize size) {
         perform();
-        Desk::resize(kWindow, size);
+        Desk::resize(kMainWindow, size);
         m_present = size;
     }
     /// Closes lists and menus that are open, and gives the window the focus.
@@ -175,7 +173,7 @@ private:
         key("Escape");
         perform();
         awaitReaction();
-        Desk::focus(kWindow);
+        Desk::focus(kMainWindow);
     }
     void cancelOneOf(int dialog) {
         static const QList<QPair<QStringList, QString>> dialogs{
@@ -186,7 +184,7 @@ private:
             {{"alt+h", "a"}, "About VELDRON"}};
         freshen();
         cancelDialog(dialogs.at(dialog).first, dialogs.at(dialog).second);
-        Desk::focus(kWindow);
+        Desk::focus(kMainWindow);
     }
 
     QStringList m_words;

@@ -13,15 +13,9 @@ namespace veldron {
 
 using namespace std::chrono_literals;
 
-using Commands = QList<QByteArray>;
-
 namespace {
 
 /// The reads of a full look at the unit, outside Channel mode and in data mode Normal or Max.
-const Commands kReadBack = {"RURX", "RUST", "RUAT", "RUMD", "RSGN",
-                            "RSDM", "RSBW", "RUOM", "RSSP", "RSCF"};
-const Commands kReadBackChannels = {"RURX", "RUST", "RUAT", "RUMD", "RSGN",
-                                    "RSDM", "RSBW", "RUOM", "RUCS", "RICD"};
 const Commands kReadChannelsIn = {"RUCS", "RICD", "RICD"};
 
 /// A program that polls so seldom that nothing stands between the commands of one act.

@@ -17,8 +17,6 @@ using namespace std::chrono_literals;
 
 namespace {
 
-const QString kFile = QStringLiteral("band.rec");
-
 /// What a panel shows: its label and its text.
 struct Shown {
     const char *label;
@@ -71,7 +69,7 @@ protected:
         ASSERT_TRUE(run.open());
         clock.hurry(4);
         run.choose("File", "Record");
-        ASSERT_TRUE(run.answerFileDialog("Record to file", run.path(kFile)));
+        ASSERT_TRUE(run.answerFileDialog("Record to file", run.path(kBandFile)));
         Desk::focus("VELDRON");
         ASSERT_TRUE(eventually(20s, [&] { return read().scans.size() >= 4; }));
         run.unit().tell("set span 2");
@@ -83,7 +81,7 @@ protected:
         file = read();
     }
 
-    RecordedFile read() { return RecordedFile::read(run.content(kFile)); }
+    RecordedFile read() { return RecordedFile::read(run.content(kBandFile)); }
 
     qsizetype scansOfBlock(int block) {
         const QList<RecordedFile::Scan> scans = read().scans;
@@ -121,7 +119,7 @@ protected:
 
     void play() {
         run.choose("File", "Playback");
-        ASSERT_TRUE(run.answerFileDialog("History playback", run.path(kFile)));
+        ASSERT_TRUE(run.answerFileDialog("History playback", run.path(kBandFile)));
         Desk::focus("VELDRON");
         ASSERT_TRUE(eventually(5s, [this] { return run.statusText().startsWith("Playback"); }))
             << qPrintable(run.statusText());
@@ -209,7 +207,7 @@ TEST_F(Playback, thirtyScansWithAChange_fileIsWhatTheUnitSentAndPlaysBack) {
     changeUnitBeforePlayback();
     play();
     const qsizetype begin = run.unit().now();
-    EXPECT_TRUE(run.statusText().startsWith("Playback from " + run.path(kFile) + "   "));
+    EXPECT_TRUE(run.statusText().startsWith("Playback from " + run.path(kBandFile) + "   "));
     EXPECT_TRUE(run.control("Span").has_value());
     EXPECT_FALSE(run.isEnabled("Span"));
     expectPanels(kRecorded);

@@ -18,6 +18,12 @@
 
 namespace veldron {
 
+// What the program shows and keeps in its folder.
+inline const QString kMainWindow = QStringLiteral("VELDRON");
+inline const QString kConnected = QStringLiteral("VELDRON connected on COM 3");
+inline const QString kDefaultFile = QStringLiteral("VELDRON.set");
+inline const QString kBandFile = QStringLiteral("band.rec");
+
 /// The program itself in a folder of its own, with a simulated unit on one of the folder's ports,
 /// and somebody who uses it through screen, keys and mouse.
 ///

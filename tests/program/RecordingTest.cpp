@@ -17,8 +17,6 @@ using namespace std::chrono_literals;
 
 namespace {
 
-const QString kFile = QStringLiteral("band.rec");
-
 /// A recording with four scans a second.
 class Recording : public testing::Test {
 protected:
@@ -42,11 +40,11 @@ protected:
 
     void startRecording() {
         openProgram();
-        record(run.path(kFile));
+        record(run.path(kBandFile));
         awaitScans(4);
     }
 
-    RecordedFile recorded() { return RecordedFile::read(run.content(kFile)); }
+    RecordedFile recorded() { return RecordedFile::read(run.content(kBandFile)); }
 
     void awaitScans(qsizetype scans) {
         ASSERT_TRUE(eventually(20s, [&] { return recorded().scans.size() >= scans; }));
@@ -80,7 +78,7 @@ TEST_F(Recording, whileItRuns_panelsAreHeldAndTheSizeIsShown) {
     EXPECT_FALSE(run.isEnabled("Span"));
     EXPECT_FALSE(run.isEnabled("RX Frequency"));
     const QString status = run.statusText();
-    EXPECT_TRUE(status.startsWith("Recording to file " + run.path(kFile) + "   "))
+    EXPECT_TRUE(status.startsWith("Recording to file " + run.path(kBandFile) + "   "))
         << qPrintable(status);
     run.choose("File", "Stop recording");
     expectStopped();
@@ -139,9 +137,9 @@ TEST_F(Recording, killed_everyCompleteLineIsThere) {
 
 TEST_F(Recording, fileTakenAway_recorderStopsByItself) {
     startRecording();
-    ASSERT_TRUE(QFile::remove(run.path(kFile)));
+    ASSERT_TRUE(QFile::remove(run.path(kBandFile)));
     expectStopped();
-    EXPECT_FALSE(run.exists(kFile));
+    EXPECT_FALSE(run.exists(kBandFile));
 }
 
 TEST_F(Recording, diskFull_recorderStopsAndWhatWasWrittenStays) {
@@ -165,7 +163,7 @@ TEST_F(Recording, fileLimitReached_recorderStopsAndWhatWasWrittenStays) {
     constexpr qint64 kLimit = 4000;
     run.limitFiles(kLimit);
     openProgram();
-    askToRecord(run.path(kFile));
+    askToRecord(run.path(kBandFile));
     // Three seconds fill the file: on a busy machine nobody may have seen the status of a
     // recording.
     awaitScans(9);
@@ -175,7 +173,7 @@ TEST_F(Recording, fileLimitReached_recorderStopsAndWhatWasWrittenStays) {
     EXPECT_GE(file.scans.size(), 9);
     EXPECT_TRUE(file.rest.isEmpty()) << file.rest.constData();
     expectRecorded(file, run.unit().events());
-    expectOpens(run.path(kFile), file);
+    expectOpens(run.path(kBandFile), file);
 }
 
 } // namespace

@@ -13,17 +13,10 @@ namespace veldron {
 
 using namespace std::chrono_literals;
 
-using Commands = QList<QByteArray>;
-
 namespace {
 
-const Commands kReadBack = {"RURX", "RUST", "RUAT", "RUMD", "RSGN",
-                            "RSDM", "RSBW", "RUOM", "RSSP", "RSCF"};
 const Commands kReadBackAvg = {"RURX", "RUST", "RUAT", "RUMD", "RSGN", "RSDM",
                                "RSBW", "RSAV", "RUOM", "RSSP", "RSCF"};
-const Commands kReadBackChannels = {"RURX", "RUST", "RUAT", "RUMD", "RSGN",
-                                    "RSDM", "RSBW", "RUOM", "RUCS", "RICD"};
-const QString kDefaultFile = QStringLiteral("VELDRON.set");
 
 class StartAndEnd : public testing::Test {
 protected:

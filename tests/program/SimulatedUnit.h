@@ -9,6 +9,13 @@
 
 namespace veldron {
 
+using Commands = QList<QByteArray>;
+/// What the program asks for when it reads everything back: in spectrum mode, and in channel mode.
+inline const Commands kReadBack = {"RURX", "RUST", "RUAT", "RUMD", "RSGN",
+                                   "RSDM", "RSBW", "RUOM", "RSSP", "RSCF"};
+inline const Commands kReadBackChannels = {"RURX", "RUST", "RUAT", "RUMD", "RSGN",
+                                           "RSDM", "RSBW", "RUOM", "RUCS", "RICD"};
+
 /// One line of the simulator's log of exchanges.
 struct LineEvent {
     enum class Kind { Command, Reply, Scan, Note };
@@ -42,7 +49,7 @@ public:
     /// Place in the log: what comes later is behind it.
     [[nodiscard]] qsizetype now();
     /// All commands behind a place in the log.
-    [[nodiscard]] QList<QByteArray> commandsSince(qsizetype place);
+    [[nodiscard]] Commands commandsSince(qsizetype place);
     /// How often a command was heard behind a place.
     [[nodiscard]] qsizetype countSince(qsizetype place, const QByteArray &command);
     /// The latest whole scan; empty if there is none behind \a place.

@@ -20,8 +20,6 @@ using namespace std::chrono_literals;
 
 namespace {
 
-const QString kDefaultFile = QStringLiteral("VELDRON.set");
-
 /// Where \a picture stands on \a screen, pixel for pixel.
 std::optional<QPoint> placeOf(const QImage &picture, const QImage &screen) {
     const std::size_t line = static_cast<std::size_t>(picture.width()) * sizeof(QRgb);

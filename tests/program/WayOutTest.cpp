@@ -19,8 +19,6 @@ using namespace std::chrono_literals;
 
 namespace {
 
-const QString kDefaultFile = QStringLiteral("VELDRON.set");
-
 enum class Doing { Nothing, APoll, ATryOfASilentUnit, ALoad };
 enum class Then { ClickOnAList, ClickOnAMenu, ClickOnTheChart, Key };
 

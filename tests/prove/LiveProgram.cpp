@@ -18,11 +18,7 @@ namespace veldron {
 
 using namespace std::chrono_literals;
 
-namespace {
-
-const QString kConnected = QStringLiteral("VELDRON connected on COM 3");
-
-} // namespace
+namespace {} // namespace
 
 bool provesLong() {
     return qgetenv("VELDRON_PROVE") == "long";

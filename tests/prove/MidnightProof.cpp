@@ -19,7 +19,6 @@ using namespace std::chrono_literals;
 namespace {
 
 const QString kFile = QStringLiteral("night.rec");
-const QString kWindow = QStringLiteral("VELDRON");
 
 /// A program whose clock comes to midnight when a test wants it to.
 class Midnights : public testing::Test {
@@ -111,7 +110,7 @@ TEST_F(Midnights, playback_goesOnByItsOwnTime) {
     run().choose(QStringLiteral("File"), QStringLiteral("Stop recording"));
     run().choose(QStringLiteral("File"), QStringLiteral("Playback"));
     ASSERT_TRUE(run().answerFileDialog(QStringLiteral("History playback"), run().path(kFile)));
-    Desk::focus(kWindow);
+    Desk::focus(kMainWindow);
     const RecordedFile file = RecordedFile::read(run().content(kFile));
     ASSERT_TRUE(eventually(
         5s, [&] { return run().panel(1).endsWith(QString::fromLatin1(file.scans.first().time)); }));

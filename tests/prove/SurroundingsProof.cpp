@@ -20,8 +20,6 @@ using namespace std::chrono_literals;
 
 namespace {
 
-const QString kFile = QStringLiteral("band.rec");
-
 class Surroundings : public testing::Test {
 protected:
     [[nodiscard]] ProgramRun &run() { return m_live.run(); }
@@ -38,7 +36,7 @@ protected:
     /// It does all that it does elsewhere.
     void expectWorking() {
         ASSERT_TRUE(m_live.open());
-        ASSERT_TRUE(m_live.startRecording(kFile));
+        ASSERT_TRUE(m_live.startRecording(kBandFile));
         EXPECT_TRUE(m_live.secondsToPolling(Promise::kBackWithin));
         run().sendTerminate();
         ASSERT_TRUE(run().ends());
@@ -46,7 +44,7 @@ protected:
         expectWholeFiles();
     }
     void expectWholeFiles() {
-        const RecordedFile file = RecordedFile::read(run().content(kFile));
+        const RecordedFile file = RecordedFile::read(run().content(kBandFile));
         EXPECT_FALSE(file.scans.isEmpty());
         EXPECT_TRUE(file.rest.isEmpty());
         EXPECT_TRUE(run().content(QStringLiteral("VELDRON.set")).endsWith("EndSettings \r\n"));
@@ -134,7 +132,7 @@ class ScarceMemory : public Surroundings, public testing::WithParamInterface<int
 /// nothing at all is left, the toolkit may crash at the box; line and files come before it.
 TEST_P(ScarceMemory, recording_losesNothing) {
     ASSERT_TRUE(m_live.open());
-    ASSERT_TRUE(m_live.startRecording(kFile));
+    ASSERT_TRUE(m_live.startRecording(kBandFile));
     const qsizetype place = m_live.unit().now();
     run().limitMemory(qint64{GetParam()} * 1024);
     for (const QSize size :
@@ -153,8 +151,8 @@ TEST_P(ScarceMemory, recording_losesNothing) {
         EXPECT_TRUE(run().errorOutput().startsWith("veldron: "));
     }
     std::printf("%d KiB more: %s\n", GetParam(), lives ? "lives on" : "ends with a message");
-    EXPECT_LE(m_live.lostSince(place, kFile), lives ? 0 : 1);
-    EXPECT_TRUE(RecordedFile::read(run().content(kFile)).rest.isEmpty());
+    EXPECT_LE(m_live.lostSince(place, kBandFile), lives ? 0 : 1);
+    EXPECT_TRUE(RecordedFile::read(run().content(kBandFile)).rest.isEmpty());
 }
 
 INSTANTIATE_TEST_SUITE_P(Kib, ScarceMemory, testing::Values(0, 256, 1024, 4096, 16384),

@@ -22,8 +22,6 @@ using namespace std::chrono_literals;
 namespace {
 
 const QString kFile = QStringLiteral("user.rec");
-const QString kWindow = QStringLiteral("VELDRON");
-const QString kConnected = QStringLiteral("VELDRON connected on COM 3");
 
 class UserFaults : public testing::Test {
 protected:
@@ -37,11 +35,11 @@ protected:
         run().choose(QStringLiteral("File"), QStringLiteral("Stop recording"));
         run().choose(QStringLiteral("File"), QStringLiteral("Playback"));
         ASSERT_TRUE(run().answerFileDialog(QStringLiteral("History playback"), run().path(kFile)));
-        Desk::focus(kWindow);
+        Desk::focus(kMainWindow);
         ASSERT_TRUE(eventually(
             5s, [this] { return run().statusText().startsWith(QLatin1String("Playback")); }));
     }
-    void close() { Desk::pressCloseBox(kWindow); }
+    void close() { Desk::pressCloseBox(kMainWindow); }
     /// A running recording asks first.
     void closeRecording() {
         close();
@@ -206,7 +204,7 @@ TEST_P(ClosingUnder, theDialog_waitsForIt) {
     ASSERT_TRUE(m_live.open());
     run().choose(GetParam().menu, GetParam().entry);
     ASSERT_TRUE(Desk::awaitWindow(GetParam().title, 5s));
-    Desk::pressCloseBox(kWindow);
+    Desk::pressCloseBox(kMainWindow);
     EXPECT_FALSE(run().ends(1s));
     EXPECT_TRUE(Desk::hasWindow(GetParam().title));
     Desk::pressCloseBox(GetParam().title);
@@ -239,7 +237,7 @@ protected:
         return eventually(20s, [this] {
             m_second.waitForReadyRead(0);
             m_told += m_second.readAllStandardError();
-            return m_told.endsWith('\n') && Desk::windows().count(kWindow) == 2;
+            return m_told.endsWith('\n') && Desk::windows().count(kMainWindow) == 2;
         });
     }
     void expectSecondEnds() {
@@ -262,7 +260,7 @@ TEST_F(SecondProgram, besideARecording_disturbsNothing) {
     startSecond();
     ASSERT_TRUE(bothShow());
     expectSecondEnds();
-    Desk::focus(kWindow);
+    Desk::focus(kMainWindow);
     promise.expectKept("secondProgram", 0);
     EXPECT_TRUE(run().content(QStringLiteral("VELDRON.set")).endsWith("EndSettings \r\n") ||
                 run().content(QStringLiteral("VELDRON.set")) == "VELDRONv1 Settings\r\n");

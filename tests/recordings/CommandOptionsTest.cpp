@@ -3,6 +3,7 @@
 
 #include "common/UntrappedError.h"
 #include "recordings/CommandError.h"
+#include "tests/recordings/Recordings.h"
 
 #include <gtest/gtest.h>
 
@@ -25,8 +26,6 @@ TimeWindow window(const std::string &from, const std::string &to) {
     window.parse();
     return window;
 }
-
-const QDate kDay(2005, 3, 21);
 
 TEST(TimeWindow, bounds_holdTheFirstAndLeaveOutTheLast) {
     TimeWindow window = veldron::window("2005-03-21 14:00:00", "2005-03-22T03:30");

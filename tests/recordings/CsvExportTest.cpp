@@ -7,8 +7,6 @@
 namespace veldron {
 namespace {
 
-const QDate kDay(2005, 3, 21);
-
 class CsvExportTest : public HistoryRun {
 protected:
     [[nodiscard]] QByteArray exported(const QByteArray &recording,
@@ -28,13 +26,6 @@ protected:
     }
 };
 
-/// Steps of 31,250 Hz from 140.5 MHz on.
-RecordingText text() {
-    RecordingText recording;
-    recording.block(kDay);
-    return recording;
-}
-
 LevelScan allLevels() {
     LevelScan levels;
     for (int raw = 0; raw < 256; ++raw) {
@@ -44,7 +35,7 @@ LevelScan allLevels() {
 }
 
 TEST_F(CsvExportTest, scan_isARow) {
-    EXPECT_EQ(exported(text().scan(QTime(9, 5, 7), {101, 0, 255}).bytes),
+    EXPECT_EQ(exported(emptyRecording().scan(QTime(9, 5, 7), {101, 0, 255}).bytes),
               "2005-03-21, 09:05:07, 140500000, 140562500, 31250, 1, -31, -132, 123\n");
 }
 
@@ -61,7 +52,7 @@ TEST_F(CsvExportTest, averagedScan_tellsItsSamples) {
 }
 
 TEST_F(CsvExportTest, newSettings_moveTheFrequencies) {
-    RecordingText recording = text();
+    RecordingText recording = emptyRecording();
     recording.scan(QTime(9, 0), {132, 133});
     recording.block(kDay, {"MonitorMode 3", "Start 100000000.5", "Step 12500", "End 100012500.5"});
     recording.scan(QTime(9, 1), {132, 133}).scan(QTime(9, 2), {132});
@@ -72,7 +63,7 @@ TEST_F(CsvExportTest, newSettings_moveTheFrequencies) {
 }
 
 TEST_F(CsvExportTest, timesAllOverTheDay_areWrittenInTwoDigitsEach) {
-    RecordingText recording = text();
+    RecordingText recording = emptyRecording();
     QByteArray rows;
     for (int i = 0; i < 60; ++i) {
         const QTime time(i * 24 / 60, i, 59 - i);
@@ -85,12 +76,12 @@ TEST_F(CsvExportTest, timesAllOverTheDay_areWrittenInTwoDigitsEach) {
 
 TEST_F(CsvExportTest, midnight_movesTheDate) {
     const QByteArray rows =
-        exported(text().scan(QTime(23, 59, 59), {132}).scan(QTime(0, 0), {132}).bytes);
+        exported(emptyRecording().scan(QTime(23, 59, 59), {132}).scan(QTime(0, 0), {132}).bytes);
     EXPECT_TRUE(rows.contains("\n2005-03-22, 00:00:00, ")) << rows.constData();
 }
 
 TEST_F(CsvExportTest, allLevels_areReadBackByPython) {
-    RecordingText recording = text();
+    RecordingText recording = emptyRecording();
     recording.scan(QTime(9, 0), allLevels()).scan(QTime(9, 1), allLevels());
     put("a.csv", exported(recording.bytes));
     EXPECT_EQ(python({"-c", "import csv, sys\n"
@@ -101,7 +92,7 @@ TEST_F(CsvExportTest, allLevels_areReadBackByPython) {
 }
 
 TEST_F(CsvExportTest, columns_haveALineALevel) {
-    RecordingText recording = text();
+    RecordingText recording = emptyRecording();
     recording.scan(QTime(9, 0), {101, 255}).scan(QTime(9, 1), {0});
     recording.block(kDay, {"MonitorMode 3", "Start 100000000.5", "Step 12500", "End 100012500.5"});
     recording.scan(QTime(9, 2), {132, 133});
@@ -114,7 +105,7 @@ TEST_F(CsvExportTest, columns_haveALineALevel) {
 }
 
 TEST_F(CsvExportTest, allLevelsInColumns_areReadBackByPython) {
-    put("a.csv", exported(text().scan(QTime(9, 0), allLevels()).bytes, {"--long"}));
+    put("a.csv", exported(emptyRecording().scan(QTime(9, 0), allLevels()).bytes, {"--long"}));
     EXPECT_EQ(python({"-c", "import csv\n"
                             "rows = list(csv.DictReader(open('a.csv')))\n"
                             "print([int(row['level_db']) for row in rows]"
@@ -126,22 +117,22 @@ TEST_F(CsvExportTest, allLevelsInColumns_areReadBackByPython) {
 
 TEST_F(CsvExportTest, longestScan_isWhole) {
     const LevelScan levels(325, 1);
-    const QByteArray row = exported(text().scan(QTime(9, 0), levels).bytes);
+    const QByteArray row = exported(emptyRecording().scan(QTime(9, 0), levels).bytes);
     EXPECT_EQ(row.count(", -131"), 325);
     EXPECT_TRUE(row.endsWith(", -131\n"));
-    const QByteArray lines = exported(text().scan(QTime(9, 0), levels).bytes, {"--long"});
+    const QByteArray lines = exported(emptyRecording().scan(QTime(9, 0), levels).bytes, {"--long"});
     EXPECT_EQ(lines.count(",-131\n"), 325);
 }
 
 TEST_F(CsvExportTest, window_leavesScansOut) {
-    const QByteArray recording = text().scans(QTime(9, 0), 10).bytes;
+    const QByteArray recording = emptyRecording().scans(QTime(9, 0), 10).bytes;
     const QByteArray rows = exported(recording, {"--from", "09:00:03", "--to", "09:00:05"});
     EXPECT_EQ(rows.count('\n'), 2);
     EXPECT_TRUE(rows.startsWith("2005-03-21, 09:00:03, ")) << rows.constData();
 }
 
 TEST_F(CsvExportTest, heatMapScript_showsTheSignalInItsPlace) {
-    RecordingText recording = text();
+    RecordingText recording = emptyRecording();
     for (int second = 0; second < 5; ++second) {
         LevelScan levels = RecordingText::plainScan();
         if (second == 3) {
@@ -169,7 +160,7 @@ TEST_F(CsvExportTest, whatTheRecordingDoesNotTell_staysEmpty) {
 }
 
 TEST_F(CsvExportTest, output_isTheStandardOneOrAFile) {
-    const QByteArray recording = text().scans(QTime(9, 0), 3).bytes;
+    const QByteArray recording = emptyRecording().scans(QTime(9, 0), 3).bytes;
     put("a.rec", recording);
     const Result result = run({"export", "--csv", "a.rec", "-o", "a.csv"});
     EXPECT_EQ(result.code, 0);
@@ -181,7 +172,7 @@ TEST_F(CsvExportTest, output_isTheStandardOneOrAFile) {
 }
 
 TEST_F(CsvExportTest, fullDisk_isToldWithTheScansThatArrived) {
-    put("a.rec", text().scans(QTime(9, 0), 3).bytes);
+    put("a.rec", emptyRecording().scans(QTime(9, 0), 3).bytes);
     const Result result = run({"export", "--csv", "a.rec", "-o", "/dev/full"});
     EXPECT_EQ(result.code, 3);
     EXPECT_EQ(result.error, "/dev/full: No space left on device (0 of the scans arrived)\n");

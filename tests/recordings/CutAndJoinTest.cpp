@@ -10,8 +10,6 @@
 namespace veldron {
 namespace {
 
-const QDate kDay(2005, 3, 21);
-
 class CutAndJoin : public HistoryRun {
 protected:
     QByteArray cut(const QString &name, const QStringList &window) {

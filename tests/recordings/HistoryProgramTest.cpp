@@ -16,7 +16,7 @@ namespace {
 
 using HistoryProgram = HistoryRun;
 
-QByteArray recording() {
+QByteArray recordingFromTen() {
     RecordingText text;
     text.block(QDate(2005, 3, 21)).scans(QTime(10, 0), 3);
     return text.bytes;
@@ -113,29 +113,29 @@ TEST_F(HistoryProgram, otherFile_isNotARecording) {
 }
 
 TEST_F(HistoryProgram, standardInput_isReadLikeAFile) {
-    put("a.rec", recording());
-    Result piped = run({"info", "-"}, recording());
+    put("a.rec", recordingFromTen());
+    Result piped = run({"info", "-"}, recordingFromTen());
     EXPECT_EQ(piped.code, 0);
     EXPECT_EQ(piped.out.replace("standard input", "a.rec"), run({"info", "a.rec"}).out);
 }
 
 TEST_F(HistoryProgram, skippedBytes_areToldWithFileAndLine) {
-    put("a.rec", recording() + "Data cut");
+    put("a.rec", recordingFromTen() + "Data cut");
     const Result result = run({"info", "a.rec"});
     EXPECT_EQ(result.code, 1);
     EXPECT_EQ(result.error, "a.rec:15: the file ends in the middle of a scan (8 bytes at offset " +
-                                QByteArray::number(recording().size()) + " skipped)\n");
+                                QByteArray::number(recordingFromTen().size()) + " skipped)\n");
 }
 
 TEST_F(HistoryProgram, fullOutput_isAnError) {
-    put("a.rec", recording());
+    put("a.rec", recordingFromTen());
     const Result result = shell(program() + " info a.rec >/dev/full");
     EXPECT_EQ(result.code, 3);
     EXPECT_TRUE(result.error.contains("No space left on device")) << result.error.constData();
 }
 
 TEST_F(HistoryProgram, progress_isShownOnATerminalOnly) {
-    put("a.rec", recording());
+    put("a.rec", recordingFromTen());
     // Both are fed until the one on the terminal has drawn its bar, as late as that may be.
     put("slow.py", "import os, pty, select, subprocess, sys, time\n"
                    "ours, terminal = pty.openpty()\n"
@@ -160,7 +160,7 @@ TEST_F(HistoryProgram, progress_isShownOnATerminalOnly) {
 }
 
 TEST_F(HistoryProgram, interrupt_leavesNoHalfFile) {
-    put("a.rec", recording());
+    put("a.rec", recordingFromTen());
     const QDir folder(m_folder.path());
     const QDir::Filters all = QDir::Files | QDir::Hidden;
     for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
@@ -171,7 +171,7 @@ TEST_F(HistoryProgram, interrupt_leavesNoHalfFile) {
         process.start(program(), {"cut", "-", "-o", "b.rec"});
         ASSERT_TRUE(process.waitForStarted());
         // The input stays open, so that the program waits for more when the signal comes.
-        process.write(recording());
+        process.write(recordingFromTen());
         while (folder.entryList(all).size() < 2 && process.state() == QProcess::Running) {
             process.waitForBytesWritten(10);
         }
@@ -184,12 +184,12 @@ TEST_F(HistoryProgram, interrupt_leavesNoHalfFile) {
 }
 
 TEST_F(HistoryProgram, fileThatIsThere_isKeptWithoutForce) {
-    put("a.rec", recording());
+    put("a.rec", recordingFromTen());
     put("b.rec", "old");
     EXPECT_EQ(run({"cut", "a.rec", "-o", "b.rec"}).code, 3);
     EXPECT_EQ(content("b.rec"), "old");
     EXPECT_EQ(run({"cut", "a.rec", "-o", "b.rec", "--force"}).code, 0);
-    EXPECT_EQ(content("b.rec"), recording());
+    EXPECT_EQ(content("b.rec"), recordingFromTen());
 }
 
 TEST_F(HistoryProgram, fullDisk_tellsHowManyScansArrived) {
@@ -206,7 +206,7 @@ TEST_F(HistoryProgram, fullDisk_tellsHowManyScansArrived) {
 }
 
 TEST_F(HistoryProgram, readerThatGoesAway_endsItQuietly) {
-    put("a.rec", recording());
+    put("a.rec", recordingFromTen());
     const Result result =
         shell("trap '' PIPE; { sleep 0.2; " + program() + " info a.rec; echo $? >code; } | true");
     EXPECT_TRUE(result.error.isEmpty()) << result.error.constData();

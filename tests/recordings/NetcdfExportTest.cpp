@@ -11,8 +11,6 @@
 namespace veldron {
 namespace {
 
-const QDate kDay(2005, 3, 21);
-
 class NetcdfExportTest : public HistoryRun {
 protected:
     /// Exports to a.nc.
@@ -52,12 +50,6 @@ protected:
         return shell(QStringLiteral("ncdump -h a.nc | sed -n 's/^group: \\(.*\\) {/\\1/p'")).out;
     }
 };
-
-RecordingText text() {
-    RecordingText recording;
-    recording.block(kDay);
-    return recording;
-}
 
 LevelScan scanOf(int number, qsizetype size) {
     LevelScan levels;
@@ -117,7 +109,7 @@ constexpr const char *kDump =
     "}\n";
 
 TEST_F(NetcdfExportTest, file_isWhatNcdumpShows) {
-    RecordingText recording = text();
+    RecordingText recording = emptyRecording();
     recording.scan(QTime(9, 5, 7), {101, 0, 255}).scan(QTime(9, 5, 8), {1, 2, 3});
     exportIt(recording.bytes);
     EXPECT_EQ(shell("ncdump a.nc").out, kDump);
@@ -128,7 +120,7 @@ TEST_F(NetcdfExportTest, levels_areReadBackByXarray) {
     for (int raw = 0; raw < 256; ++raw) {
         levels.push_back(static_cast<quint8>(raw));
     }
-    exportIt(text().scan(QTime(9, 0), levels).scan(QTime(23, 59, 59), levels).bytes);
+    exportIt(emptyRecording().scan(QTime(9, 0), levels).scan(QTime(23, 59, 59), levels).bytes);
     EXPECT_EQ(python("data = opened('stretch_0001')\n"
                      "print((data.levels == [range(-132, 124)] * 2).all().item())\n"
                      "print(data.levels.dtype.kind, data.levels.units)\n"
@@ -140,7 +132,7 @@ TEST_F(NetcdfExportTest, levels_areReadBackByXarray) {
 }
 
 TEST_F(NetcdfExportTest, scansOfManyChunks_areAllThere) {
-    RecordingText recording = text();
+    RecordingText recording = emptyRecording();
     QByteArray raw;
     for (int i = 0; i < 7300; ++i) {
         const LevelScan levels = scanOf(i, 20);
@@ -157,7 +149,7 @@ TEST_F(NetcdfExportTest, scansOfManyChunks_areAllThere) {
 }
 
 TEST_F(NetcdfExportTest, dask_opensItLazily) {
-    RecordingText recording = text();
+    RecordingText recording = emptyRecording();
     for (int i = 0; i < 4000; ++i) {
         recording.scan(QTime(9, 0).addSecs(i), {static_cast<quint8>(i % 100), 132});
     }
@@ -169,7 +161,7 @@ TEST_F(NetcdfExportTest, dask_opensItLazily) {
 }
 
 TEST_F(NetcdfExportTest, equalSettings_areAGroup) {
-    RecordingText recording = text();
+    RecordingText recording = emptyRecording();
     recording.scan(QTime(23, 59, 59)).block(kDay.addDays(1)).scan(QTime(0, 0));
     QStringList other = RecordingText::unitLines();
     other[2] = "Span 5000000";
@@ -184,7 +176,7 @@ TEST_F(NetcdfExportTest, equalSettings_areAGroup) {
 }
 
 TEST_F(NetcdfExportTest, otherLengths_haveGroupsBesideTheStretch) {
-    RecordingText recording = text();
+    RecordingText recording = emptyRecording();
     recording.scan(QTime(9, 0), {0}).scan(QTime(9, 1), scanOf(1, 321));
     recording.scan(QTime(9, 2), {0}).scan(QTime(9, 3), LevelScan(325, 0));
     recording.scan(QTime(9, 4), scanOf(2, 320)).scan(QTime(9, 5), scanOf(3, 321));
@@ -228,13 +220,14 @@ TEST_F(NetcdfExportTest, valueThatIsNoNumber_staysAText) {
 }
 
 TEST_F(NetcdfExportTest, window_leavesScansOut) {
-    exportIt(text().scans(QTime(9, 0), 10).bytes, {"--from", "09:00:03", "--to", "09:00:05"});
+    exportIt(emptyRecording().scans(QTime(9, 0), 10).bytes,
+             {"--from", "09:00:03", "--to", "09:00:05"});
     EXPECT_EQ(python("print(*opened('stretch_0001').time.dt.strftime('%T').values)\n"),
               "09:00:03 09:00:04\n");
 }
 
 TEST_F(NetcdfExportTest, standardOutput_getsTheSameFile) {
-    const QByteArray recording = text().scans(QTime(9, 0), 10).bytes;
+    const QByteArray recording = emptyRecording().scans(QTime(9, 0), 10).bytes;
     exportIt(recording);
     const Result piped = run({"export", "--netcdf", "-", "-o", "-"}, recording);
     EXPECT_EQ(piped.code, 0) << piped.error.constData();
@@ -271,7 +264,7 @@ TEST_F(NetcdfExportTest, thousandsOfStretches_takeNoMoreMemoryThanAHundred) {
 
 TEST_F(NetcdfExportTest, scansOfAllLengths_takeLittleMemory) {
     const auto peak = [this](int lengths) {
-        RecordingText recording = text();
+        RecordingText recording = emptyRecording();
         for (int i = 0; i < 130 * lengths; ++i) {
             recording.scan(QTime(9, 0).addSecs(i % 3600), scanOf(i, 1 + i % lengths));
         }
@@ -284,8 +277,8 @@ TEST_F(NetcdfExportTest, scansOfAllLengths_takeLittleMemory) {
 }
 
 TEST_F(NetcdfExportTest, output_standsBesideTheRecording) {
-    put("a.rec", text().scan(QTime(9, 0)).bytes);
-    put("b", text().scan(QTime(9, 0)).bytes);
+    put("a.rec", emptyRecording().scan(QTime(9, 0)).bytes);
+    put("b", emptyRecording().scan(QTime(9, 0)).bytes);
     EXPECT_EQ(run({"export", "--netcdf", "a.rec"}).code, 0);
     EXPECT_EQ(run({"export", "--netcdf", "b"}).code, 0);
     EXPECT_EQ(run({"export", "--netcdf", "b"}).code, 3);
@@ -295,7 +288,7 @@ TEST_F(NetcdfExportTest, output_standsBesideTheRecording) {
 }
 
 TEST_F(NetcdfExportTest, fullDisk_isToldWithTheScansThatArrived) {
-    RecordingText recording = text();
+    RecordingText recording = emptyRecording();
     std::mt19937 random(3);
     for (int i = 0; i < 8000; ++i) {
         LevelScan levels(100);
@@ -313,7 +306,7 @@ TEST_F(NetcdfExportTest, fullDisk_isToldWithTheScansThatArrived) {
 TEST_F(NetcdfExportTest, script_searchesSeveralFiles) {
     LevelScan signal = RecordingText::plainScan();
     signal[200] = 'b';
-    put("a.rec", text().scans(QTime(9, 0), 3).bytes);
+    put("a.rec", emptyRecording().scans(QTime(9, 0), 3).bytes);
     RecordingText second;
     second.block(kDay.addDays(1)).scan(QTime(9, 0), {0}).scan(QTime(9, 0, 1), signal);
     put("b.rec", second.bytes);

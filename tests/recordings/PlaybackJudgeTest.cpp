@@ -8,8 +8,6 @@
 namespace veldron {
 namespace {
 
-const QDate kDay(2005, 3, 21);
-const QTime kTen(10, 0);
 const QLocale kBritain(QLocale::English, QLocale::UnitedKingdom);
 
 struct Verdict {

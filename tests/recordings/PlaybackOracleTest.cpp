@@ -16,7 +16,6 @@
 namespace veldron {
 namespace {
 
-const QDate kDay(2005, 3, 21);
 const QString kNothingShown = "nothing is shown";
 
 /// What playback does with a file: nothing wrong, or the message that ends it.

@@ -16,8 +16,6 @@
 namespace veldron {
 namespace {
 
-const QDate kDay(2005, 3, 21);
-
 /// A picture as numbers, out of a plain PPM file.
 struct Picture {
     int width = 0;
@@ -63,12 +61,6 @@ protected:
     }
 };
 
-RecordingText text() {
-    RecordingText recording;
-    recording.block(kDay);
-    return recording;
-}
-
 /// What the chart shows for a raw level.
 quint32 colourOf(int raw, PaletteCode scheme = PaletteCode::Spectrum6) {
     return GeneralUtilities::PaletteColour(LevelScale().schemeLevel(raw),
@@ -84,7 +76,7 @@ std::vector<quint32> coloursOf(const std::vector<int> &raw) {
 }
 
 TEST_F(PngExportTest, barePicture_hasTheChartsColoursAndTheNewestScanOnTop) {
-    RecordingText recording = text();
+    RecordingText recording = emptyRecording();
     recording.scan(QTime(9, 0), {50, 60, 70, 80}).scan(QTime(9, 0, 1), {90, 100, 101, 45});
     const Picture picture = bare(recording.bytes, "4x2");
     EXPECT_EQ(picture.width, 4);
@@ -94,7 +86,8 @@ TEST_F(PngExportTest, barePicture_hasTheChartsColoursAndTheNewestScanOnTop) {
 }
 
 TEST_F(PngExportTest, everyScheme_isTheChartsOwn) {
-    const QByteArray recording = text().scan(QTime(9, 0), {42, 55, 66, 77, 88, 99, 102}).bytes;
+    const QByteArray recording =
+        emptyRecording().scan(QTime(9, 0), {42, 55, 66, 77, 88, 99, 102}).bytes;
     const QStringList names{"black-to-white", "white-to-black", "hot-metal",
                             "rainbow",        "spectrum-5",     "spectrum-6"};
     for (int scheme = 0; scheme < names.size(); ++scheme) {
@@ -111,7 +104,7 @@ TEST_F(PngExportTest, schemeOfTheRecording_isTaken) {
 }
 
 TEST_F(PngExportTest, scansInOnePixel_showTheStrongest) {
-    RecordingText recording = text();
+    RecordingText recording = emptyRecording();
     for (int second = 0; second < 100; ++second) {
         LevelScan levels(4, 50);
         levels[second == 37 ? 1 : 0] = second == 37 ? 101 : 60;
@@ -127,14 +120,14 @@ TEST_F(PngExportTest, levelsInOnePixel_showTheStrongest) {
     LevelScan levels(321, 50);
     levels[100] = 90;
     levels[320] = 80;
-    const Picture picture = bare(text().scan(QTime(9, 0), levels).bytes, "32x1");
+    const Picture picture = bare(emptyRecording().scan(QTime(9, 0), levels).bytes, "32x1");
     for (int x = 0; x < 32; ++x) {
         EXPECT_EQ(picture.at(x, 0), colourOf(x == 10 ? 90 : x == 31 ? 80 : 50)) << x;
     }
 }
 
 TEST_F(PngExportTest, largePicture_spreadsScansAndLevels) {
-    RecordingText recording = text();
+    RecordingText recording = emptyRecording();
     recording.scan(QTime(9, 0), {50, 60}).scan(QTime(9, 0, 1), {70, 80});
     const Picture picture = bare(recording.bytes, "6x4");
     EXPECT_EQ(picture.row(0), coloursOf({70, 70, 70, 80, 80, 80}));
@@ -158,7 +151,7 @@ TEST_F(PngExportTest, gap_staysEmptyButAPollIntervalDoesNot) {
 }
 
 TEST_F(PngExportTest, failedTransfers_areNotDrawn) {
-    RecordingText recording = text();
+    RecordingText recording = emptyRecording();
     recording.scan(QTime(9, 0), {60, 60}).scan(QTime(9, 0, 1), {0});
     recording.scan(QTime(9, 0, 2), LevelScan(325, 0)).scan(QTime(9, 0, 3), {70, 70});
     const Picture picture = bare(recording.bytes, "2x4");
@@ -167,7 +160,7 @@ TEST_F(PngExportTest, failedTransfers_areNotDrawn) {
 }
 
 TEST_F(PngExportTest, window_isCutOut) {
-    RecordingText recording = text();
+    RecordingText recording = emptyRecording();
     for (int second = 0; second < 10; ++second) {
         recording.scan(QTime(9, 0, second), {static_cast<quint8>(50 + second)});
     }
@@ -178,7 +171,7 @@ TEST_F(PngExportTest, window_isCutOut) {
 }
 
 TEST_F(PngExportTest, frequencies_areCutOutAndWidened) {
-    const QByteArray recording = text().scan(QTime(9, 0), {50, 60, 70, 80, 90}).bytes;
+    const QByteArray recording = emptyRecording().scan(QTime(9, 0), {50, 60, 70, 80, 90}).bytes;
     EXPECT_EQ(bare(recording, "3x1", {"--low", "140531250", "--high", "140.59375M"}).row(0),
               coloursOf({60, 70, 80}));
     EXPECT_EQ(bare(recording, "3x1", {"--low", "140437.5k", "--high", "140500000"}).row(0),
@@ -186,7 +179,7 @@ TEST_F(PngExportTest, frequencies_areCutOutAndWidened) {
 }
 
 TEST_F(PngExportTest, frequencyWithALetter_countsToItsLastDigit) {
-    const QByteArray recording = text().scan(QTime(9, 0), {50, 60, 70, 80, 90}).bytes;
+    const QByteArray recording = emptyRecording().scan(QTime(9, 0), {50, 60, 70, 80, 90}).bytes;
     for (const char *low : {"140500k", "140.5M", "0.1405G"}) {
         EXPECT_EQ(bare(recording, "3x1", {"--low", low, "--high", "140562.5k"}).row(0),
                   coloursOf({50, 60, 70}))
@@ -195,7 +188,7 @@ TEST_F(PngExportTest, frequencyWithALetter_countsToItsLastDigit) {
 }
 
 TEST_F(PngExportTest, newSettings_moveTheLevels) {
-    RecordingText recording = text();
+    RecordingText recording = emptyRecording();
     recording.scan(QTime(9, 0), {50, 60, 70});
     recording.block(kDay, {"MonitorMode 3", "Start 140531250", "Step 31250", "End 140562500"});
     recording.scan(QTime(9, 0, 1), {80, 90});
@@ -205,7 +198,7 @@ TEST_F(PngExportTest, newSettings_moveTheLevels) {
 }
 
 TEST_F(PngExportTest, axes_standAroundTheWaterfall) {
-    const QByteArray recording = text().scans(QTime(9, 0), 600).bytes;
+    const QByteArray recording = emptyRecording().scans(QTime(9, 0), 600).bytes;
     const Picture picture = exported(recording, {"--size", "800x400"});
     EXPECT_EQ(picture.width, 800);
     EXPECT_EQ(picture.height, 400);
@@ -227,7 +220,8 @@ TEST_F(PngExportTest, axes_standAroundTheWaterfall) {
 }
 
 TEST_F(PngExportTest, frame_hasItsCornersAndNothingBeyond) {
-    const Picture picture = exported(text().scans(QTime(9, 0), 600).bytes, {"--size", "800x400"});
+    const Picture picture =
+        exported(emptyRecording().scans(QTime(9, 0), 600).bytes, {"--size", "800x400"});
     constexpr quint32 kBlack = 0;
     constexpr quint32 kWhite = 0x00FFFFFF;
     constexpr quint32 kGrey = 0x007F7F7F;
@@ -246,7 +240,7 @@ TEST_F(PngExportTest, frame_hasItsCornersAndNothingBeyond) {
 }
 
 TEST_F(PngExportTest, textsOfADay_areNotCutOff) {
-    RecordingText recording = text();
+    RecordingText recording = emptyRecording();
     for (int minute = 0; minute < 24 * 60; minute += 10) {
         recording.scan(QTime(minute / 60, minute % 60));
     }
@@ -267,7 +261,7 @@ TEST_F(PngExportTest, textsOfADay_areNotCutOff) {
 }
 
 TEST_F(PngExportTest, trace_showsStrongestMedianAndWeakest) {
-    RecordingText recording = text();
+    RecordingText recording = emptyRecording();
     for (int second = 0; second < 5; ++second) {
         recording.scan(QTime(9, 0, second), {static_cast<quint8>(second < 3 ? 60 + second : 90)});
     }
@@ -299,7 +293,7 @@ std::vector<int> rowsBetween(int from, int to) {
 }
 
 TEST_F(PngExportTest, medianOfAnEvenNumber_isTheLowerOfTheTwo) {
-    RecordingText recording = text();
+    RecordingText recording = emptyRecording();
     for (const int level : {60, 90, 61, 70}) {
         recording.scan(QTime(9, 0).addSecs(level), {static_cast<quint8>(level)});
     }
@@ -309,7 +303,7 @@ TEST_F(PngExportTest, medianOfAnEvenNumber_isTheLowerOfTheTwo) {
 
 TEST_F(PngExportTest, curvesOfTheTrace_haveNoHoles) {
     const Picture picture =
-        bare(text().scan(QTime(9, 0), {60, 90, 50, 50}).bytes, "4x303", {"--trace"});
+        bare(emptyRecording().scan(QTime(9, 0), {60, 90, 50, 50}).bytes, "4x303", {"--trace"});
     const auto rowOf = [](int raw) {
         return LevelScale().rowOf(raw, 0, 100);
     };
@@ -320,7 +314,7 @@ TEST_F(PngExportTest, curvesOfTheTrace_haveNoHoles) {
 }
 
 TEST_F(PngExportTest, curvesOfTheTrace_endWhereNothingWasMeasured) {
-    RecordingText recording = text();
+    RecordingText recording = emptyRecording();
     recording.scan(QTime(9, 0), {60, 60});
     recording.block(kDay, {"MonitorMode 3", "Start 140593750", "Step 31250", "End 140625000"});
     recording.scan(QTime(9, 1), {90, 90});
@@ -333,7 +327,7 @@ TEST_F(PngExportTest, curvesOfTheTrace_endWhereNothingWasMeasured) {
 }
 
 TEST_F(PngExportTest, whatCannotBeDrawn_isAnErrorWithoutAFile) {
-    put("a.rec", text().scan(QTime(9, 0)).bytes);
+    put("a.rec", emptyRecording().scan(QTime(9, 0)).bytes);
     for (const QStringList &options :
          {QStringList{"--size", "big"}, QStringList{"--size", "0x10"}, QStringList{"--low", "x"},
           QStringList{"--low", "2G", "--high", "1G"}, QStringList{"--size", "50x50"},
@@ -351,8 +345,8 @@ TEST_F(PngExportTest, whatCannotBeDrawn_isAnErrorWithoutAFile) {
 }
 
 TEST_F(PngExportTest, standardInput_isDrawnLikeAFile) {
-    put("a.rec", text().scans(QTime(9, 0), 300).bytes);
-    const QByteArray other = text().scan(QTime(9, 0), LevelScan(321, 'z')).bytes;
+    put("a.rec", emptyRecording().scans(QTime(9, 0), 300).bytes);
+    const QByteArray other = emptyRecording().scan(QTime(9, 0), LevelScan(321, 'z')).bytes;
     put("b.rec", other + content("a.rec"));
     const QString command = program() + " export --png --size 300x200 --trace -o - ";
     const QByteArray drawn = shell(command + "a.rec").out;
@@ -369,7 +363,7 @@ TEST_F(PngExportTest, standardInput_isDrawnLikeAFile) {
 }
 
 TEST_F(PngExportTest, skippedBytes_areToldOnce) {
-    put("a.rec", text().scan(QTime(9, 0)).bytes + "Data cut");
+    put("a.rec", emptyRecording().scan(QTime(9, 0)).bytes + "Data cut");
     const Result result = run({"export", "--png", "a.rec"});
     EXPECT_EQ(result.code, 1);
     EXPECT_EQ(result.error.count('\n'), 1) << result.error.constData();

@@ -9,8 +9,6 @@
 namespace veldron {
 namespace {
 
-const QDate kDay(2005, 3, 21);
-
 /// Notes what an export is given.
 class Notes : public RecordingExport {
 public:

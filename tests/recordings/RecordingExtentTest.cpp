@@ -9,8 +9,6 @@
 namespace veldron {
 namespace {
 
-const QDate kDay(2005, 3, 21);
-
 class RecordingExtentTest : public testing::Test {
 protected:
     const RecordingExtent &of(const RecordingText &text) {

@@ -10,9 +10,6 @@
 namespace veldron {
 namespace {
 
-const QDate kDay(2005, 3, 21);
-const QTime kTen(10, 0);
-
 class RecordingReaderTest : public testing::Test {
 protected:
     const Collector &read(const RecordingText &text, const RecordingDates::Rules &rules = {}) {

@@ -13,9 +13,6 @@ namespace veldron {
 namespace {
 
 using Kind = RecordingFinding::Kind;
-const QDate kDay(2005, 3, 21);
-const QTime kTen(10, 0);
-
 LevelScan numbered(int first, std::size_t count) {
     LevelScan levels(count);
     for (std::size_t i = 0; i < count; ++i) {

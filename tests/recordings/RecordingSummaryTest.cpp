@@ -13,9 +13,6 @@
 namespace veldron {
 namespace {
 
-const QDate kDay(2005, 3, 21);
-const QTime kTen(10, 0);
-
 class RecordingSummaryTest : public testing::Test {
 protected:
     const RecordingSummary &summary(const RecordingText &text) {

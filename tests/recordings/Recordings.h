@@ -20,6 +20,10 @@
 
 namespace veldron {
 
+/// The day and the time that most recordings begin with.
+inline const QDate kDay(2005, 3, 21);
+inline const QTime kTen(10, 0);
+
 /// Bytes in memory that come in pieces, as out of a pipe.
 class MemorySource : public ByteSource {
 public:
@@ -139,5 +143,12 @@ public:
     QByteArray lineEnd = "\r\n";
     QByteArray bytes;
 };
+
+/// The settings of a day and no scan yet: steps of 31,250 Hz from 140.5 MHz on.
+inline RecordingText emptyRecording() {
+    RecordingText recording;
+    recording.block(kDay);
+    return recording;
+}
 
 } // namespace veldron

@@ -7,9 +7,6 @@
 namespace veldron {
 namespace {
 
-const QDate kDay(2005, 3, 21);
-const QTime kTen(10, 0);
-
 class RepairCommandTest : public HistoryRun {
 protected:
     Result repair(const QByteArray &bytes, const QString &locale = "en_GB") {

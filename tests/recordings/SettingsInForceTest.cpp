@@ -8,8 +8,6 @@
 namespace veldron {
 namespace {
 
-const QDate kDay(2005, 3, 21);
-
 /// The settings behind all blocks of a recording.
 class Gatherer : public Collector {
 public:
