@@ -18,7 +18,17 @@ function(veldron_check_edges target)
     endforeach()
 endfunction()
 
+# veldron_unity(<target> <setting>...): compiles its sources several at a time where VELDRON_UNITY is
+# one of these. The headers and templates, which take the compiler most of its time, then come once for
+# them all. What two unnamed namespaces of a target call the same is refused there.
+function(veldron_unity target)
+    if(VELDRON_UNITY IN_LIST ARGN)
+        set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 6)
+    endif()
+endfunction()
+
 function(veldron_compile_rules target)
+    veldron_unity(${target} all)
     target_include_directories(${target} PUBLIC ${PROJECT_SOURCE_DIR})
     target_compile_definitions(${target} PRIVATE QT_NO_KEYWORDS QT_NO_CAST_FROM_BYTEARRAY
         QT_NO_NARROWING_CONVERSIONS_IN_CONNECT QT_DISABLE_DEPRECATED_BEFORE=0x060400)
