@@ -5,6 +5,11 @@
 
 namespace veldron {
 
+/// A line of a file ends at the first of these, and may have both.
+[[nodiscard]] constexpr bool endsLine(char byte) {
+    return byte == '\r' || byte == '\n';
+}
+
 /// A line of either file: a key, one blank and a value.
 ///
 /// The key ends at the first blank; the value is all that follows it, further blanks included

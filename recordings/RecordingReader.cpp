@@ -3,6 +3,7 @@
 
 #include "common/ReportText.h"
 #include "format/FileKind.h"
+#include "format/FileLine.h"
 
 #include <QString>
 
@@ -22,10 +23,6 @@ constexpr std::size_t kMostBlockLines = 256;
 constexpr qsizetype kLineSight = 1024;
 /// A scan that is cut by the end of the file is never longer.
 constexpr qint64 kLongestCut = 512;
-
-bool endsLine(char byte) {
-    return byte == '\r' || byte == '\n';
-}
 
 QString reasonToSkip(Kind kind) {
     switch (kind) {

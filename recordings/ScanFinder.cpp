@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "recordings/ScanFinder.h"
 
+#include "format/FileLine.h"
 #include "format/ScanLine.h"
 
 #include <utility>
@@ -13,10 +14,6 @@ namespace {
 constexpr qsizetype kLongestSetting = 512;
 /// Scans of one length that make it trusted.
 constexpr int kTrustedRun = 3;
-
-bool endsLine(char byte) {
-    return byte == '\r' || byte == '\n';
-}
 
 /// Place of the first line end in \a rest, its size if there is none up to \a limit.
 qsizetype lineEndIn(QByteArrayView rest, qsizetype limit) {
