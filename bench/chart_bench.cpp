@@ -8,7 +8,6 @@ namespace veldron {
 namespace {
 
 constexpr Hertz kGathered = Hertz::fromWhole(6250); // 1601 bins into 1225 columns
-constexpr Hertz kSpread = Hertz::fromWhole(31250);  // 321 bins over 1225 columns
 
 void scanSpread(benchmark::State &state) {
     ChartBench bench(state);
