@@ -4,6 +4,7 @@
 #include <QCursor>
 #include <QGuiApplication>
 #include <QMouseEvent>
+#include <QToolTip>
 
 namespace veldron {
 namespace {
@@ -213,6 +214,19 @@ TEST_F(ChartPointerTest, tipRenewedByAClosedRow_bringsTheOrdinaryCursorBack) {
     cursor.setShape(CursorShape::NorthSouth);
     seconds(1);
     EXPECT_EQ(shownCursor(), Qt::ArrowCursor);
+}
+
+TEST_F(ChartPointerTest, tipRenewedUnderARestingPointer_isShownAtOnce) {
+    liveRows(5);
+    hover({360, 207});
+    picture().setAttribute(Qt::WA_UnderMouse);
+    const QString before = picture().toolTip();
+    QToolTip::showText(QCursor::pos(), before, &picture());
+    ASSERT_EQ(QToolTip::text(), before);
+    seconds(1);
+    EXPECT_NE(picture().toolTip(), before);
+    EXPECT_EQ(QToolTip::text(), picture().toolTip());
+    QToolTip::hideText();
 }
 
 TEST_F(ChartPointerTest, pageKeysAndHome_lookBackAndForthInTheWaterfall) {
