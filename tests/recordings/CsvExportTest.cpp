@@ -20,7 +20,7 @@ protected:
         QProcess process;
         process.setWorkingDirectory(m_folder.path());
         process.start(QStringLiteral(VELDRON_PYTHON), arguments);
-        EXPECT_TRUE(process.waitForFinished());
+        EXPECT_TRUE(process.waitForFinished(kMostWait));
         EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().constData();
         return process.readAllStandardOutput();
     }

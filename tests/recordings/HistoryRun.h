@@ -19,6 +19,9 @@ protected:
         QByteArray error;
     };
 
+    /// Milliseconds. Python alone takes seconds to start, and half a minute on a busy machine.
+    static constexpr int kMostWait = 120'000;
+
     [[nodiscard]] static QString program() { return QStringLiteral(VELDRON_HISTORY); }
     [[nodiscard]] Result run(const QStringList &arguments, const QByteArray &input = {}) const {
         QProcess process;
@@ -27,7 +30,7 @@ protected:
         EXPECT_TRUE(process.waitForStarted());
         process.write(input);
         process.closeWriteChannel();
-        EXPECT_TRUE(process.waitForFinished());
+        EXPECT_TRUE(process.waitForFinished(kMostWait));
         return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
                 process.readAllStandardOutput(), process.readAllStandardError()};
     }
@@ -35,7 +38,7 @@ protected:
         QProcess process;
         process.setWorkingDirectory(m_folder.path());
         process.start(QStringLiteral("/bin/bash"), {QStringLiteral("-c"), command});
-        EXPECT_TRUE(process.waitForFinished());
+        EXPECT_TRUE(process.waitForFinished(kMostWait));
         return {process.exitCode(), process.readAllStandardOutput(),
                 process.readAllStandardError()};
     }

@@ -64,8 +64,8 @@ TEST_F(InfoCommandTest, json_hasTheSameForScripts) {
                                                                 {"seconds", 58},
                                                                 {"line", 23}}}));
     EXPECT_FALSE(object["plays"].toBool());
-    EXPECT_EQ(object["stumbles"].toArray()[0].toObject()["line"].toInt(), 21);
-    const QJsonObject second = object["stretches"].toArray()[1].toObject();
+    EXPECT_EQ(object["stumbles"].toArray().at(0).toObject()["line"].toInt(), 21);
+    const QJsonObject second = object["stretches"].toArray().at(1).toObject();
     EXPECT_EQ(second["scans"].toInt(), 1);
     EXPECT_EQ(second["levels"].toInt(), 3);
     EXPECT_EQ(second["start_hz"].toDouble(), 144000000);
@@ -107,8 +107,8 @@ TEST_F(InfoCommandTest, whatWasSkipped_isInTheListAndInTheCode) {
     RecordingText text = recording();
     const QJsonObject object = json(text.line("Nonsense").scan(QTime(9, 2)).bytes, 1);
     EXPECT_EQ(object["skipped_bytes"].toInt(), 10);
-    EXPECT_EQ(object["findings"].toArray()[0].toObject()["line"].toInt(), 24);
-    EXPECT_EQ(object["findings"].toArray()[0].toObject()["skipped"].toInt(), 10);
+    EXPECT_EQ(object["findings"].toArray().at(0).toObject()["line"].toInt(), 24);
+    EXPECT_EQ(object["findings"].toArray().at(0).toObject()["skipped"].toInt(), 10);
 }
 
 TEST_F(InfoCommandTest, recordingWithoutScans_hasNoTimes) {

@@ -134,7 +134,7 @@ TEST_F(RecordingSummaryTest, json_tellsTheSame) {
     EXPECT_EQ(object["from"].toString(), "2005-03-21 10:00:00");
     EXPECT_EQ(object["levels_db"].toObject()["median"].toInt(), -35);
     EXPECT_TRUE(object["plays"].toBool());
-    const QJsonObject stretch = object["stretches"].toArray()[0].toObject();
+    const QJsonObject stretch = object["stretches"].toArray().at(0).toObject();
     EXPECT_EQ(stretch["start_hz"].toDouble(), 140500000.0);
     EXPECT_EQ(stretch["settings"].toObject()["Receiver"].toString(), "Other (10M)");
 }
