@@ -15,7 +15,6 @@ using namespace std::chrono_literals;
 
 namespace {
 
-/// The reads of a full look at the unit, outside Channel mode and in data mode Normal or Max.
 const Commands kReadChannelsIn = {"RUCS", "RICD", "RICD"};
 
 /// A program that polls so seldom that nothing stands between the commands of one act.

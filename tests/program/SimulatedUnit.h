@@ -10,7 +10,8 @@
 namespace veldron {
 
 using Commands = QList<QByteArray>;
-/// What the program asks for when it reads everything back: in spectrum mode, and in channel mode.
+/// What the program asks for when it reads everything back, in data mode Normal or Max: outside
+/// Channel mode and in it.
 inline const Commands kReadBack = {"RURX", "RUST", "RUAT", "RUMD", "RSGN",
                                    "RSDM", "RSBW", "RUOM", "RSSP", "RSCF"};
 inline const Commands kReadBackChannels = {"RURX", "RUST", "RUAT", "RUMD", "RSGN",

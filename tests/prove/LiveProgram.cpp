@@ -18,8 +18,6 @@ namespace veldron {
 
 using namespace std::chrono_literals;
 
-namespace {} // namespace
-
 bool provesLong() {
     return qgetenv("VELDRON_PROVE") == "long";
 }
